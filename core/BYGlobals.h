@@ -1,0 +1,110 @@
+#pragma once
+
+#include <PropertyList.h>
+
+#include <QString>
+
+#include <array>
+#include <memory>
+
+class Sound;
+
+/// The state that all editors of the pane share: the one sounds document in memory, the settings store, the
+/// notifications exchanged with the helper, and sound playback. Class operations only, main thread only.
+class BYGlobals final
+{
+public:
+    BYGlobals() = delete;
+
+    /// The domain of the helper's settings, and the object of every notification.
+    static const QString& appID();
+
+    /// @name The sounds document
+    /// The containers are handed out themselves, not copies: editors change entries in place and then write.
+    /// @{
+
+    /// Sets the document's path from the settings and, the first time, makes the application-to-document map.
+    static void init();
+    /// Loads the document at defaultFilePath() and sorts it. A file that cannot be read gives no document (null
+    /// containers); an empty path keeps the document in memory.
+    static void fillArray();
+    /// Sorts the phrase list in place by the setting "SortPref" (0 phrase, 1 sound path, 2 import order); another value
+    /// leaves the order. Stable.
+    static void sortArray();
+    static QString defaultFilePath();
+    static void setDefaultFilePath(const QString& path);
+    static PropertyList::DictionaryPointer file4app();
+    static PropertyList::DictionaryPointer clippingsDictionary();
+    static PropertyList::ArrayPointer clippingsArray();
+    static PropertyList::ArrayPointer soundsPrefsArray();
+    static PropertyList::ArrayPointer soundsPrefsArrayFiltered();
+    /// The "SoundFilepath" of the first phrase entry whose "Phrase" is exactly @p phrase; a null string when none is.
+    static QString fullTextFor(const QString& phrase);
+
+    /// Writes the whole document to defaultFilePath(), atomically. A failed write leaves the file as it was and is
+    /// logged; without a document nothing is written.
+    static void writeDocument();
+
+    /// @}
+    /// @name Editing state
+    /// @{
+    static int selectedClippingRowForEditing();
+    static void setSelectedClippingRowForEditing(int row);
+    static int previouslySelectedClippingRow();
+    static void setPreviouslySelectedClippingRow(int row);
+    static bool editEntryPaneTextIsDirty();
+    static void setEditEntryPaneTextIsDirty(bool dirty);
+    static QString lastEditedAbb();
+    static void setLastEditedAbb(const QString& phrase);
+
+    /// @}
+    /// @name Settings store
+    /// @{
+
+    /// Stores @p value for the current user, flushes the domain and posts "Preferences Changed".
+    static void saveToUserDefaults_forKey(const PropertyList::Value& value, const QString& key);
+    /// Stores @p value and flushes, without a notification.
+    static void storeSetting(const PropertyList::Value& value, const QString& key);
+    /// The stored value, refreshed from storage; the empty string when the key is absent.
+    static PropertyList::Value retrieveFromUserDefaults(const QString& key);
+    /// The four below answer a null value when the key is absent.
+    static PropertyList::Value retrieveDateFromUserDefaults(const QString& key);
+    static PropertyList::Value retrieveUntypedObjectFromUserDefaults(const QString& key);
+    static PropertyList::Value retrieveDataFromUserDefaults(const QString& key);
+    static PropertyList::Value retrieveArrayFromUserDefaults(const QString& key);
+
+    /// @}
+    /// @name Notifications
+    /// @{
+
+    /// Posts the named notification with the helper's object, without user information.
+    static void sendNotification(const QString& name);
+    /// The same with user information.
+    static void sendNotification(const QString& name, const PropertyList::DictionaryPointer& userInfo);
+    /// Reloads the document when @p object and @p name are the helper's "Preferences Changed".
+    static void prefsChangedHere(const QString& name, const QString& object);
+
+    /// @}
+    /// @name Playback
+    /// @{
+
+    /// Plays the sound of the first sound event with this code; codes outside 0 to 79 are ignored.
+    static void playSoundForEvent(int code);
+    /// Plays the file, suitcase or folder (one of its files at random) at @p path.
+    static void playSoundForPhrase(const QString& path);
+    /// Stops the sound in the slot that phrases share.
+    static void stopSoundForPhrase();
+
+    /// @}
+};
+
+/// Plays one 'snd ' resource of the file's resource fork, picked at random, and returns when it has been heard. Answers the
+/// number of such resources in the file; 0 when it has none or cannot be opened.
+int playRandomSndFromSuitcase(const QString& path);
+
+/// Ask before removing a row; shared by the phrase and the events table. 1 except between a Command-Delete and the end
+/// of the removal that it starts.
+extern bool gConfirmRemove;
+
+/// A text cell of the phrase table is being edited.
+extern bool editEntryInProgress;

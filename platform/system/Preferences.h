@@ -1,0 +1,48 @@
+#pragma once
+
+#include <PropertyList.h>
+
+#include <QString>
+
+/// The preferences domains of the user: one property-list file per domain under
+/// `$XDG_CONFIG_HOME/blipsy/preferences/`, shared with other processes.
+///
+/// A write takes the domain's lock, reads the file again, merges what this process has set, and replaces the file
+/// atomically. A read parses the file only when it has changed since the last read (one `stat` otherwise). A file that
+/// cannot be parsed reads as empty and is never overwritten; one log line names it and the reason.
+namespace Preferences {
+
+/// Sets @p key in @p domain for the current user (a null value removes it). Kept in memory until synchronize().
+void setValue(const QString& key, const PropertyList::Value& value, const QString& domain);
+
+/// The value of @p key in exactly @p domain; a null Value where it is not set.
+PropertyList::Value copyValue(const QString& key, const QString& domain);
+
+/// Writes what was set and reads what others wrote. False when the domain could not be stored (logged).
+bool synchronize(const QString& domain);
+
+/// The file that holds @p domain.
+QString filePath(const QString& domain);
+
+} // namespace Preferences
+
+/// The defaults that this process reads through a search list: the host's own domain, the attached suites in the
+/// order in which they were added, then the global domain ("global").
+class UserDefaults final
+{
+public:
+    static UserDefaults& standardUserDefaults();
+
+    /// Attaches a domain to the search list; attaching it again changes nothing.
+    void addSuiteNamed(const QString& domain);
+    /// Refreshes every domain of the list from storage.
+    void synchronize();
+    /// The first value found under @p key; null where no domain has it. Containers are copies: changing them changes
+    /// nothing in the store.
+    PropertyList::Value objectForKey(const QString& key) const;
+
+private:
+    UserDefaults() = default;
+
+    QStringList m_suites;
+};

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "TableViewDataSource.h"
+
+#include <QPointer>
+#include <QTableView>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QKeyEvent;
+
+/// A table whose rows come from a data source when they are drawn, with columns found by identifier and cells that the
+/// columns share. At most one row is selected.
+///
+/// The selection is announced on NotificationCenter::defaultCenter() with the table as object: `selectionIsChanging`
+/// just before it moves, while selectedRow() still answers the old row, and `selectionDidChange` when it has moved,
+/// whatever moved it (mouse, keyboard, code, the removal of rows). An observer may run a modal dialog in the first:
+/// further moves meanwhile are ignored, and the move is made afterwards if its row still exists.
+class TableView : public QTableView
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(TableView)
+    /// The columns, one "identifier" or "identifier:option,option" each. Options: `editable`, `sort` (a header click sorts
+    /// by the identifier), `stretch`, `width=N` (in pixels at 96 dpi), `icon` (as narrow as a 16 pixel image).
+    Q_PROPERTY(QStringList columns READ columns WRITE setColumns)
+    /// The columns' titles, in the same order. The title of an icon column is not drawn: it is its header's tool tip.
+    Q_PROPERTY(QStringList columnTitles READ columnTitles WRITE setColumnTitles)
+    /// Shown in the middle of the table while it has no rows.
+    Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
+
+public:
+    static const QString selectionIsChangingNotification;
+    static const QString selectionDidChangeNotification;
+
+    explicit TableView(QWidget* parent = nullptr);
+    ~TableView() override;
+
+    QStringList columns() const;
+    void setColumns(const QStringList& columns);
+    QStringList columnTitles() const;
+    void setColumnTitles(const QStringList& titles);
+    QString placeholderText() const;
+    void setPlaceholderText(const QString& text);
+
+    /// The data source stays its owner's; null takes it away. It may be the table itself.
+    void setDataSource(TableViewDataSource* source);
+    TableViewDataSource* dataSource() const;
+
+    /// The column with this identifier, or null.
+    TableColumn* tableColumnWithIdentifier(const QString& identifier) const;
+    const std::vector<std::unique_ptr<TableColumn>>& tableColumns() const;
+
+    /// The number of rows that the data source gave last.
+    int numberOfRows() const;
+    /// Asks the data source for the number of rows again. Rows are added or taken at the end; a selected row that is gone
+    /// is deselected.
+    void noteNumberOfRowsChanged();
+    /// Asks for everything again: the number of rows now, the cells as they are drawn. The selected row stays selected.
+    void reloadData();
+    /// Gives the last column the width that is left.
+    void sizeLastColumnToFit();
+
+    /// -1 when no row is selected.
+    int selectedRow() const;
+    /// Selects @p row alone; -1 deselects. At most one row is ever selected, so @p extend changes nothing.
+    void selectRow_byExtendingSelection(int row, bool extend);
+    void scrollRowToVisible(int row);
+    /// Starts editing the text of a cell, all of it selected when @p select is set. Does nothing for row -1.
+    void editColumn_row_withEvent_select(int column, int row, const QKeyEvent* event, bool select);
+    /// Whether a cell's text is being edited.
+    bool isEditing() const;
+
+    QList<SortDescriptor> sortDescriptors() const;
+
+    /// Accepts drops; what may be dropped is the data source's decision.
+    void registerForDraggedTypes();
+    /// Called while a drop is validated: where it is to land.
+    void setDropRow_dropOperation(int row, DropOperation operation);
+    /// What a drag of rows offers outside (@p local false) or inside this program.
+    virtual DragOperation draggingSourceOperationMaskForLocal(bool local) const;
+
+    /// A key typed while the table has the focus; the default is the table's own handling.
+    virtual void keyDown(QKeyEvent* event);
+    /// A key pressed with the command modifier (Control); true when it was handled.
+    virtual bool performKeyEquivalent(QKeyEvent* event);
+    /// The user is about to change the text of a cell: called at the first change. False refuses.
+    virtual bool textShouldBeginEditing(QWidget* fieldEditor);
+    /// The editing of a cell ends: the default commits the text through the data source. Also called, without a commit,
+    /// when the user gives up with Escape after a change.
+    virtual void textDidEndEditing(QWidget* fieldEditor);
+
+private:
+    class Implementation;
+
+    std::unique_ptr<Implementation> m_implementation;
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtPlugin>
+
+class QWidget;
+
+/// What a host program asks of a settings pane. The host loads the pane's module, casts its instance to this
+/// interface and needs nothing else of it. All calls are made on the main thread.
+class PreferencePane : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(PreferencePane)
+
+public:
+    explicit PreferencePane(QObject* parent = nullptr)
+        : QObject(parent)
+    {
+    }
+
+    ~PreferencePane() override = default;
+
+    /// Tells the pane where its bundle folder is; the first call a host makes.
+    virtual void setBundlePath(const QString& path) = 0;
+
+    /// Makes the sounds document at @p path the document in use, as if the user had chosen it. Before loadMainView()
+    /// it is the one that the pane opens with.
+    virtual void openDocument(const QString& path) = 0;
+
+    /// Loads the interface on the first call. The pane owns the widget; the host shows it in a window of its own.
+    virtual QWidget* loadMainView() = 0;
+
+    /// The names of the tabs, untranslated, in the order shown.
+    virtual QStringList tabNames() const = 0;
+    /// Shows a tab. False when there is none of that name.
+    virtual bool selectTab(const QString& name) = 0;
+};
+
+Q_DECLARE_INTERFACE(PreferencePane, "com.blipsy.PreferencePane/1.0")
