@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+/// Finds the pane's bundle, and sees to it that the user can write the document inside.
+namespace BundleLocator {
+
+/// The bundle that the pane is loaded from; empty when there is none.
+///
+/// That is the bundle next to the program (in a build folder) or the installed one, when its resources are writable for
+/// the user. Where they are not, it is a copy in `$XDG_DATA_HOME/blipsy`, made at the first start and renewed when the
+/// original has changed; the user's own default document in it is kept. When no copy can be made the original is
+/// used as it is, and one log line says why.
+QString bundlePath();
+
+} // namespace BundleLocator
