@@ -1,0 +1,157 @@
+#include "BYAppsFilesController.h"
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <FileTypes.h>
+#include <OpenPanel.h>
+#include <Pasteboard.h>
+#include <SharedNames.h>
+#include <TableView.h>
+
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcActions, "blipsy.appfiles.actions")
+
+constexpr int tagDoNotExpand = 1;
+constexpr int tagChooseDocument = 2;
+
+const QString documentExtension = u"Blipsy"_s;
+const QString applicationExtension = u"app"_s;
+/// An installed application is named by its entry in the desktop's application folders.
+const QString desktopEntryExtension = u"desktop"_s;
+
+bool isDocument(const QString& path)
+{
+    return QFileInfo(path).suffix() == documentExtension;
+}
+
+bool isApplication(const QString& path)
+{
+    const QString extension = QFileInfo(path).suffix();
+    return extension == applicationExtension || extension == desktopEntryExtension;
+}
+
+} // namespace
+
+void BYAppsFilesController::appsPopUpAction(QAction* sender)
+{
+    const int tag = sender->data().toInt();
+    qCInfo(lcActions).noquote() << u"appsPopUpAction: %1"_s.arg(sender->text());
+    qCInfo(lcActions).noquote() << u"appsPopUpAction tag: %1"_s.arg(tag);
+    const QString application = selectedApplication();
+    if (!application.isEmpty() && tag == tagDoNotExpand) {
+        BYGlobals::file4app()->insert(application, u""_s);
+    } else if (!application.isEmpty() && tag == tagChooseDocument) {
+        chooseDocumentFor(application);
+    }
+    savePreferences();
+    appsFilesTable->reloadData();
+}
+
+void BYAppsFilesController::chooseDocumentFor(const QString& application)
+{
+    OpenPanel panel(appsFilesTable);
+    panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose a Sounds Document"_s));
+    const QStringList types = {documentExtension, u"plist"_s, u"textpander"_s,
+        FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("XPND"))};
+    if (panel.runModalForDirectory_file_types(QDir::homePath(), {}, types) == okButton) {
+        for (const QString& path : panel.filenames()) {
+            BYGlobals::file4app()->insert(application, path);
+        }
+    }
+}
+
+void BYAppsFilesController::addAppToExclusionList(QObject* /*sender*/)
+{
+    OpenPanel panel(appsFilesTable);
+    panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose an Application"_s));
+    const QStringList types
+        = {applicationExtension, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
+    if (panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types) == okButton) {
+        for (const QString& path : panel.filenames()) {
+            addApplication(path);
+        }
+    }
+}
+
+void BYAppsFilesController::addApplication(const QString& path)
+{
+    if (!appsToSkip.contains(path)) {
+        appsToSkip.append(path);
+    }
+    if (!appsArray.contains(path)) {
+        appsArray.append(path);
+    }
+    const PropertyList::DictionaryPointer file4app = BYGlobals::file4app();
+    if (const PropertyList::Value* existing = file4app->find(path)) {
+        qCInfo(lcActions).noquote() << u"app already in dict with file %1"_s.arg(existing->textValue());
+    } else {
+        file4app->insert(path, u""_s);
+    }
+    applicationsChanged();
+}
+
+void BYAppsFilesController::removeAppFromExclusionList(QObject* /*sender*/)
+{
+    const QString application = selectedApplication();
+    if (application.isEmpty()) {
+        return;
+    }
+    appsToSkip.removeAll(application);
+    appsArray.removeAll(application);
+    BYGlobals::file4app()->remove(application);
+    applicationsChanged();
+}
+
+void BYAppsFilesController::applicationsChanged()
+{
+    savePreferences();
+    sortedAppsArray.reset();
+    appsFilesTable->noteNumberOfRowsChanged();
+    appsFilesTable->reloadData();
+}
+
+DragOperation BYAppsFilesController::tableView_validateDrop_proposedRow_proposedDropOperation(
+    TableView* table, const DraggingInfo& info, int row, DropOperation /*operation*/)
+{
+    if (row >= table->numberOfRows()) {
+        return DragOperation::None;
+    }
+    table->setDropRow_dropOperation(row, DropOperation::On);
+    const std::optional<QUrl> url = info.draggingPasteboard().url();
+    if (!url || !url->isLocalFile()) {
+        return DragOperation::None;
+    }
+    const QString path = url->toLocalFile();
+    return isDocument(path) || isApplication(path) ? DragOperation::Copy : DragOperation::None;
+}
+
+bool BYAppsFilesController::tableView_acceptDrop_row_dropOperation(
+    TableView* /*table*/, const DraggingInfo& info, int row, DropOperation /*operation*/)
+{
+    const std::optional<QUrl> url = info.draggingPasteboard().url();
+    if (!url) {
+        return false;
+    }
+    const QString path = url->toLocalFile();
+    if (isDocument(path)) {
+        const QString application = applicationAtRow(std::max(row, 0));
+        if (application.isEmpty()) {
+            return false;
+        }
+        BYGlobals::file4app()->insert(application, path);
+    } else {
+        for (const QString& dragged : info.draggingPasteboard().filenames()) {
+            addApplication(dragged);
+        }
+    }
+    savePreferences();
+    return true;
+}

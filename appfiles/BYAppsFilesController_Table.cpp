@@ -1,0 +1,88 @@
+#include "BYAppsFilesController.h"
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <SharedNames.h>
+#include <TableView.h>
+#include <Workspace.h>
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+using PropertyList::DictionaryPointer;
+
+int BYAppsFilesController::numberOfRowsInTableView(TableView* /*table*/)
+{
+    return int(appsArray.size());
+}
+
+QString BYAppsFilesController::applicationAtRow(int row)
+{
+    return getSortedAppsArray().value(row);
+}
+
+QString BYAppsFilesController::selectedApplication()
+{
+    return applicationAtRow(appsFilesTable->selectedRow());
+}
+
+/// What is done in an application. A document that has gone shows as such, since the helper finds nothing in it.
+QString BYAppsFilesController::documentTextFor(const QString& application) const
+{
+    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    const DictionaryPointer file4app = BYGlobals::file4app();
+    const QString document = file4app ? file4app->value(application).string() : QString();
+    if (!file4app || (!document.isEmpty() && !QFileInfo::exists(document))) {
+        return bundle.localizedString(u"missing file"_s);
+    }
+    if (document.isEmpty()) {
+        return bundle.localizedString(u"do not expand"_s);
+    }
+    return bundle.localizedString(u"expand using: %@"_s).replace(u"%@"_s, QFileInfo(document).completeBaseName());
+}
+
+QVariant BYAppsFilesController::tableView_objectValueForTableColumn_row(
+    TableView* /*table*/, TableColumn* column, int row)
+{
+    const QString application = applicationAtRow(row);
+    if (application.isEmpty()) {
+        return {};
+    }
+    if (column == iconColumn) {
+        return iconForFileAtPath(application);
+    }
+    if (column == appColumn) {
+        QString& name = m_displayNames[application];
+        if (name.isEmpty()) {
+            name = Workspace::displayNameAtPath(application);
+        }
+        return name;
+    }
+    if (column == pathColumn) {
+        return documentTextFor(application);
+    }
+    if (column == popUpColumn) {
+        return popUpColumn->dataCellForRow(row)->title();
+    }
+    return {};
+}
+
+QString BYAppsFilesController::tableView_toolTipForTableColumn_row(
+    TableView* /*table*/, TableColumn* column, int row)
+{
+    const QString application = applicationAtRow(row);
+    if (column == pathColumn) {
+        return BYGlobals::file4app()->value(application).string();
+    }
+    if (column == popUpColumn) {
+        return Bundle::bundleWithIdentifier(paneBundleIdentifier)
+            .localizedString(u"Choose what is done in this application"_s);
+    }
+    return application;
+}
+
+QString BYAppsFilesController::tableView_accessibleTextForTableColumn_row(
+    TableView* table, TableColumn* column, int row)
+{
+    return column == popUpColumn ? tableView_toolTipForTableColumn_row(table, column, row) : QString();
+}
