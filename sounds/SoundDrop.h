@@ -1,0 +1,23 @@
+#pragma once
+
+#include <DraggingInfo.h>
+
+#include <QList>
+
+class Pasteboard;
+class TableView;
+
+/// Drag and drop of the two tables whose rows have a sound.
+namespace SoundDrop {
+
+/// The pasteboard type of dragged rows: the keyed archive of their index set.
+extern const QString rowsPasteboardType;
+
+/// The answer while something is dragged over @p row: refused below the last row; otherwise the drop is retargeted onto
+/// the row and SoundKinds::dropOperation() decides.
+DragOperation validate(TableView* table, const DraggingInfo& info, int row);
+
+/// Puts the dragged @p rows on @p pasteboard; always true.
+bool writeRows(const QList<int>& rows, Pasteboard& pasteboard);
+
+} // namespace SoundDrop

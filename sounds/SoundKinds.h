@@ -1,0 +1,23 @@
+#pragma once
+
+#include <DraggingInfo.h>
+
+#include <QStringList>
+#include <QUrl>
+
+#include <optional>
+
+/// Which files a phrase or an event can have as its sound.
+namespace SoundKinds {
+
+/// What a sound panel offers: the accepted extensions, then the classic type of sound suitcases.
+QStringList openPanelTypes();
+
+/// Whether a folder exists at @p path; a link to a folder counts.
+bool folderExists(const QString& path);
+
+/// What dropping @p url on a row does: Copy for a file URL whose extension is accepted as it is spelt (letter case
+/// counts) or is missing, as that of a folder is; otherwise None.
+DragOperation dropOperation(const std::optional<QUrl>& url);
+
+} // namespace SoundKinds
