@@ -1,0 +1,67 @@
+#include "AiffC.h"
+
+#include "ExtendedFloat.h"
+#include "FourCharCode.h"
+
+#include <QtEndian>
+
+namespace {
+
+constexpr quint32 formatVersion = 0xA2805140;
+
+template <typename Number>
+void append(QByteArray& bytes, Number number)
+{
+    char stored[sizeof(Number)];
+    qToBigEndian(number, stored);
+    bytes.append(stored, sizeof(stored));
+}
+
+/// A chunk: its code, the length of its contents, and the contents padded to an even length.
+void appendChunk(QByteArray& bytes, const char (&code)[5], QByteArrayView contents)
+{
+    append(bytes, fourCharCode(code));
+    append(bytes, quint32(contents.size()));
+    bytes.append(contents);
+    if (contents.size() % 2 != 0) {
+        bytes.append('\0');
+    }
+}
+
+QByteArray commonChunk(const SampledSound& sound)
+{
+    QByteArray common;
+    append(common, quint16(sound.channels));
+    append(common, quint32(sound.packets));
+    append(common, quint16(sound.coding.sampleBits));
+    common.append(ExtendedFloat::encode(sound.sampleRate));
+    append(common, sound.coding.type);
+    append(common, quint16(0)); // the coding's name: an empty length-prefixed string, padded
+    return common;
+}
+
+QByteArray soundChunk(const SampledSound& sound)
+{
+    QByteArray chunk;
+    chunk.reserve(sound.data.size() + 8);
+    append(chunk, quint64(0)); // offset and block size
+    chunk.append(sound.data);
+    return chunk;
+}
+
+} // namespace
+
+QByteArray AiffC::wrap(const SampledSound& sound)
+{
+    QByteArray form;
+    append(form, fourCharCode("AIFC"));
+    QByteArray version;
+    append(version, formatVersion);
+    appendChunk(form, "FVER", version);
+    appendChunk(form, "COMM", commonChunk(sound));
+    appendChunk(form, "SSND", soundChunk(sound));
+
+    QByteArray file;
+    appendChunk(file, "FORM", form);
+    return file;
+}
