@@ -1,5 +1,8 @@
 #include "BYAppsFilesController.h"
 
+#include <QFileInfo>
+#include <QLoggingCategory>
+
 #include <BYGlobals.h>
 #include <DistributedNotificationCenter.h>
 #include <NotificationCenter.h>
@@ -7,9 +10,6 @@
 #include <SharedNames.h>
 #include <TableView.h>
 #include <Workspace.h>
-
-#include <QFileInfo>
-#include <QLoggingCategory>
 
 #include <algorithm>
 

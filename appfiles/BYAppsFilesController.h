@@ -1,12 +1,12 @@
 #pragma once
 
-#include <PropertyList.h>
-#include <TableViewDataSource.h>
-
 #include <QHash>
 #include <QIcon>
 #include <QObject>
 #include <QStringList>
+
+#include <PropertyList.h>
+#include <TableViewDataSource.h>
 
 #include <optional>
 
@@ -15,8 +15,8 @@ class QMenu;
 class QPushButton;
 struct Notification;
 
-/// Compares the file names of two paths, folders aside, without regard to letter case: negative, zero or positive. Paths of
-/// equal names keep the order in which they were added.
+/// Compares the file names of two paths, folders aside, without regard to letter case: negative, zero or positive.
+/// Paths of equal names keep the order in which they were added.
 int sortbyfilename(const QString& a, const QString& b);
 
 /// Controller of the table that says which sounds document serves which application. Each row is one application of the

@@ -1,5 +1,10 @@
 #include "BYAppsFilesController.h"
 
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QLoggingCategory>
+
 #include <BYGlobals.h>
 #include <Bundle.h>
 #include <FileTypes.h>
@@ -7,11 +12,6 @@
 #include <Pasteboard.h>
 #include <SharedNames.h>
 #include <TableView.h>
-
-#include <QAction>
-#include <QDir>
-#include <QFileInfo>
-#include <QLoggingCategory>
 
 using namespace Qt::StringLiterals;
 
@@ -59,8 +59,8 @@ void BYAppsFilesController::chooseDocumentFor(const QString& application)
 {
     OpenPanel panel(appsFilesTable);
     panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose a Sounds Document"_s));
-    const QStringList types = {documentExtension, u"plist"_s, u"textpander"_s,
-        FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("XPND"))};
+    const QStringList types = {
+        documentExtension, u"plist"_s, u"textpander"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("XPND"))};
     if (panel.runModalForDirectory_file_types(QDir::homePath(), {}, types) == okButton) {
         for (const QString& path : panel.filenames()) {
             BYGlobals::file4app()->insert(application, path);
@@ -72,8 +72,7 @@ void BYAppsFilesController::addAppToExclusionList(QObject* /*sender*/)
 {
     OpenPanel panel(appsFilesTable);
     panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose an Application"_s));
-    const QStringList types
-        = {applicationExtension, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
+    const QStringList types = {applicationExtension, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
     if (panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types) == okButton) {
         for (const QString& path : panel.filenames()) {
             addApplication(path);

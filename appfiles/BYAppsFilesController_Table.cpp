@@ -1,12 +1,12 @@
 #include "BYAppsFilesController.h"
 
+#include <QFileInfo>
+
 #include <BYGlobals.h>
 #include <Bundle.h>
 #include <SharedNames.h>
 #include <TableView.h>
 #include <Workspace.h>
-
-#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;
@@ -67,8 +67,7 @@ QVariant BYAppsFilesController::tableView_objectValueForTableColumn_row(
     return {};
 }
 
-QString BYAppsFilesController::tableView_toolTipForTableColumn_row(
-    TableView* /*table*/, TableColumn* column, int row)
+QString BYAppsFilesController::tableView_toolTipForTableColumn_row(TableView* /*table*/, TableColumn* column, int row)
 {
     const QString application = applicationAtRow(row);
     if (column == pathColumn) {

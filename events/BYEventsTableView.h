@@ -14,7 +14,8 @@ class BYEventsTableView final : public TableView
 public:
     explicit BYEventsTableView(QWidget* parent = nullptr);
 
-    /// Clears the selected row's sound, writes the document and tells the helper; asks first when `gConfirmRemove` is set.
+    /// Clears the selected row's sound, writes the document and tells the helper; asks first when `gConfirmRemove` is
+    /// set.
     void removeRow(QObject* sender);
 
     /// Delete removes the row's sound.

@@ -44,13 +44,14 @@ DictionaryPointer EventEntries::entryAt(const ArrayPointer& entries, int row)
 
 DictionaryPointer EventEntries::firstWithEventOf(const ArrayPointer& all, const DictionaryPointer& entry)
 {
-    if (!all || !entry) {
+    if (!all || !entry || !entry->contains(EventKey::event)) {
         return {};
     }
     const QString event = entry->value(EventKey::event).textValue();
     for (const Value& candidate : std::as_const(*all)) {
         const DictionaryPointer dictionary = candidate.dictionary();
-        if (dictionary && dictionary->value(EventKey::event).textValue() == event) {
+        if (dictionary && dictionary->contains(EventKey::event) &&
+            dictionary->value(EventKey::event).textValue() == event) {
             return dictionary;
         }
     }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <PropertyList.h>
-
 #include <QStringView>
 
-/// What is asked of the document's sound-event entries, as functions over its lists. An element that is no dictionary is
-/// an entry without keys.
+#include <PropertyList.h>
+
+/// What is asked of the document's sound-event entries, as functions over its lists. An element that is no dictionary
+/// is an entry without keys.
 namespace EventEntries {
 
 /// The code of the system alert, whose volume is the system's own.

@@ -46,8 +46,8 @@ QByteArray contentOf(const QString& path)
 /// The library and its information are what an update changes.
 bool isUpToDate(const QString& copy, const QString& original)
 {
-    return QFileInfo::exists(copy + documentPath) && contentOf(copy + infoPath) == contentOf(original + infoPath)
-        && QFileInfo(copy + modulePath).lastModified() >= QFileInfo(original + modulePath).lastModified();
+    return QFileInfo::exists(copy + documentPath) && contentOf(copy + infoPath) == contentOf(original + infoPath) &&
+           QFileInfo(copy + modulePath).lastModified() >= QFileInfo(original + modulePath).lastModified();
 }
 
 bool copyTree(const QString& from, const QString& to)
@@ -103,7 +103,8 @@ QString BundleLocator::bundlePath()
     if (original.isEmpty() || isWritable(original)) {
         return original;
     }
-    const QString copy = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/blipsy/"_s + bundleName;
+    const QString copy =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/blipsy/"_s + bundleName;
     if (isUpToDate(copy, original) || installCopy(original, copy)) {
         return copy;
     }

@@ -1,12 +1,12 @@
 #include "SettingsWindow.h"
 
-#include <PreferencePane.h>
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QPixmap>
 #include <QSettings>
 #include <QTextStream>
+
+#include <PreferencePane.h>
 
 using namespace Qt::StringLiterals;
 

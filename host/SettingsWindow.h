@@ -15,8 +15,8 @@ public:
     explicit SettingsWindow(PreferencePane& pane);
     ~SettingsWindow() override;
 
-    /// Saves a picture of every tab as `NAME.png` in @p folder, which is made when it is missing, and prints the paths. False
-    /// when one could not be saved.
+    /// Saves a picture of every tab as `NAME.png` in @p folder, which is made when it is missing, and prints the paths.
+    /// False when one could not be saved.
     bool saveScreenshots(const QString& folder);
 
 protected:

@@ -1,8 +1,6 @@
 #include "BundleLocator.h"
 #include "SettingsWindow.h"
 
-#include <PreferencePane.h>
-
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
@@ -10,6 +8,8 @@
 #include <QPluginLoader>
 #include <QTextStream>
 #include <QTimer>
+
+#include <PreferencePane.h>
 
 using namespace Qt::StringLiterals;
 
@@ -30,8 +30,7 @@ Options parseOptions(const QCoreApplication& application)
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption document(u"document"_s, u"Use the sounds document FILE."_s, u"FILE"_s);
-    const QCommandLineOption screenshot(
-        u"screenshot"_s, u"Save a picture of every tab in DIR and exit."_s, u"DIR"_s);
+    const QCommandLineOption screenshot(u"screenshot"_s, u"Save a picture of every tab in DIR and exit."_s, u"DIR"_s);
     const QCommandLineOption tab(
         u"tab"_s, u"Show the tab NAME: Phrases, Events, Applications or Options."_s, u"NAME"_s);
     parser.addOptions({document, screenshot, tab});

@@ -59,15 +59,14 @@ double sampleOf(const Note& note, double time)
     const double phase = 2 * std::numbers::pi * turns;
     const double attack = std::min(1.0, t / 0.004);
     const double release = std::exp(-5 * t / note.length) * std::min(1.0, (note.length - t) / 0.01);
-    const double wave
-        = std::sin(phase) + note.brightness * (0.6 * std::sin(2 * phase) + 0.4 * std::sin(3 * phase));
+    const double wave = std::sin(phase) + note.brightness * (0.6 * std::sin(2 * phase) + 0.4 * std::sin(3 * phase));
     return note.gain * attack * release * wave / (1 + note.brightness);
 }
 
 template <typename Integer>
 void append(QByteArray& bytes, Integer value)
 {
-    std::array<char, sizeof(Integer)> raw {};
+    std::array<char, sizeof(Integer)> raw{};
     qToBigEndian(value, raw.data());
     bytes.append(raw.data(), qsizetype(raw.size()));
 }

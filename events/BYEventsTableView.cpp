@@ -1,0 +1,132 @@
+#include "BYEventsTableView.h"
+
+#include "EventEntries.h"
+
+#include <QKeyEvent>
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <KeyCharacters.h>
+#include <Pasteboard.h>
+#include <RemovalQuestion.h>
+#include <SharedNames.h>
+#include <SoundDocument.h>
+#include <SoundPasteboard.h>
+#include <Workspace.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+constexpr char16_t deleteCharacter = 0x7F;
+constexpr char16_t leftArrow = 0xF702;
+constexpr char16_t rightArrow = 0xF703;
+
+DictionaryPointer selectedEntry(const TableView& table)
+{
+    return EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), table.selectedRow());
+}
+
+} // namespace
+
+BYEventsTableView::BYEventsTableView(QWidget* parent)
+    : TableView(parent)
+{
+}
+
+void BYEventsTableView::removeRow(QObject* /*sender*/)
+{
+    const int row = selectedRow();
+    if (row < 0) {
+        return;
+    }
+    const DictionaryPointer shown = selectedEntry(*this);
+    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    const bool confirmed =
+        !gConfirmRemove ||
+        RemovalQuestion::confirm(this, bundle.localizedString(u"Are you sure you wish to remove this sound?"_s) +
+                                           bundle.localizedString(u"\nYou will not be able to undo this operation."_s));
+    gConfirmRemove = true;
+    const DictionaryPointer entry = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
+    if (!confirmed || !entry) {
+        return;
+    }
+    entry->insert(EventKey::soundFilepath, u""_s);
+    SoundDocument::saveAndRefreshMenu();
+    reloadData();
+}
+
+void BYEventsTableView::copySound()
+{
+    if (const DictionaryPointer entry = selectedEntry(*this)) {
+        SoundPasteboard::copy(entry->value(EventKey::soundFilepath).string());
+    }
+}
+
+void BYEventsTableView::pasteSound()
+{
+    const DictionaryPointer entry = selectedEntry(*this);
+    const std::optional<QString> path = SoundPasteboard::paste();
+    if (!entry || !path) {
+        return;
+    }
+    entry->insert(EventKey::soundFilepath, *path);
+    SoundDocument::saveAndRefreshMenu();
+    reloadData();
+}
+
+void BYEventsTableView::toggleSound()
+{
+    const TableColumn* column = tableColumnWithIdentifier(u"Trash"_s);
+    const auto* cell = column != nullptr ? dynamic_cast<ButtonCell*>(column->dataCellForRow(selectedRow())) : nullptr;
+    if (cell != nullptr && selectedRow() >= 0) {
+        cell->performClick(this);
+    }
+}
+
+void BYEventsTableView::keyDown(QKeyEvent* event)
+{
+    const QString characters = keyCharacters(*event);
+    if (!characters.isEmpty() && characters.front() == deleteCharacter) {
+        removeRow(this);
+        return;
+    }
+    TableView::keyDown(event);
+}
+
+bool BYEventsTableView::performKeyEquivalent(QKeyEvent* event)
+{
+    const QString characters = keyCharacters(*event);
+    if (characters.isEmpty()) {
+        return false;
+    }
+    const DictionaryPointer entry = selectedEntry(*this);
+    switch (characters.front().unicode()) {
+    case u'c':
+        copySound();
+        return true;
+    case u'v':
+        pasteSound();
+        return true;
+    case u'a':
+        toggleSound();
+        return true;
+    case deleteCharacter:
+        gConfirmRemove = false;
+        removeRow(this);
+        return true;
+    case leftArrow:
+        if (entry) {
+            Workspace::selectFile(entry->value(EventKey::soundFilepath).string());
+        }
+        return true;
+    case rightArrow:
+        if (entry) {
+            BYGlobals::playSoundForEvent(int(entry->value(EventKey::event).integerValue()));
+        }
+        return true;
+    default:
+        return false;
+    }
+}

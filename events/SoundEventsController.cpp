@@ -1,0 +1,207 @@
+#include "SoundEventsController.h"
+
+#include "EventEntries.h"
+
+#include <QFileInfo>
+#include <QLineEdit>
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <NotificationCenter.h>
+#include <SharedNames.h>
+#include <Sound.h>
+#include <TableView.h>
+#include <TemplateIcon.h>
+#include <Workspace.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+QIcon finderIcon;
+QIcon playIcon;
+QIcon trashIcon;
+QIcon addIcon;
+
+const QString revealColumn = u"Reveal"_s;
+const QString playColumn = u"Play"_s;
+const QString trashColumn = u"Trash"_s;
+const QString actionColumn = u"actionPopUp"_s;
+
+void loadIcons()
+{
+    const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
+    finderIcon = templateIcon(resources + u"/reveal.tif"_s);
+    playIcon = templateIcon(resources + u"/play.tif"_s);
+    trashIcon = templateIcon(resources + u"/removeCross.tif"_s);
+    addIcon = templateIcon(resources + u"/addCross.tif"_s);
+}
+
+std::shared_ptr<ButtonCell> smallButtonCell()
+{
+    auto cell = std::make_shared<ButtonCell>();
+    cell->setControlSize(Cell::ControlSize::Small);
+    cell->setEditable(false);
+    return cell;
+}
+
+DictionaryPointer entryAtRow(int row)
+{
+    return EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), row);
+}
+
+/// "" counts as no sound; a missing key does not.
+bool hasEmptySound(const DictionaryPointer& entry)
+{
+    const PropertyList::Value path = entry->value(EventKey::soundFilepath);
+    return path.type() == PropertyList::Type::String && path.stringView().isEmpty();
+}
+
+QVariant lastPathComponent(const QString& path)
+{
+    return QFileInfo(QDir::cleanPath(path)).fileName();
+}
+
+/// The assigned sound by its file name, or the note that it is not there.
+QVariant soundText(const DictionaryPointer& entry)
+{
+    const QString path = entry->value(EventKey::soundFilepath).string();
+    if (path.isEmpty()) {
+        return {};
+    }
+    if (!QFileInfo::exists(path)) {
+        return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"cannot find assigned sound!"_s);
+    }
+    return lastPathComponent(path);
+}
+
+} // namespace
+
+SoundEventsController::SoundEventsController(QObject* parent)
+    : QObject(parent)
+{
+}
+
+SoundEventsController::~SoundEventsController() = default;
+
+void SoundEventsController::awakeFromNib()
+{
+    loadIcons();
+    theSoundToPlay.reset();
+    mySoundEventsTable->registerForDraggedTypes();
+    buildCells();
+    mySoundEventsTable->setDataSource(this);
+    NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, mySoundEventsTable,
+        [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
+    addDesktopSoundFolders();
+    mySoundEventsTable->reloadData();
+}
+
+void SoundEventsController::buildCells()
+{
+    const std::shared_ptr<ButtonCell> sharedCell = smallButtonCell();
+    const std::shared_ptr<ButtonCell> trashCell = smallButtonCell();
+    trashCell->setKeyEquivalent(u"a"_s);
+    trashCell->setAction([this](TableView* table) { trashButtonAction(table); });
+    const auto popUpCell = std::make_shared<PopUpButtonCell>();
+    popUpCell->setEditable(true);
+    popUpCell->setMenu(myVolumePopUp);
+
+    const auto give = [this](const QString& identifier, const std::shared_ptr<Cell>& cell) {
+        TableColumn* column = mySoundEventsTable->tableColumnWithIdentifier(identifier);
+        if (column != nullptr) {
+            column->setDataCell(cell);
+        }
+        return column;
+    };
+    give(revealColumn, sharedCell);
+    give(playColumn, sharedCell);
+    give(trashColumn, trashCell);
+    popUpColumn = give(actionColumn, popUpCell);
+}
+
+void SoundEventsController::volumePopUpAction(QObject* /*sender*/)
+{
+    if (mySearchField != nullptr) {
+        EventEntries::filter(
+            BYGlobals::soundsPrefsArray(), BYGlobals::soundsPrefsArrayFiltered(), mySearchField->text());
+    }
+    mySoundEventsTable->reloadData();
+}
+
+int SoundEventsController::numberOfRowsInTableView(TableView* /*table*/)
+{
+    const PropertyList::ArrayPointer entries = BYGlobals::soundsPrefsArrayFiltered();
+    return entries ? int(entries->size()) : 0;
+}
+
+QVariant SoundEventsController::tableView_objectValueForTableColumn_row(
+    TableView* /*table*/, TableColumn* column, int row)
+{
+    const DictionaryPointer entry = entryAtRow(row);
+    const QString& identifier = column->identifier();
+    if (!entry) {
+        return {};
+    }
+    Cell* cell = column->dataCellForRow(row);
+    if (identifier == revealColumn || identifier == playColumn || identifier == trashColumn) {
+        const bool reveal = identifier == revealColumn;
+        const QIcon& trash = hasEmptySound(entry) ? addIcon : trashIcon;
+        cell->setImage(reveal ? finderIcon : identifier == playColumn ? playIcon : trash);
+        return {};
+    }
+    if (identifier == EventKey::eventName) {
+        return entry->value(EventKey::eventName).textValue();
+    }
+    if (identifier == EventKey::soundFilepath) {
+        return soundText(entry);
+    }
+    const PropertyList::Value* value = entry->find(identifier);
+    return value != nullptr ? lastPathComponent(value->textValue()) : QVariant();
+}
+
+void SoundEventsController::tableView_setObjectValue_forTableColumn_row(
+    TableView* /*table*/, const QVariant& /*value*/, TableColumn* column, int row)
+{
+    const DictionaryPointer entry = entryAtRow(row);
+    if (!entry) {
+        return;
+    }
+    if (column->identifier() == playColumn) {
+        BYGlobals::playSoundForEvent(int(entry->value(EventKey::event).integerValue()));
+    } else if (column->identifier() == revealColumn) {
+        Workspace::selectFile(entry->value(EventKey::soundFilepath).string());
+    }
+}
+
+QString SoundEventsController::tableView_toolTipForTableColumn_row(TableView* /*table*/, TableColumn* column, int row)
+{
+    const DictionaryPointer entry = entryAtRow(row);
+    if (!entry) {
+        return {};
+    }
+    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    const QString& identifier = column->identifier();
+    if (identifier == EventKey::soundFilepath) {
+        return entry->value(EventKey::soundFilepath).string();
+    }
+    if (identifier == playColumn) {
+        return bundle.localizedString(u"Play the sound"_s);
+    }
+    if (identifier == revealColumn) {
+        return bundle.localizedString(u"Show the sound in the file manager"_s);
+    }
+    if (identifier == trashColumn) {
+        return hasEmptySound(entry) ? bundle.localizedString(u"Choose a sound"_s)
+                                    : bundle.localizedString(u"Take the sound away"_s);
+    }
+    return {};
+}
+
+QString SoundEventsController::tableView_accessibleTextForTableColumn_row(
+    TableView* table, TableColumn* column, int row)
+{
+    return column->identifier() == EventKey::soundFilepath ? QString()
+                                                           : tableView_toolTipForTableColumn_row(table, column, row);
+}

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <QObject>
+
+#include <OpenPanel.h>
+#include <SoundPanel.h>
+#include <TableViewDataSource.h>
+
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class Slider;
+class Sound;
+struct Notification;
+
+/// Controller of the sound-events list: shows the document's events, narrows them by the search field, gives them
+/// sounds and volumes. Row r of the table is entry r of the filtered event list. Main thread only.
+class SoundEventsController final : public QObject, public TableViewDataSource
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SoundEventsController)
+
+public:
+    explicit SoundEventsController(QObject* parent = nullptr);
+    ~SoundEventsController() override;
+
+    /// @name Outlets, connected by the interface
+    /// @{
+    QLineEdit* mySearchField = nullptr;
+    TableView* mySoundEventsTable = nullptr;
+    QMenu* myVolumePopUp = nullptr;
+    Slider* myVolumeSlider = nullptr;
+    QLabel* myVolumeSliderLabel = nullptr;
+    QWidget* myOpenPanelView = nullptr;
+    QLabel* myOpenPanelViewChosenEventLabel = nullptr;
+    QPushButton* myAddToFavouritesButton = nullptr;
+    QPushButton* myPlayButton = nullptr;
+    QPushButton* myStopButton = nullptr;
+    /// Each item's tool tip is the absolute path of a folder.
+    QComboBox* myFavouriteFoldersPopUpButton = nullptr;
+    /// @}
+
+    /// One-time set-up, when all outlets are connected.
+    void awakeFromNib();
+
+    /// Narrows the list to the search text and reloads the table. Also the action of the pop-up column's menu.
+    void volumePopUpAction(QObject* sender);
+
+    /// @name The table's data
+    /// @{
+    int numberOfRowsInTableView(TableView* table) override;
+    QVariant tableView_objectValueForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    void tableView_setObjectValue_forTableColumn_row(
+        TableView* table, const QVariant& value, TableColumn* column, int row) override;
+    QString tableView_toolTipForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    QString tableView_accessibleTextForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    bool tableView_writeRowsWithIndexes_toPasteboard(
+        TableView* table, const QList<int>& rows, Pasteboard& pasteboard) override;
+    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(
+        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+    bool tableView_acceptDrop_row_dropOperation(
+        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+    /// @}
+
+    /// @name Volume
+    /// @{
+
+    /// Names and shows the volume that the slider sets now: the general one, the system's alert volume or the selected
+    /// event's.
+    void tableViewSelectionDidChange(const Notification& notification);
+    /// Stores the slider's value where the selection says, writes the document and has the event played.
+    void volumeSliderAction(Slider* sender);
+    /// @}
+
+    /// @name Assigning a sound
+    /// @{
+
+    /// Toggles the sound of the selected row.
+    void trashButtonAction(QObject* sender);
+    /// Takes the row's sound away, or, when it has none, runs the panel that chooses one.
+    void handleAssignSoundDialog_row(QObject* sender, int row);
+    /// Fits the accessory view into the panel; always true.
+    bool prepareOpenPanel(OpenPanel* panel);
+    void panelSelectionDidChange(QObject* sender);
+    bool folderExists(const QString& path) const;
+    /// Shows the folder of the pop-up's selected item in the panel.
+    void goToFavouriteDirectory(QComboBox* sender);
+    /// Adds the panel's selected folder to the pop-up, for as long as the pane lives.
+    void addToFavouriteDirectory(QObject* sender);
+    /// Previews the panel's selected file; a suitcase is played by the helper.
+    void playSelectedSound(QObject* sender);
+    void stopSelectedSound(QObject* sender);
+    void sound_didFinishPlaying(Sound* sound, bool finished);
+    /// @}
+
+private:
+    void buildCells();
+    void addDesktopSoundFolders();
+    SoundPanelAccessory accessory() const;
+    QString selectedPath() const;
+
+    TableColumn* popUpColumn = nullptr;
+    OpenPanel* _activeOpenPanel = nullptr;
+    std::unique_ptr<Sound> theSoundToPlay;
+};

@@ -1,0 +1,97 @@
+#include "SoundEventsController.h"
+
+#include "EventEntries.h"
+
+#include <QLabel>
+#include <QLoggingCategory>
+
+#include <AlertVolume.h>
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <NotificationCenter.h>
+#include <SharedNames.h>
+#include <Slider.h>
+#include <TableView.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Dictionary;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcVolume, "blipsy.events.volume")
+
+/// The slider's value for an alert level word: the unsigned low 16 bits in units of 1/256.
+float sliderValueOf(quint32 levelWord)
+{
+    return float(levelWord & 0xFFFF) * 0.00390625F;
+}
+
+/// The level word for a slider value: the level in both halves.
+quint32 levelWordOf(float sliderValue)
+{
+    const auto level = quint32(double(sliderValue) * 256.0);
+    return level | (level << 16);
+}
+
+bool isSystemAlert(const DictionaryPointer& entry)
+{
+    return entry->value(EventKey::event).integerValue() == EventEntries::systemAlertCode;
+}
+
+float alertVolume()
+{
+    const AlertVolume::Reading reading = AlertVolume::getSysBeepVolume();
+    if (reading.error != 0) {
+        qCWarning(lcVolume).noquote() << u" GetSysBeepVolume err = %1"_s.arg(reading.error);
+    }
+    return sliderValueOf(reading.level);
+}
+
+float generalVolume()
+{
+    const DictionaryPointer document = BYGlobals::clippingsDictionary();
+    return document ? float(document->value(DocumentKey::setVolume).doubleValue()) : 0;
+}
+
+} // namespace
+
+void SoundEventsController::tableViewSelectionDidChange(const Notification& notification)
+{
+    const auto* table = qobject_cast<TableView*>(notification.object);
+    const DictionaryPointer entry =
+        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), table != nullptr ? table->selectedRow() : -1);
+    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    QString label;
+    if (!entry) {
+        label = bundle.localizedString(u"Set volume:"_s);
+        myVolumeSlider->setFloatValue(generalVolume());
+    } else if (isSystemAlert(entry)) {
+        label = bundle.localizedString(u"Alert volume:"_s);
+        myVolumeSlider->setFloatValue(alertVolume());
+    } else {
+        label = bundle.localizedString(u"Event volume:"_s);
+        myVolumeSlider->setFloatValue(float(entry->value(EventKey::volume).doubleValue()));
+    }
+    myVolumeSliderLabel->setText(label);
+}
+
+void SoundEventsController::volumeSliderAction(Slider* sender)
+{
+    const DictionaryPointer entry =
+        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), mySoundEventsTable->selectedRow());
+    if (entry && isSystemAlert(entry)) {
+        AlertVolume::setSysBeepVolume(levelWordOf(sender->floatValue()));
+    } else if (entry) {
+        entry->insert(EventKey::volume, sender->stringValue());
+    } else if (const DictionaryPointer document = BYGlobals::clippingsDictionary()) {
+        document->insert(DocumentKey::setVolume, sender->stringValue());
+    }
+    BYGlobals::writeDocument();
+    BYGlobals::sendNotification(NotificationName::refreshMenu);
+    if (entry) {
+        const DictionaryPointer userInfo = Dictionary::create();
+        userInfo->insert(EventKey::event, entry->value(EventKey::event));
+        BYGlobals::sendNotification(NotificationName::playEvent, userInfo);
+    }
+}
