@@ -8,11 +8,15 @@
 #include <QString>
 #include <QStringList>
 
+#include <concepts>
 #include <optional>
+#include <span>
 #include <variant>
 #include <vector>
 
-/// Property lists: the value model, and the functions that read and write its forms.
+/// Property lists: the value model, and the functions that read and write its forms (public source: the format's
+/// DTD "PropertyList-1.0", and the published descriptions of the binary form "bplist00" and of the old-style text
+/// form).
 ///
 /// Containers are shared and mutable: copying a Value or a pointer copies the reference, so an entry that sits in two
 /// arrays is one entry, and a change made through either is seen through both. A container must not be made to
@@ -35,31 +39,51 @@ struct Uid
 
 enum class Type { Null, Boolean, Integer, Real, String, Date, Data, Uid, Array, Dictionary };
 
+/// How a real number is spelled in the XML form: with 17 significant digits (0.20000000000000001), or with as few as
+/// give the same number back (0.2). Both are in use; a real keeps the one that it was read in.
+enum class RealSpelling { SeventeenDigits, Shortest };
+
 /// One value: a scalar, or a reference to a shared container. A null Value stands for "absent".
 class Value final
 {
 public:
     Value() noexcept = default;
-    Value(bool value) noexcept;
+
+    /// Exactly bool: no pointer becomes a boolean by accident.
+    template <std::same_as<bool> Boolean>
+    Value(Boolean value) noexcept
+        : m_value(value)
+    {
+    }
+
     Value(int value) noexcept;
     Value(qint64 value) noexcept;
     Value(quint64 value) noexcept;
-    Value(double value) noexcept;
+    Value(double value, RealSpelling spelling = RealSpelling::SeventeenDigits) noexcept;
     Value(QString value) noexcept;
     Value(QByteArray value) noexcept;
+    /// Kept as UTC, to the millisecond; an invalid moment gives a null Value.
     Value(const QDateTime& value);
     Value(Uid value) noexcept;
+    /// A null pointer gives a null Value.
     Value(ArrayPointer value) noexcept;
     Value(DictionaryPointer value) noexcept;
     Value(const char*) = delete;
 
     Type type() const noexcept;
+
     bool isNull() const noexcept { return type() == Type::Null; }
 
     /// The text of a string; a null QString for every other type.
     QString string() const;
+
     /// The same without touching the reference count; valid as long as this value.
-    QStringView stringView() const noexcept;
+    QStringView stringView() const noexcept
+    {
+        const auto* text = std::get_if<QString>(&m_value);
+        return text != nullptr ? QStringView(*text) : QStringView();
+    }
+
     /// The bytes of data; empty for every other type.
     QByteArray data() const;
     /// The moment of a date (UTC); invalid for every other type.
@@ -73,17 +97,31 @@ public:
     /// boolean as 0 or 1, the leading decimal integer of a string (after white space, with an optional sign), held to
     /// the range of the type. Everything else, and text without leading digits, gives 0.
     qint64 integerValue() const;
+    /// The same held to 0 … 2^64 - 1, for the integers beyond qint64.
+    quint64 unsignedIntegerValue() const;
     /// The same for floating point: "0.5abc" gives 0.5, text that does not begin with a number 0.
     double doubleValue() const;
     /// The text-value conversion: a string as it is, a number in its shortest decimal form, a boolean as "1" or "0";
     /// empty for every other type.
     QString textValue() const;
 
-    /// Deep comparison: containers are equal when their contents are.
+    RealSpelling realSpelling() const noexcept;
+
+    /// Deep comparison: containers are equal when their contents are. Different types are never equal; the spelling of
+    /// reals does not count, and NaN equals NaN.
     bool operator==(const Value& other) const;
 
 private:
-    std::variant<std::monostate, bool, qint64, quint64, double, QString, QDateTime, QByteArray, Uid, ArrayPointer,
+    struct Real
+    {
+        double number;
+        RealSpelling spelling;
+
+        bool operator==(const Real& other) const noexcept;
+    };
+
+    // quint64 holds only what qint64 cannot, so that equal integers have equal representations.
+    std::variant<std::monostate, bool, qint64, quint64, Real, QString, QDateTime, QByteArray, Uid, ArrayPointer,
         DictionaryPointer>
         m_value;
 };
@@ -94,27 +132,42 @@ class Array final : public QSharedData
 public:
     static ArrayPointer create() { return ArrayPointer(new Array); }
 
+    static ArrayPointer create(std::vector<Value> items);
+
     qsizetype size() const noexcept { return qsizetype(m_items.size()); }
+
     bool isEmpty() const noexcept { return m_items.empty(); }
 
     /// @p index must be in 0 … size() - 1.
     const Value& at(qsizetype index) const { return m_items[size_t(index)]; }
+
     void append(Value value) { m_items.push_back(std::move(value)); }
+
     void replace(qsizetype index, Value value) { m_items[size_t(index)] = std::move(value); }
+
     void removeAt(qsizetype index) { m_items.erase(m_items.begin() + index); }
+
     void clear() noexcept { m_items.clear(); }
+
     void reserve(qsizetype count) { m_items.reserve(size_t(count)); }
 
+    /// Puts the values into another order: afterwards place i holds what was at @p order [i]. @p order must hold each
+    /// index exactly once. No value is copied.
+    void reorder(std::span<const qsizetype> order);
+
     auto begin() noexcept { return m_items.begin(); }
+
     auto end() noexcept { return m_items.end(); }
+
     auto begin() const noexcept { return m_items.begin(); }
+
     auto end() const noexcept { return m_items.end(); }
 
 private:
     std::vector<Value> m_items;
 };
 
-/// A mutable, shared map from text to values, kept in ascending order of the keys' code units.
+/// A mutable, shared map from text to values, kept in ascending order of the keys' UTF-16 code units.
 class Dictionary final : public QSharedData
 {
 public:
@@ -126,7 +179,11 @@ public:
 
     static DictionaryPointer create() { return DictionaryPointer(new Dictionary); }
 
+    /// From entries in any order, without null values; of several with one key the last counts.
+    static DictionaryPointer create(std::vector<Entry> entries);
+
     qsizetype size() const noexcept { return qsizetype(m_entries.size()); }
+
     bool isEmpty() const noexcept { return m_entries.empty(); }
 
     bool contains(QStringView key) const;
@@ -141,14 +198,20 @@ public:
     QStringList keys() const;
 
     auto begin() const noexcept { return m_entries.begin(); }
+
     auto end() const noexcept { return m_entries.end(); }
 
 private:
+    std::vector<Entry>::const_iterator lowerBound(QStringView key) const;
+
     std::vector<Entry> m_entries;
 };
 
+/// Containers may be nested this deep; readers refuse deeper ones, and so do writers.
+inline constexpr int maximumDepth = 64;
+
 /// What a reader made of some bytes. A null root with an error text (which names the byte offset) means that they
-/// are no property list; warnings tell what was odd but harmless.
+/// are no property list; warnings (at most 16) tell what was odd but harmless.
 struct ReadResult
 {
     Value root;
@@ -157,16 +220,32 @@ struct ReadResult
 };
 
 /// Reads the XML, binary or old-style text form, told apart by the leading bytes.
+///
+/// Text: UTF-8, or UTF-16 with a byte order mark; XML also what its declaration names, as far as Qt knows it; the
+/// old-style form falls back to Mac OS Roman. Invalid UTF-8 and NUL in XML are errors, raw control characters
+/// (ill-formed XML, but written by other programs) are kept, with a warning; line ends are kept as they are. Duplicate
+/// keys: the last one counts, with a warning. In XML a dictionary with "CF$UID" as its only key and a non-negative
+/// integer under it is a Uid. A set of the binary form becomes an array, and its null elements are left out, both with
+/// a warning. Objects that a binary file refers to several times become separate containers. Bytes without any value
+/// (an empty file) are an error.
 ReadResult read(QByteArrayView bytes);
 
-/// The XML form, exactly as the platform's own writer lays it out (tabs, keys sorted by code unit, base64 lines).
-/// Nothing when a string holds a character that XML 1.0 cannot express, since a strict reader would refuse the file.
+/// The XML form, exactly as the platform's own writer lays it out (tabs, keys sorted by code unit, base64 lines), so
+/// that a file in that form, read and written unchanged, stays the same byte for byte. A carriage return is written as
+/// a character reference, dates lose fractions of a second, not-a-number and the infinities are "nan", "+infinity" and
+/// "-infinity", null elements are left out.
+///
+/// Nothing where a strict reader would refuse the file or read something else: when text holds a character that XML 1.0
+/// cannot express (control characters other than tab, line feed and carriage return, lone surrogates, U+FFFE, U+FFFF),
+/// a date lies outside the years 0 to 9999, containers are nested deeper than maximumDepth, or @p root is null.
 std::optional<QByteArray> writeXml(const Value& root);
 
-/// The binary form ("bplist00").
+/// The binary form ("bplist00"), which holds every value; null elements are left out. Empty when @p root is null or
+/// nested deeper than maximumDepth.
 QByteArray writeBinary(const Value& root);
 
-/// The XML form, or the binary form where XML cannot hold the text. Empty for a null root.
+/// The XML form, or the binary form where XML cannot hold the values. Empty when neither can (see writeBinary()): then
+/// there is nothing to store, and an existing file must stay as it is.
 QByteArray write(const Value& root);
 
 } // namespace PropertyList

@@ -1,0 +1,105 @@
+#include "PropertyListForms.h"
+
+#include <QStringDecoder>
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace PropertyList {
+
+namespace {
+
+constexpr qsizetype maximumWarnings = 16;
+
+QString located(QStringView what, qsizetype offset)
+{
+    return u"byte %1: %2"_s.arg(offset).arg(what);
+}
+
+} // namespace
+
+bool Findings::fail(QStringView what, qsizetype offset)
+{
+    if (!failed()) {
+        m_error = located(what, offset);
+    }
+    return false;
+}
+
+void Findings::warn(QStringView what, qsizetype offset)
+{
+    if (!isFull()) {
+        m_warnings.append(located(what, offset));
+    }
+}
+
+bool Findings::isFull() const noexcept
+{
+    return m_warnings.size() >= maximumWarnings;
+}
+
+ReadResult Findings::result(Value root) &&
+{
+    if (failed()) {
+        return {Value(), std::move(m_error), std::move(m_warnings)};
+    }
+    return {std::move(root), QString(), std::move(m_warnings)};
+}
+
+std::optional<QString> decodeUtf8(QByteArrayView bytes)
+{
+    if (bytes.isEmpty()) {
+        return u""_s; // the decoder would answer a null text
+    }
+    using Flag = QStringConverter::Flag;
+    QStringDecoder decoder(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
+    QString text = decoder(bytes);
+    if (decoder.hasError()) {
+        return std::nullopt;
+    }
+    return text;
+}
+
+std::pair<double, size_t> parseReal(std::string_view text)
+{
+    // std::from_chars knows no plus sign.
+    const size_t plus = text.starts_with('+') && !text.starts_with("+-") ? 1 : 0;
+    const char* begin = text.data() + plus;
+    const char* end = text.data() + text.size();
+    double number = 0;
+    const auto [stop, status] = std::from_chars(begin, end, number);
+    if (status == std::errc::invalid_argument) {
+        return {0, 0};
+    }
+    const auto length = size_t(stop - text.data());
+    if (status == std::errc::result_out_of_range) {
+        const std::string_view digits = text.substr(0, length);
+        const size_t exponent = digits.find_first_of("eE");
+        const bool tiny = exponent == std::string_view::npos
+                              ? std::string_view("0.").find(digits[plus]) != std::string_view::npos
+                              : digits.substr(exponent + 1).starts_with('-');
+        number = std::copysign(tiny ? 0.0 : std::numeric_limits<double>::infinity(), *begin == '-' ? -1.0 : 1.0);
+    }
+    return {number, length};
+}
+
+QByteArray spellReal(double number, RealSpelling spelling)
+{
+    if (std::isnan(number)) {
+        return "nan";
+    }
+    if (std::isinf(number)) {
+        return number > 0 ? "+infinity" : "-infinity";
+    }
+    if (spelling == RealSpelling::Shortest) {
+        return QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
+    }
+    char text[32];
+    const auto [end, status] = std::to_chars(text, text + sizeof text, number, std::chars_format::general, 17);
+    return {text, end - text};
+}
+
+} // namespace PropertyList
