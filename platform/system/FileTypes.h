@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <FourCharCode.h>
+
 #include <optional>
 
 /// Four-character file types of the classic file system, and aliases.
@@ -13,11 +15,7 @@ using TypeCode = quint32;
 /// The type code of four Mac OS Roman characters, for instance `typeCode("SFIL")` = 0x5346494C.
 constexpr TypeCode typeCode(const char (&text)[5])
 {
-    TypeCode code = 0;
-    for (int i = 0; i < 4; ++i) {
-        code = (code << 8) | static_cast<unsigned char>(text[i]);
-    }
-    return code;
+    return fourCharCode(text);
 }
 
 /// The type code that the Finder information of the file at @p path gives, links followed: from extended attributes, an
