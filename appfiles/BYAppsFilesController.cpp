@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QPushButton>
 
 #include <BYGlobals.h>
 #include <DistributedNotificationCenter.h>

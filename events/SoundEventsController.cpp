@@ -2,6 +2,7 @@
 
 #include "EventEntries.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 
@@ -91,6 +92,7 @@ void SoundEventsController::awakeFromNib()
     theSoundToPlay.reset();
     mySoundEventsTable->registerForDraggedTypes();
     buildCells();
+    fillVolumePopUp();
     mySoundEventsTable->setDataSource(this);
     NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, mySoundEventsTable,
         [this](const Notification& notification) { tableViewSelectionDidChange(notification); });

@@ -99,6 +99,8 @@ public:
 
 private:
     void buildCells();
+    void fillVolumePopUp();
+    void searchForValue(const QString& key);
     void addDesktopSoundFolders();
     SoundPanelAccessory accessory() const;
     QString selectedPath() const;

@@ -1,0 +1,36 @@
+#include "SoundEventsController.h"
+
+#include "EventEntries.h"
+
+#include <QLineEdit>
+#include <QMenu>
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <SharedNames.h>
+#include <TableView.h>
+
+using namespace Qt::StringLiterals;
+
+void SoundEventsController::fillVolumePopUp()
+{
+    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    const auto add = [this](const QString& title, const QString& key) {
+        connect(myVolumePopUp->addAction(title), &QAction::triggered, this, [this, key] { searchForValue(key); });
+    };
+    add(bundle.localizedString(u"Show Only This Category"_s), EventKey::eventCatName);
+    add(bundle.localizedString(u"Show Events with This Sound"_s), EventKey::soundFilepath);
+    myVolumePopUp->addSeparator();
+    add(bundle.localizedString(u"Show All Events"_s), {});
+}
+
+/// Searches for what the selected entry holds under @p key; for everything when it holds nothing.
+void SoundEventsController::searchForValue(const QString& key)
+{
+    const PropertyList::DictionaryPointer entry =
+        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), mySoundEventsTable->selectedRow());
+    const QString text = entry ? entry->value(key).string() : QString();
+    const QSignalBlocker once(mySearchField);
+    mySearchField->setText(text);
+    volumePopUpAction(myVolumePopUp);
+}

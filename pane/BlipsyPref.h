@@ -1,0 +1,29 @@
+#pragma once
+
+#include <PreferencePane.h>
+
+#include <memory>
+
+class Interface;
+
+/// The settings pane's principal class: loads the interface, whose controllers do the rest.
+class BlipsyPref final : public PreferencePane
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(BlipsyPref)
+    Q_PLUGIN_METADATA(IID "com.blipsy.PreferencePane/1.0")
+    Q_INTERFACES(PreferencePane)
+
+public:
+    explicit BlipsyPref(QObject* parent = nullptr);
+    ~BlipsyPref() override;
+
+    void setBundlePath(const QString& path) override;
+    void openDocument(const QString& path) override;
+    QWidget* loadMainView() override;
+    QStringList tabNames() const override;
+    bool selectTab(const QString& name) override;
+
+private:
+    std::unique_ptr<Interface> m_interface;
+};

@@ -1,0 +1,195 @@
+#include "BYAppsFilesController.h"
+
+#include <QAction>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <BYGlobals.h>
+#include <ModalDriver.h>
+#include <NotificationRecorder.h>
+#include <Pasteboard.h>
+#include <Preferences.h>
+#include <SharedNames.h>
+#include <TableView.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+QStringList storedApplications()
+{
+    QStringList paths;
+    const auto stored = Preferences::copyValue(SettingKey::appsFiles, BYGlobals::appID()).array();
+    for (qsizetype i = 0; stored && i < stored->size(); ++i) {
+        paths.append(stored->at(i).string());
+    }
+    return paths;
+}
+
+/// The applications tab with its controls.
+struct ApplicationsTab
+{
+    ApplicationsTab()
+    {
+        table.setColumns({u"icon"_s, u"application"_s, u"assocFile"_s, u"actionPopUp"_s});
+        table.setColumnTitles({u"Icon"_s, u"Application"_s, u"Document"_s, u"Choose"_s});
+        doNotExpand = popUp.addAction(u"Do not expand"_s);
+        doNotExpand->setData(1);
+        chooseDocument = popUp.addAction(u"Choose"_s);
+        chooseDocument->setData(2);
+        controller.appsFilesTable = &table;
+        controller.removeAppButton = &removeButton;
+        controller.appsPopUp = &popUp;
+        controller.awakeFromNib();
+    }
+
+    QString text(const QString& identifier, int row)
+    {
+        return controller
+            .tableView_objectValueForTableColumn_row(&table, table.tableColumnWithIdentifier(identifier), row)
+            .toString();
+    }
+
+    bool drop(const QStringList& paths, int row)
+    {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const QString& path : paths) {
+            urls.append(QUrl::fromLocalFile(path));
+        }
+        data.setUrls(urls);
+        const Pasteboard pasteboard(&data);
+        const DraggingInfo info(pasteboard, false);
+        return controller.tableView_validateDrop_proposedRow_proposedDropOperation(
+                   &table, info, row, DropOperation::Above) == DragOperation::Copy &&
+               controller.tableView_acceptDrop_row_dropOperation(&table, info, row, DropOperation::On);
+    }
+
+    TableView table;
+    QPushButton removeButton;
+    QMenu popUp;
+    QAction* doNotExpand = nullptr;
+    QAction* chooseDocument = nullptr;
+    BYAppsFilesController controller;
+};
+
+} // namespace
+
+class AppsFilesTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init()
+    {
+        BYGlobals::init();
+        for (const QString& key : BYGlobals::file4app()->keys()) {
+            BYGlobals::file4app()->remove(key);
+        }
+        const auto paths = PropertyList::Array::create();
+        for (const QString& name : {u"zebra.app"_s, u"Apple.app"_s}) {
+            const QString path = m_folder.filePath(name);
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            paths->append(path);
+        }
+        QFile document(m_folder.filePath(u"Phrases.Blipsy"_s));
+        QVERIFY(document.open(QIODevice::WriteOnly));
+        Preferences::setValue(SettingKey::appsFiles, paths, BYGlobals::appID());
+        QVERIFY(Preferences::synchronize(BYGlobals::appID()));
+        m_tab = std::make_unique<ApplicationsTab>();
+        m_recorder.clear();
+    }
+
+    void cleanup() { m_tab.reset(); }
+
+    void rowsAreSortedByFileNameWithoutRegardToCase()
+    {
+        QCOMPARE(m_tab->controller.getSortedAppsArray(), (QStringList{path(u"Apple.app"_s), path(u"zebra.app"_s)}));
+        QCOMPARE(m_tab->text(u"application"_s, 1), u"zebra.app"_s);
+        QCOMPARE(m_tab->text(u"assocFile"_s, 0), u"do not expand"_s);
+    }
+
+    void droppedDocumentServesTheRowsApplication()
+    {
+        QVERIFY(m_tab->drop({path(u"Phrases.Blipsy"_s)}, 1));
+        QCOMPARE(m_tab->text(u"assocFile"_s, 1), u"expand using: Phrases"_s);
+        const auto stored = Preferences::copyValue(SettingKey::file4App, BYGlobals::appID()).dictionary();
+        QCOMPARE(stored->value(path(u"zebra.app"_s)).string(), path(u"Phrases.Blipsy"_s));
+        QTRY_COMPARE(m_recorder.names(), QStringList{u"RefreshMenu"_s});
+
+        QVERIFY(QFile::remove(path(u"Phrases.Blipsy"_s)));
+        QCOMPARE(m_tab->text(u"assocFile"_s, 1), u"missing file"_s);
+    }
+
+    void whatIsDropped_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("application") << u"New.app"_s << 0 << true;
+        QTest::newRow("installed application") << u"new.desktop"_s << 0 << true;
+        QTest::newRow("document in another letter case") << u"x.blipsy"_s << 0 << false;
+        QTest::newRow("below the last row") << u"New.app"_s << 2 << false;
+    }
+
+    void whatIsDropped()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, row);
+        QFETCH(bool, accepted);
+        QCOMPARE(m_tab->drop({path(name)}, row), accepted);
+        QCOMPARE(storedApplications().contains(path(name)), accepted);
+    }
+
+    void twoDroppedApplicationsAreBothAdded()
+    {
+        QVERIFY(m_tab->drop({path(u"b.app"_s), path(u"C.app"_s), path(u"zebra.app"_s)}, 0));
+        QCOMPARE(storedApplications().size(), 4);
+        QCOMPARE(m_tab->table.numberOfRows(), 4);
+        QCOMPARE(m_tab->text(u"application"_s, 1), u"b.app"_s);
+    }
+
+    void removedApplicationForgetsItsDocument()
+    {
+        QVERIFY(!m_tab->removeButton.isEnabled());
+        m_tab->table.selectRow_byExtendingSelection(1, false);
+        QVERIFY(m_tab->removeButton.isEnabled());
+        m_tab->controller.removeAppFromExclusionList(nullptr);
+        QCOMPARE(storedApplications(), QStringList{path(u"Apple.app"_s)});
+        QVERIFY(!BYGlobals::file4app()->contains(path(u"zebra.app"_s)));
+        QCOMPARE(m_tab->table.numberOfRows(), 1);
+    }
+
+    void cancelledDocumentPanelKeepsTheEntryAndStillTells()
+    {
+        QVERIFY(m_tab->drop({path(u"Phrases.Blipsy"_s)}, 0));
+        QTRY_COMPARE(m_recorder.names().size(), 1);
+        m_recorder.clear();
+        m_tab->table.selectRow_byExtendingSelection(0, false);
+        ModalDriver cancel([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
+        m_tab->controller.appsPopUpAction(m_tab->chooseDocument);
+        QVERIFY(cancel.wasAnswered());
+        QCOMPARE(m_tab->text(u"assocFile"_s, 0), u"expand using: Phrases"_s);
+        QTRY_COMPARE(m_recorder.names(), QStringList{u"RefreshMenu"_s});
+
+        m_tab->controller.appsPopUpAction(m_tab->doNotExpand);
+        QCOMPARE(m_tab->text(u"assocFile"_s, 0), u"do not expand"_s);
+    }
+
+private:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<ApplicationsTab> m_tab;
+    NotificationRecorder m_recorder;
+};
+
+QTEST_MAIN(AppsFilesTest)
+#include "AppsFilesTest.moc"
