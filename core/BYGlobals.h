@@ -1,8 +1,8 @@
 #pragma once
 
-#include <PropertyList.h>
-
 #include <QString>
+
+#include <PropertyList.h>
 
 #include <array>
 #include <memory>
@@ -37,7 +37,12 @@ public:
     static PropertyList::DictionaryPointer clippingsDictionary();
     static PropertyList::ArrayPointer clippingsArray();
     static PropertyList::ArrayPointer soundsPrefsArray();
+    /// A list of its own with the same entries; entries that are no dictionaries are left out of it.
     static PropertyList::ArrayPointer soundsPrefsArrayFiltered();
+    /// The phrase entry at @p row. Never null: for a row that does not exist, or holds something else than a
+    /// dictionary, an empty dictionary of its own, so that such an entry reads as empty and travels through a save
+    /// unchanged.
+    static PropertyList::DictionaryPointer clippingAtRow(qsizetype row);
     /// The "SoundFilepath" of the first phrase entry whose "Phrase" is exactly @p phrase; a null string when none is.
     static QString fullTextFor(const QString& phrase);
 
@@ -98,8 +103,8 @@ public:
     /// @}
 };
 
-/// Plays one 'snd ' resource of the file's resource fork, picked at random, and returns when it has been heard. Answers the
-/// number of such resources in the file; 0 when it has none or cannot be opened.
+/// Plays one 'snd ' resource of the file's resource fork, picked at random, and returns when it has been heard. Answers
+/// the number of such resources in the file; 0 when it has none or cannot be opened.
 int playRandomSndFromSuitcase(const QString& path);
 
 /// Ask before removing a row; shared by the phrase and the events table. 1 except between a Command-Delete and the end

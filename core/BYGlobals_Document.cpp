@@ -1,0 +1,203 @@
+#include "BYGlobals.h"
+
+#include "PhraseOrder.h"
+#include "SharedNames.h"
+
+#include <QLoggingCategory>
+
+#include <AtomicFile.h>
+#include <RegularFile.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::ArrayPointer;
+using PropertyList::DictionaryPointer;
+using PropertyList::Value;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.document")
+
+/// Thirty times the largest document that is of any use.
+constexpr qint64 maximumSize = 1 << 30;
+
+struct Document
+{
+    DictionaryPointer root;
+    ArrayPointer phrases;
+    ArrayPointer events;
+    ArrayPointer filteredEvents;
+};
+
+Document document;
+QString documentPath = u""_s;
+DictionaryPointer applicationDocuments;
+QString loadProblem;
+
+struct LoadedRoot
+{
+    DictionaryPointer root;
+    /// Why there is no root.
+    QString problem;
+};
+
+LoadedRoot loadRoot(const QString& path)
+{
+    const RegularFile::Contents contents = RegularFile::read(path, maximumSize);
+    if (!contents.error.isEmpty()) {
+        return {{}, contents.error};
+    }
+    const PropertyList::ReadResult result = PropertyList::read(contents.bytes);
+    if (result.root.isNull()) {
+        return {{}, result.error};
+    }
+    const DictionaryPointer root = result.root.dictionary();
+    return {root, root ? QString() : u"the root is no dictionary"_s};
+}
+
+/// A file that stays broken is loaded more than once, but told once.
+void reportLoading(const QString& path, const QString& problem)
+{
+    const QString line = problem.isEmpty() ? QString() : u"cannot read document %1: %2"_s.arg(path, problem);
+    if (line != loadProblem && !line.isEmpty()) {
+        qCWarning(log).noquote() << line;
+    }
+    loadProblem = line;
+}
+
+void load(const QString& path)
+{
+    const auto [root, problem] = loadRoot(path);
+    reportLoading(path, problem);
+    document.root = root;
+    document.phrases = {};
+    document.events = {};
+    if (root) {
+        const bool hasClippings = root->contains(DocumentKey::clippings);
+        document.phrases = root->value(hasClippings ? DocumentKey::clippings : DocumentKey::snippets).array();
+        document.events = root->value(DocumentKey::sounds).array();
+    }
+}
+
+ArrayPointer soundEntries(const ArrayPointer& list)
+{
+    if (!list) {
+        return {};
+    }
+    ArrayPointer entries = PropertyList::Array::create();
+    entries->reserve(list->size());
+    for (const Value& entry : *list) {
+        if (entry.dictionary()) {
+            entries->append(entry);
+        }
+    }
+    return entries;
+}
+
+} // namespace
+
+void BYGlobals::init()
+{
+    documentPath = retrieveFromUserDefaults(SettingKey::defaultFilePath).textValue();
+    if (!applicationDocuments) {
+        applicationDocuments = retrieveUntypedObjectFromUserDefaults(SettingKey::file4App).dictionary();
+    }
+    if (!applicationDocuments) {
+        applicationDocuments = PropertyList::Dictionary::create();
+    }
+}
+
+void BYGlobals::fillArray()
+{
+    if (!documentPath.isEmpty()) {
+        load(documentPath);
+    }
+    sortArray();
+    document.filteredEvents = soundEntries(document.events);
+}
+
+void BYGlobals::sortArray()
+{
+    if (!document.phrases) {
+        return;
+    }
+    switch (retrieveFromUserDefaults(SettingKey::sortPref).integerValue()) {
+    case 0:
+        PhraseOrder::sort(*document.phrases, PhraseKey::phrase, PhraseOrder::Comparison::CaseInsensitiveText);
+        break;
+    case 1:
+        PhraseOrder::sort(*document.phrases, PhraseKey::soundFilepath, PhraseOrder::Comparison::CaseInsensitiveText);
+        break;
+    case 2:
+        PhraseOrder::sort(*document.phrases, PhraseKey::sortOrder, PhraseOrder::Comparison::Natural);
+        break;
+    default:
+        break;
+    }
+}
+
+QString BYGlobals::defaultFilePath()
+{
+    return documentPath;
+}
+
+void BYGlobals::setDefaultFilePath(const QString& path)
+{
+    documentPath = path;
+}
+
+DictionaryPointer BYGlobals::file4app()
+{
+    return applicationDocuments;
+}
+
+DictionaryPointer BYGlobals::clippingsDictionary()
+{
+    return document.root;
+}
+
+ArrayPointer BYGlobals::clippingsArray()
+{
+    return document.phrases;
+}
+
+ArrayPointer BYGlobals::soundsPrefsArray()
+{
+    return document.events;
+}
+
+ArrayPointer BYGlobals::soundsPrefsArrayFiltered()
+{
+    return document.filteredEvents;
+}
+
+DictionaryPointer BYGlobals::clippingAtRow(qsizetype row)
+{
+    const bool exists = document.phrases && row >= 0 && row < document.phrases->size();
+    const DictionaryPointer entry = exists ? document.phrases->at(row).dictionary() : DictionaryPointer();
+    return entry ? entry : PropertyList::Dictionary::create();
+}
+
+QString BYGlobals::fullTextFor(const QString& phrase)
+{
+    if (!document.phrases) {
+        return {};
+    }
+    for (const Value& entry : *document.phrases) {
+        const DictionaryPointer dictionary = entry.dictionary();
+        const Value* text = dictionary ? dictionary->find(PhraseKey::phrase) : nullptr;
+        if (text != nullptr && text->type() == PropertyList::Type::String && text->stringView() == phrase) {
+            return dictionary->value(PhraseKey::soundFilepath).string();
+        }
+    }
+    return {};
+}
+
+void BYGlobals::writeDocument()
+{
+    if (!document.root) {
+        return;
+    }
+    if (const auto error = AtomicFile::write(documentPath, PropertyList::write(document.root))) {
+        qCWarning(log).noquote() << *error;
+    }
+}

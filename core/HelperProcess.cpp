@@ -1,0 +1,30 @@
+#include "HelperProcess.h"
+
+#include "BYGlobals.h"
+#include "SharedNames.h"
+
+#include <Bundle.h>
+#include <ProcessLauncher.h>
+#include <ServiceRegistry.h>
+
+using namespace Qt::StringLiterals;
+
+QString HelperProcess::bundlePath()
+{
+    return Bundle::bundleWithIdentifier(paneBundleIdentifier).bundlePath() + u"/Contents/BlipsyMenu.app"_s;
+}
+
+void HelperProcess::isRunning(QObject* context, const std::function<void(bool)>& answered)
+{
+    ServiceRegistry::isRegistered(BYGlobals::appID(), context, answered);
+}
+
+bool HelperProcess::start()
+{
+    return ProcessLauncher::launch(bundlePath() + u"/Contents/MacOS/BlipsyMenu"_s);
+}
+
+void HelperProcess::stop()
+{
+    ProcessLauncher::launch(u"/usr/bin/killall"_s, {u"BlipsyMenu"_s});
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QStringView>
+
+#include <PropertyList.h>
+
+/// The orders in which phrase entries are sorted.
+namespace PhraseOrder {
+
+enum class Comparison {
+    /// Texts without regard to letter case; whatever is no text counts as absent.
+    CaseInsensitiveText,
+    /// Numbers by size, then texts by their characters ("10" before "2").
+    Natural,
+};
+
+/// Sorts @p entries in place, ascending and stably, by the value that each holds under @p key. Entries without such a
+/// value, and those that are no dictionaries, come first.
+void sort(PropertyList::Array& entries, QStringView key, Comparison comparison);
+
+} // namespace PhraseOrder

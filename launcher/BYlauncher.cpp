@@ -1,0 +1,84 @@
+#include "BYlauncher.h"
+
+#include <QLoggingCategory>
+#include <QTimer>
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <HelperProcess.h>
+#include <LoginItemScript.h>
+#include <Matrix.h>
+#include <SharedNames.h>
+
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.launcher")
+
+const QString removalScript = u"tell application \"System Events\"\ndelete login item \"BlipsyMenu\"\nend tell"_s;
+const QString creationScript =
+    u"set appPath to \"%1/Contents/BlipsyMenu.app\"\ntell application \"System Events\"\nmake login item at end with properties {path:appPath, hidden:false}\nend tell"_s;
+
+/// A start has been asked for since the last off().
+bool alreadyClicked = false;
+
+} // namespace
+
+BYlauncher::BYlauncher(QObject* parent)
+    : QObject(parent)
+{
+}
+
+BYlauncher::~BYlauncher() = default;
+
+void BYlauncher::awakeFromNib()
+{
+    alreadyClicked = false;
+    HelperProcess::isRunning(
+        this, [this](bool running) { onOffRadioButton->setState_atRow_column(true, 0, running ? 0 : 1); });
+    const qint64 build = BYGlobals::retrieveFromUserDefaults(SettingKey::menuBuild).integerValue();
+    if (build < HelperProcess::oldestCompatibleBuild) {
+        off(nullptr);
+        on(nullptr);
+    }
+}
+
+void BYlauncher::on(QObject* /*sender*/)
+{
+    if (alreadyClicked) {
+        return;
+    }
+    QTimer::singleShot(HelperProcess::restartDelay, this, &BYlauncher::handleTimer);
+    alreadyClicked = true;
+}
+
+void BYlauncher::off(QObject* /*sender*/)
+{
+    alreadyClicked = false;
+    HelperProcess::stop();
+    // There may be no login item, which is as well.
+    std::ignore = LoginItemScript::execute(removalScript);
+}
+
+void BYlauncher::handleTimer()
+{
+    HelperProcess::isRunning(this, [this](bool running) {
+        if (!running) {
+            start();
+        }
+    });
+}
+
+void BYlauncher::start()
+{
+    const QString panePath = Bundle::bundleWithIdentifier(paneBundleIdentifier).bundlePath();
+    if (const auto error = LoginItemScript::execute(creationScript.arg(LoginItemScript::escaped(panePath)))) {
+        qCWarning(log).noquote() << *error;
+    }
+    if (HelperProcess::start()) {
+        onOffRadioButton->setState_atRow_column(true, 0, 0);
+    }
+}

@@ -1,0 +1,194 @@
+#include "AtomicFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// As many links as the kernel itself follows.
+constexpr int maximumLinks = 40;
+constexpr int maximumNameAttempts = 16;
+constexpr mode_t permissionBits = 07777;
+constexpr mode_t privateMode = 0600;
+constexpr mode_t newFileMode = 0666;
+
+std::error_code systemError()
+{
+    return {errno, std::generic_category()};
+}
+
+class FileDescriptor final
+{
+public:
+    explicit FileDescriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+
+    ~FileDescriptor() { std::ignore = close(); }
+
+    Q_DISABLE_COPY_MOVE(FileDescriptor)
+
+    int get() const { return m_descriptor; }
+
+    /// Some file systems report a failed write only here. The descriptor is gone even then.
+    bool close() { return m_descriptor < 0 || ::close(std::exchange(m_descriptor, -1)) == 0; }
+
+private:
+    int m_descriptor;
+};
+
+/// A file beside the target, removed again unless it has taken the target's place.
+class TemporaryFile final
+{
+public:
+    TemporaryFile(const QByteArray& folder, mode_t mode)
+        : m_descriptor(open(folder, mode))
+    {
+    }
+
+    ~TemporaryFile()
+    {
+        if (!m_path.isEmpty()) {
+            ::unlink(m_path.constData());
+        }
+    }
+
+    Q_DISABLE_COPY_MOVE(TemporaryFile)
+
+    bool isOpen() const { return m_descriptor.get() >= 0; }
+
+    bool write(QByteArrayView bytes) const
+    {
+        while (!bytes.isEmpty()) {
+            const ssize_t written = ::write(m_descriptor.get(), bytes.data(), size_t(bytes.size()));
+            if (written < 0 && errno != EINTR) {
+                return false;
+            }
+            bytes = bytes.sliced(qMax(written, ssize_t(0)));
+        }
+        return true;
+    }
+
+    bool takeAttributesOf(const struct stat& target) const
+    {
+        // Only root may give a file away; a failure leaves it the user's own. The mode comes last, since a change of
+        // owner clears some of its bits.
+        std::ignore = ::fchown(m_descriptor.get(), target.st_uid, target.st_gid);
+        return ::fchmod(m_descriptor.get(), target.st_mode & permissionBits) == 0;
+    }
+
+    bool syncAndClose() { return ::fsync(m_descriptor.get()) == 0 && m_descriptor.close(); }
+
+    bool replace(const QByteArray& target)
+    {
+        if (std::rename(m_path.constData(), target.constData()) != 0) {
+            return false;
+        }
+        m_path.clear();
+        return true;
+    }
+
+private:
+    int open(const QByteArray& folder, mode_t mode)
+    {
+        for (int attempt = 0; attempt < maximumNameAttempts; ++attempt) {
+            const QByteArray name = ".blipsy-" + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
+            const QByteArray path = folder + '/' + name;
+            const int descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+            if (descriptor >= 0) {
+                m_path = path;
+                return descriptor;
+            }
+            if (errno != EEXIST) {
+                break;
+            }
+        }
+        return -1;
+    }
+
+    QByteArray m_path;
+    FileDescriptor m_descriptor;
+};
+
+/// The file that a chain of symbolic links ends at, whether it exists or not; empty when the chain has no end.
+QString followLinks(QString path)
+{
+    for (int links = 0; links < maximumLinks; ++links) {
+        const QFileInfo info(path);
+        if (!info.isSymLink()) {
+            return info.absoluteFilePath();
+        }
+        path = info.symLinkTarget();
+    }
+    return {};
+}
+
+std::error_code refusal(const QByteArray& target, const struct stat& existing)
+{
+    if (S_ISDIR(existing.st_mode)) {
+        return std::make_error_code(std::errc::is_a_directory);
+    }
+    if (!S_ISREG(existing.st_mode)) {
+        return std::make_error_code(std::errc::operation_not_permitted);
+    }
+    return ::access(target.constData(), W_OK) == 0 ? std::error_code() : systemError();
+}
+
+/// The rename survives a power cut only when the folder is on disk too. Not every file system can sync a folder.
+void syncFolder(const QByteArray& folder)
+{
+    const FileDescriptor descriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.get() >= 0) {
+        ::fsync(descriptor.get());
+    }
+}
+
+std::error_code replaceFile(const QByteArray& target, const QByteArray& folder, QByteArrayView bytes)
+{
+    struct stat existing = {};
+    const bool exists = ::stat(target.constData(), &existing) == 0;
+    if (exists) {
+        if (const std::error_code refused = refusal(target, existing)) {
+            return refused;
+        }
+    } else if (errno != ENOENT) {
+        return systemError();
+    }
+
+    // What only some may read stays theirs while it is being written, too.
+    TemporaryFile temporary(folder, exists ? privateMode : newFileMode);
+    if (!temporary.isOpen() || !temporary.write(bytes) || (exists && !temporary.takeAttributesOf(existing)) ||
+        !temporary.syncAndClose() || !temporary.replace(target)) {
+        return systemError();
+    }
+    syncFolder(folder);
+    return {};
+}
+
+} // namespace
+
+std::optional<QString> AtomicFile::write(const QString& path, QByteArrayView bytes)
+{
+    const QString target = followLinks(path);
+    const std::error_code error =
+        path.isEmpty()     ? std::make_error_code(std::errc::no_such_file_or_directory)
+        : target.isEmpty() ? std::make_error_code(std::errc::too_many_symbolic_link_levels)
+                           : replaceFile(QFile::encodeName(target), QFile::encodeName(QFileInfo(target).path()), bytes);
+    if (!error) {
+        return std::nullopt;
+    }
+    return u"cannot write %1: %2"_s.arg(path, QString::fromStdString(error.message()));
+}

@@ -1,0 +1,273 @@
+#include "MessageBus.h"
+
+#include <QFutureWatcher>
+#include <QLoggingCategory>
+#include <QPromise>
+
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <systemd/sd-bus.h>
+#include <systemd/sd-event.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <tuple>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.bus")
+
+constexpr auto drainTimeout = 200ms;
+
+uint64_t microseconds(std::chrono::steady_clock::duration time)
+{
+    return uint64_t(std::chrono::duration_cast<std::chrono::microseconds>(time).count());
+}
+
+} // namespace
+
+/// A call that waits for its reply. The time-out is kept here because the library's own does not run before the
+/// connection stands, which with a bus that hangs is never.
+class MessageBus::PendingCall final
+{
+public:
+    PendingCall(MessageBus* bus, Reader reader)
+        : m_bus(bus)
+        , m_reader(std::move(reader))
+    {
+    }
+
+    ~PendingCall()
+    {
+        sd_bus_slot_unref(m_slot);
+        sd_event_source_unref(m_timer);
+    }
+
+    Q_DISABLE_COPY_MOVE(PendingCall)
+
+    bool start(sd_bus* connection, sd_bus_message* message, std::chrono::milliseconds timeout)
+    {
+        return sd_bus_call_async(connection, &m_slot, message, &PendingCall::answered, this, UINT64_MAX) >= 0 &&
+               sd_event_add_time_relative(m_bus->eventLoop(), &m_timer, CLOCK_MONOTONIC, microseconds(timeout), 0,
+                   &PendingCall::timedOut, this) >= 0;
+    }
+
+    void finish(sd_bus_message* reply)
+    {
+        const Reader reader = std::move(m_reader);
+        m_bus->m_calls.remove_if([this](const PendingCall& call) { return &call == this; });
+        reader(reply);
+    }
+
+private:
+    static int answered(sd_bus_message* reply, void* call, sd_bus_error* /*error*/)
+    {
+        static_cast<PendingCall*>(call)->finish(sd_bus_message_is_method_error(reply, nullptr) > 0 ? nullptr : reply);
+        return 0;
+    }
+
+    static int timedOut(sd_event_source* /*timer*/, uint64_t /*time*/, void* call)
+    {
+        static_cast<PendingCall*>(call)->finish(nullptr);
+        return 0;
+    }
+
+    MessageBus* m_bus;
+    Reader m_reader;
+    sd_bus_slot* m_slot = nullptr;
+    sd_event_source* m_timer = nullptr;
+};
+
+void MessageBus::Unref::operator()(sd_event* loop) const
+{
+    sd_event_unref(loop);
+}
+
+void MessageBus::Unref::operator()(sd_bus* connection) const
+{
+    // Closing does not flush, and so waits for nothing.
+    sd_bus_close_unref(connection);
+}
+
+MessageBus& MessageBus::session()
+{
+    static MessageBus bus(Kind::Session);
+    return bus;
+}
+
+MessageBus& MessageBus::system()
+{
+    static MessageBus bus(Kind::System);
+    return bus;
+}
+
+MessageBus::MessageBus(Kind kind)
+    : m_kind(kind)
+    , m_wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , m_thread([this] { serve(); })
+{
+}
+
+MessageBus::~MessageBus()
+{
+    {
+        const std::scoped_lock guard(m_mutex);
+        m_stopping = true;
+    }
+    ::eventfd_write(m_wakeUp, 1);
+    m_thread.join();
+    ::close(m_wakeUp);
+}
+
+void MessageBus::run(Task task)
+{
+    {
+        const std::scoped_lock guard(m_mutex);
+        m_tasks.push_back(std::move(task));
+    }
+    ::eventfd_write(m_wakeUp, 1);
+}
+
+void MessageBus::call(
+    const Method& method, const Writer& writer, std::chrono::milliseconds timeout, const Reader& reader)
+{
+    run([=, this](sd_bus*) { send(method, writer, timeout, reader); });
+}
+
+void MessageBus::ask(const Method& method, const Writer& writer, std::chrono::milliseconds timeout,
+    const std::function<bool(sd_bus_message*)>& interpret, QObject* context, const std::function<void(bool)>& answered)
+{
+    const auto promise = std::make_shared<QPromise<bool>>();
+    promise->start();
+    auto* watcher = new QFutureWatcher<bool>(context);
+    QObject::connect(watcher, &QFutureWatcher<bool>::finished, context, [watcher, answered] {
+        watcher->deleteLater();
+        if (!watcher->isCanceled()) {
+            answered(watcher->result());
+        }
+    });
+    watcher->setFuture(promise->future());
+    call(method, writer, timeout, [promise, interpret](sd_bus_message* reply) {
+        promise->addResult(interpret(reply));
+        promise->finish();
+    });
+}
+
+void MessageBus::whenLost(std::function<void()> lost)
+{
+    run([this, lost = std::move(lost)](sd_bus* connection) {
+        if (connection == nullptr) {
+            lost();
+        }
+        m_lostHandlers.push_back(lost);
+    });
+}
+
+void MessageBus::send(
+    const Method& method, const Writer& writer, std::chrono::milliseconds timeout, const Reader& reader)
+{
+    sd_bus_message* message = nullptr;
+    if (connection() == nullptr || sd_bus_message_new_method_call(connection(), &message, method.destination,
+                                       method.path.constData(), method.interface, method.member) < 0) {
+        reader(nullptr);
+        return;
+    }
+    writer(message);
+    PendingCall& pending = m_calls.emplace_back(this, reader);
+    if (!pending.start(connection(), message, timeout)) {
+        pending.finish(nullptr);
+    }
+    sd_bus_message_unref(message);
+}
+
+void MessageBus::serve()
+{
+    sd_event* loop = nullptr;
+    sd_event_new(&loop);
+    m_loop.reset(loop);
+    sd_event_add_io(
+        loop, nullptr, m_wakeUp, EPOLLIN,
+        [](sd_event_source*, int, uint32_t, void* self) {
+            auto* bus = static_cast<MessageBus*>(self);
+            return bus->runTasks() ? 0 : sd_event_exit(bus->eventLoop(), 0);
+        },
+        this);
+    if (const int result = connectToBus(); result < 0) {
+        setLost(-result);
+    }
+    sd_event_loop(loop);
+    drain();
+    m_calls.clear();
+    m_connection.reset();
+    m_loop.reset();
+}
+
+int MessageBus::connectToBus()
+{
+    sd_bus* opened = nullptr;
+    const int result = m_kind == Kind::Session ? sd_bus_open_user(&opened) : sd_bus_open_system(&opened);
+    m_connection.reset(opened);
+    if (result < 0) {
+        return result;
+    }
+    // The library makes this signal up when the connection ends, whatever the cause.
+    const int matched = sd_bus_match_signal_async(
+        opened, nullptr, "org.freedesktop.DBus.Local", "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
+        "Disconnected",
+        [](sd_bus_message*, void* self, sd_bus_error*) {
+            static_cast<MessageBus*>(self)->setLost(ECONNRESET);
+            return 0;
+        },
+        nullptr, this);
+    return matched < 0 ? matched : sd_bus_attach_event(opened, eventLoop(), SD_EVENT_PRIORITY_NORMAL);
+}
+
+void MessageBus::setLost(int error)
+{
+    if (std::exchange(m_lost, true)) {
+        return;
+    }
+    qCWarning(log).noquote() << (m_kind == Kind::Session ? "no session bus:" : "no system bus:")
+                             << std::strerror(error);
+    for (const std::function<void()>& handler : m_lostHandlers) {
+        handler();
+    }
+}
+
+/// False when the thread is to end; what was given before that has been done.
+bool MessageBus::runTasks()
+{
+    eventfd_t count = 0;
+    ::eventfd_read(m_wakeUp, &count);
+    std::deque<Task> tasks;
+    bool stopping = false;
+    {
+        const std::scoped_lock guard(m_mutex);
+        tasks.swap(m_tasks);
+        stopping = m_stopping;
+    }
+    for (const Task& task : tasks) {
+        task(connection());
+    }
+    return !stopping;
+}
+
+/// Gives the bus a moment to take what was sent just before the end.
+void MessageBus::drain() const
+{
+    const auto deadline = std::chrono::steady_clock::now() + drainTimeout;
+    while (connection() != nullptr) {
+        uint64_t queued = 0;
+        const bool idle =
+            sd_bus_is_ready(connection()) > 0 && (sd_bus_get_n_queued_write(connection(), &queued) < 0 || queued == 0);
+        const auto remaining = deadline - std::chrono::steady_clock::now();
+        if (idle || remaining <= 0ms || sd_bus_process(connection(), nullptr) < 0 ||
+            sd_bus_wait(connection(), microseconds(remaining)) < 0) {
+            return;
+        }
+    }
+}

@@ -1,0 +1,68 @@
+#include "Preferences.h"
+
+#include "PreferencesDomain.h"
+
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Value;
+
+void Preferences::setValue(const QString& key, const Value& value, const QString& domain)
+{
+    PreferencesDomain::named(domain).setValue(key, value);
+}
+
+Value Preferences::copyValue(const QString& key, const QString& domain)
+{
+    PreferencesDomain& store = PreferencesDomain::named(domain);
+    store.refresh();
+    return store.value(key);
+}
+
+bool Preferences::synchronize(const QString& domain)
+{
+    PreferencesDomain& store = PreferencesDomain::named(domain);
+    const bool stored = store.store();
+    store.refresh();
+    return stored;
+}
+
+QString Preferences::filePath(const QString& domain)
+{
+    return PreferencesDomain::named(domain).filePath();
+}
+
+UserDefaults& UserDefaults::standardUserDefaults()
+{
+    static UserDefaults defaults;
+    return defaults;
+}
+
+void UserDefaults::addSuiteNamed(const QString& domain)
+{
+    if (!m_suites.contains(domain)) {
+        m_suites.append(domain);
+    }
+}
+
+void UserDefaults::synchronize()
+{
+    for (const QString& domain : searchList()) {
+        Preferences::synchronize(domain);
+    }
+}
+
+Value UserDefaults::objectForKey(const QString& key) const
+{
+    for (const QString& domain : searchList()) {
+        if (Value value = PreferencesDomain::named(domain).value(key); !value.isNull()) {
+            return value;
+        }
+    }
+    return {};
+}
+
+QStringList UserDefaults::searchList() const
+{
+    return QStringList{QCoreApplication::applicationName()} + m_suites + QStringList{u"global"_s};
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+#include <PropertyList.h>
+
+#include <optional>
+
+/// Which state of a file was read: two equal stamps mean that the file has not been replaced or changed in between.
+struct FileStamp
+{
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = 0;
+    qint64 modified = 0;
+    qint64 changed = 0;
+
+    bool operator==(const FileStamp&) const = default;
+
+    /// The stamp of the file at @p path, links followed. Nothing when there is none.
+    static std::optional<FileStamp> of(const QByteArray& path);
+};
+
+/// One preferences domain: its file as last read, and what this process has set since.
+class PreferencesDomain final
+{
+public:
+    explicit PreferencesDomain(const QString& name);
+    ~PreferencesDomain();
+    Q_DISABLE_COPY_MOVE(PreferencesDomain)
+
+    /// The domain of that name, made on first use; it lives until the process ends.
+    static PreferencesDomain& named(const QString& name);
+
+    const QString& filePath() const { return m_path; }
+
+    /// The value as of the last refresh, a copy; null where the key is not set.
+    PropertyList::Value value(const QString& key) const;
+    /// A null @p value removes the key.
+    void setValue(const QString& key, const PropertyList::Value& value);
+    /// Reads the file again where it has changed.
+    void refresh();
+    /// Stores what was set. False when it could not be stored; then it is kept.
+    bool store();
+
+private:
+    enum class FileState { Absent, Sound, Broken };
+
+    void readFile();
+    bool lockAndStore();
+    bool writeMerged();
+    void retryLater();
+    /// Logs @p problem unless it was the last one; an empty text ends it.
+    void report(const QString& problem);
+
+    QString m_path;
+    QByteArray m_nativePath;
+    std::optional<FileStamp> m_stamp;
+    FileState m_state = FileState::Absent;
+    PropertyList::DictionaryPointer m_stored = PropertyList::Dictionary::create();
+    QHash<QString, PropertyList::Value> m_pending;
+    QString m_problem;
+    bool m_lockTimedOut = false;
+    bool m_retryScheduled = false;
+};

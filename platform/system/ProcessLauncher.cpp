@@ -1,0 +1,37 @@
+#include "ProcessLauncher.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.process")
+
+QString reasonNotToStart(const QString& path, const QProcess& process)
+{
+    const QFileInfo program(path);
+    if (!program.exists()) {
+        return u"there is no such file"_s;
+    }
+    return program.isFile() && program.isExecutable() ? process.errorString() : u"it is not executable"_s;
+}
+
+} // namespace
+
+bool ProcessLauncher::launch(const QString& path, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProgram(path);
+    process.setArguments(arguments);
+    process.setWorkingDirectory(QDir::homePath());
+    process.setStandardInputFile(QProcess::nullDevice());
+    if (process.startDetached()) {
+        return true;
+    }
+    qCWarning(log).noquote() << u"cannot start %1: %2"_s.arg(path, reasonNotToStart(path, process));
+    return false;
+}

@@ -1,0 +1,26 @@
+#include "RegularFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+RegularFile::Contents RegularFile::read(const QString& path, qint64 maximumSize)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) {
+        return {.bytes = {}, .error = u"it is not an ordinary file"_s};
+    }
+    if (info.size() > maximumSize) {
+        return {.bytes = {}, .error = u"it has more than %1 bytes"_s.arg(maximumSize)};
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {.bytes = {}, .error = file.errorString()};
+    }
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return {.bytes = {}, .error = file.errorString()};
+    }
+    return {.bytes = bytes, .error = {}};
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QObject;
+
+/// The services that programs of this session register under well-known names on the session bus.
+namespace ServiceRegistry {
+
+/// Asks whether a program has registered the service @p name, and hands the answer to @p answered on the thread of
+/// @p context, unless that has been destroyed by then. Returns at once. Where there is no bus, or it does not answer
+/// within half a second, the answer is no.
+void isRegistered(const QString& name, QObject* context, const std::function<void(bool)>& answered);
+
+} // namespace ServiceRegistry
