@@ -1,0 +1,273 @@
+#pragma once
+
+#include "FileExistence.h"
+#include "Importers.h"
+#include "PhraseList.h"
+
+#include <QIcon>
+#include <QString>
+#include <QVariantMap>
+
+#include <DistributedNotificationCenter.h>
+#include <NotificationCenter.h>
+#include <PropertyList.h>
+#include <TableView.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class Matrix;
+class OpenPanel;
+class PhraseListPrinter;
+class QCheckBox;
+class QComboBox;
+class QDialog;
+class QLabel;
+class QPrinter;
+class QPrintPreviewWidget;
+class QPushButton;
+class Slider;
+class Sound;
+class TextView;
+
+/// The phrase list: a table that is its own data source and shows one row per phrase entry of the document. It also
+/// holds most of the pane's other controls, keeps them in step with the settings, listens to the helper, and carries
+/// out the document commands.
+///
+/// Row and index in BYGlobals::clippingsArray() are the same number. A row whose entry is no dictionary shows empty
+/// cells and cannot be changed. Outlets belong to the interface file; one that is null is left out. Main thread only.
+class BYTableView final : public TableView, public TableViewDataSource
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(BYTableView)
+
+public:
+    explicit BYTableView(QWidget* parent = nullptr);
+    ~BYTableView() override;
+
+    /// @name Outlets, connected by the interface file, and state
+    /// @{
+    QString appID;
+    QPushButton* removeAbb = nullptr;
+    QPushButton* saveEditedAbbButton = nullptr;
+    Matrix* plainOrRichRadioButton = nullptr;
+    TextView* editEntryPane = nullptr;
+    QLabel* numClippings = nullptr;
+    QComboBox* defaultClippingsFileNSPopUpButton = nullptr;
+    Slider* myVolumeSlider = nullptr;
+    QLabel* myVolumeSliderLabel = nullptr;
+    Matrix* menuPrefsMatrix = nullptr;
+    Matrix* sortPrefsMatrix = nullptr;
+    Matrix* iTunesAnnouncerPrefMatrix = nullptr;
+    Matrix* onOffRadioButton = nullptr;
+    QWidget* dateTimePopUpButton = nullptr;
+    QWidget* textFormattingPopUpButton = nullptr;
+    QCheckBox* playSoundOnDropPrefButton = nullptr;
+    TableView* mySoundEventsTable = nullptr;
+    QWidget* myOpenPanelView = nullptr;
+    QLabel* myOpenPanelViewChosenEventLabel = nullptr;
+    QPushButton* myAddToFavouritesButton = nullptr;
+    QPushButton* myPlayButton = nullptr;
+    QPushButton* myStopButton = nullptr;
+    /// The sound panel that was opened last.
+    std::unique_ptr<OpenPanel> _activeOpenPanel;
+    /// The sound of the last preview, until the next one, Stop or its end.
+    std::unique_ptr<Sound> theSoundToPlay;
+    std::shared_ptr<ButtonCell> trashButtonCell;
+
+    /// Connected by the interface file for other controllers' sake; the table does not use them.
+    int selectedClippingRowForEditing = 0;
+    QObject* myGlobals = nullptr;
+    Matrix* expPrefsMatrix = nullptr;
+    Matrix* triggersPrefsMatrix = nullptr;
+    QComboBox* myFavouriteFoldersPopUpButton = nullptr;
+
+    /// The print window: a preview with a button that prints and one that closes.
+    QDialog* printClippingsWindow = nullptr;
+    QPrintPreviewWidget* printClippingsTextView = nullptr;
+    QPushButton* printClippingsPrintButton = nullptr;
+    QPushButton* printClippingsCancelButton = nullptr;
+    /// @}
+
+    /// One-time set-up, once the outlets are connected. Does not rely on another controller's having run.
+    void awakeFromNib();
+
+    /// @name Display
+    /// @{
+    int numberOfRowsInTableView(TableView* table) override;
+    QVariant tableView_objectValueForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    QString tableView_toolTipForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    QString tableView_accessibleTextForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    /// The desktop's icon of the application at @p path.
+    QIcon iconForApplication(const QString& path) const;
+    /// @}
+
+    /// @name Cell editing
+    /// @{
+    void tableView_setObjectValue_forTableColumn_row(
+        TableView* table, const QVariant& value, TableColumn* column, int row) override;
+    bool textShouldBeginEditing(QWidget* fieldEditor) override;
+    void textDidEndEditing(QWidget* fieldEditor) override;
+    /// A copy of text attributes without shadow, underline, underline colour and outline.
+    static QVariantMap convertAttributes(const QVariantMap& attributes);
+    /// @}
+
+    /// @name Refresh from the settings and the helper
+    /// @{
+
+    /// Reloads the document and sets the preference controls from the settings.
+    void updateSettingsFromPrefs();
+    /// Rebuilds the documents pop-up from the recent documents; those whose files have gone are forgotten.
+    void updateClippingsPopUpButton();
+    /// Shows the document's general volume.
+    void updateVolumeSlider();
+    /// Selects and shows the first phrase that is exactly @p phrase; nothing changes when there is none.
+    void scrollToAbb(const QString& phrase);
+    /// Answers a notification with the helper's object, this pane's own included. While a question about a row is open
+    /// or a cell's text is being changed, those that would move rows wait.
+    void prefsChanged(const DistributedNotification& notification);
+    /// @}
+
+    /// @name Rows
+    /// @{
+
+    /// Appends a new phrase. The table shows it when the notification that this posts comes back.
+    void addRow(QObject* sender);
+    /// Removes the selected phrase, after asking unless gConfirmRemove was cleared.
+    void removeRow(QObject* sender);
+    void tableView_sortDescriptorsDidChange(TableView* table, const QList<SortDescriptor>& oldDescriptors) override;
+    /// @}
+
+    /// @name Keyboard
+    /// @{
+    void keyDown(QKeyEvent* event) override;
+    bool performKeyEquivalent(QKeyEvent* event) override;
+    /// @}
+
+    /// @name Selection and the edit pane
+    /// @{
+
+    /// The selection is about to move: asks what becomes of text that is not saved.
+    void tableViewSelectionIsChanging(const Notification& notification);
+    /// The selection has moved: loads the edit pane.
+    void tableViewSelectionDidChange(const Notification& notification);
+    void editEntryPaneTextDidChange(const Notification& notification);
+    void editEntryPaneTypingAttributesChanged(const Notification& notification);
+    /// @}
+
+    /// @name Sounds
+    /// @{
+
+    /// Assigns or clears the selected phrase's sound.
+    void trashButtonAction(QObject* sender);
+    /// Clears the sound of @p row, or lets the user choose one when it has none.
+    void handleAssignSoundDialog_row(QObject* sender, int row);
+    bool prepareOpenPanel(OpenPanel* panel);
+    void panelSelectionDidChange(QObject* sender);
+    bool folderExists(const QString& path) const;
+    void playSelectedSound2(QObject* sender);
+    void stopSelectedSound(QObject* sender);
+    void sound_didFinishPlaying(Sound* sound, bool finished);
+    /// @}
+
+    /// @name Drag and drop
+    /// @{
+    bool tableView_writeRowsWithIndexes_toPasteboard(
+        TableView* table, const QList<int>& rows, Pasteboard& pasteboard) override;
+    DragOperation draggingSourceOperationMaskForLocal(bool local) const override;
+    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(
+        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+    bool tableView_acceptDrop_row_dropOperation(
+        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+    /// @}
+
+    /// @name Documents
+    /// @{
+
+    /// Carries out the item that the user has chosen from the documents pop-up.
+    void openDoc(QObject* sender);
+    /// Makes the document at @p path the one in use, as choosing it from the pop-up does.
+    void useDocument(const QString& path);
+    void showPrintClippingsWindow(QObject* sender);
+    /// @}
+
+private:
+    /// Rows keep their numbers as long as this lives (a question about a row is open, its text is being typed):
+    /// notifications that would move rows wait.
+    class RowHold final
+    {
+    public:
+        explicit RowHold(BYTableView& table);
+        ~RowHold();
+        Q_DISABLE_COPY_MOVE(RowHold)
+
+    private:
+        BYTableView& m_table;
+    };
+
+    static QString localized(const QString& text);
+
+    void observeNotifications();
+    void connectPrintWindow();
+    void loadIcons();
+    void useDefaultDocumentOnFirstStart();
+    void makeButtonCells();
+    void separateCommandsInPopUp();
+
+    PropertyList::DictionaryPointer entryAt(int row) const;
+    QVariant soundValue(TableColumn* column, const PropertyList::Dictionary& entry);
+    void playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry);
+    void setOrClearApplication(const PropertyList::DictionaryPointer& entry);
+    void chooseApplication(const PropertyList::DictionaryPointer& entry);
+    void askToClearApplication(const PropertyList::DictionaryPointer& entry);
+
+    int addRecentDocuments(QStringList& paths, const QString& current);
+    void answer(const DistributedNotification& notification);
+    void answerWaitingNotifications();
+    void showRowAddedViaMenu(const QString& phrase);
+    void editNewRow();
+
+    bool confirmRemoval();
+    void reloadFollowingSelection(const std::function<void()>& change);
+    void clearEditPane();
+    bool selectPhraseStartingWithTypedKeys();
+    void editSelectedPhrase();
+    void copySound();
+    void pasteSound();
+
+    void askAboutUnsavedText();
+    void saveEditedText(const PropertyList::DictionaryPointer& entry);
+    void loadEditPane(int row);
+    void loadText(const PropertyList::Dictionary& entry);
+    void showEditPane(bool visible);
+    void setEditPaneDirty(bool dirty);
+    bool isRichSelected() const;
+
+    void chooseSound(const PropertyList::DictionaryPointer& entry);
+
+    void createDocument();
+    void openFile();
+    void importFile(const QString& path, Importers::Source source);
+    void leaveDocument();
+    void forgetDocument(const QString& path);
+    void finishDocumentCommand();
+    PhraseListPrinter phrasesToPrint() const;
+    void printClippings();
+
+    QIcon genericAppIcon;
+    QIcon revealIcon;
+    QIcon playIcon;
+    QIcon trashIcon;
+    QIcon addIcon;
+    QString attachChar;
+    TypeAhead m_typeAhead;
+    FileExistence m_fileExistence;
+    /// The holds on the rows, what the helper told meanwhile, and the hold of the cell being edited.
+    int m_rowHolds = 0;
+    std::vector<DistributedNotification> m_waitingNotifications;
+    std::optional<RowHold> m_editingHold;
+    /// The table follows a phrase to its new row: it is no other phrase, so there is nothing to ask or to load.
+    bool m_isFollowingSelection = false;
+};

@@ -1,0 +1,134 @@
+#include "BYTableView.h"
+
+#include <QLabel>
+
+#include <BYGlobals.h>
+#include <SharedNames.h>
+#include <Workspace.h>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::Dictionary;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+bool hasSound(const Dictionary& entry)
+{
+    const PropertyList::Value* path = entry.find(PhraseKey::soundFilepath);
+    // An absent key counts as a sound: the first click on the cell then stores the empty string.
+    return !path || path->type() != PropertyList::Type::String || !path->stringView().isEmpty();
+}
+
+/// What stands after the last slash, trailing slashes apart; the whole of a text without one.
+QString lastPathComponent(const QString& path)
+{
+    QStringView rest = path;
+    while (rest.size() > 1 && rest.endsWith(u'/')) {
+        rest.chop(1);
+    }
+    return (rest.size() > 1 ? rest.mid(rest.lastIndexOf(u'/') + 1) : rest).toString();
+}
+
+} // namespace
+
+int BYTableView::numberOfRowsInTableView(TableView*)
+{
+    const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
+    const int count = phrases ? int(phrases->size()) : 0;
+    if (numClippings) {
+        numClippings->setText(localized(u"%d clippings"_s).replace(u"%d"_s, QString::number(count)));
+    }
+    return count;
+}
+
+QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, TableColumn* column, int row)
+{
+    if (row == 1) {
+        sizeLastColumnToFit();
+    }
+    const DictionaryPointer entry = entryAt(row);
+    Cell* cell = column->dataCellForRow(row);
+    const QString& identifier = column->identifier();
+    const auto showImage = [cell](const QIcon& image) {
+        cell->setImage(image);
+        return QVariant();
+    };
+    if (!entry) {
+        return showImage({});
+    }
+    if (identifier == PhraseKey::app) {
+        const QString application = entry->value(PhraseKey::app).textValue();
+        if (application.isEmpty()) {
+            return showImage(genericAppIcon);
+        }
+        cell->setImage(iconForApplication(application));
+        return cell->image();
+    }
+    if (identifier == u"Play") {
+        return showImage(playIcon);
+    }
+    if (identifier == u"Reveal") {
+        return showImage(revealIcon);
+    }
+    if (identifier == u"Trash") {
+        return showImage(hasSound(*entry) ? trashIcon : addIcon);
+    }
+    if (identifier == PhraseKey::phrase) {
+        return entry->value(PhraseKey::phrase).textValue();
+    }
+    return soundValue(column, *entry);
+}
+
+// A path shows as its file name, the placeholder of a picture in a text as words.
+QVariant BYTableView::soundValue(TableColumn* column, const Dictionary& entry)
+{
+    const QString stored = entry.value(column->identifier()).textValue();
+    QString text = stored;
+    text.replace(attachChar, localized(u"(Picture)"_s));
+    const bool isMissing =
+        column->identifier() == PhraseKey::soundFilepath && !stored.isEmpty() && !m_fileExistence.exists(stored);
+    column->dataCellForRow(0)->setDimmed(isMissing);
+    return lastPathComponent(text);
+}
+
+QString BYTableView::tableView_toolTipForTableColumn_row(TableView*, TableColumn* column, int row)
+{
+    const DictionaryPointer entry = entryAt(row);
+    if (!entry) {
+        return {};
+    }
+    const QString& identifier = column->identifier();
+    if (identifier == PhraseKey::soundFilepath) {
+        const QString path = entry->value(PhraseKey::soundFilepath).textValue();
+        return !path.isEmpty() && !m_fileExistence.exists(path)
+                   ? localized(u"%@\nThis sound cannot be found."_s).replace(u"%@"_s, path)
+                   : path;
+    }
+    if (identifier == PhraseKey::app) {
+        const QString application = entry->value(PhraseKey::app).textValue();
+        return application.isEmpty() ? localized(u"In every application: click to choose one"_s) : application;
+    }
+    if (identifier == u"Play") {
+        return localized(u"Play the sound"_s);
+    }
+    if (identifier == u"Reveal") {
+        return localized(u"Show the sound in the file manager"_s);
+    }
+    if (identifier == u"Trash") {
+        return hasSound(*entry) ? localized(u"Take the sound away"_s) : localized(u"Choose a sound"_s);
+    }
+    return {};
+}
+
+QString BYTableView::tableView_accessibleTextForTableColumn_row(TableView* table, TableColumn* column, int row)
+{
+    const QString& identifier = column->identifier();
+    const bool isText = identifier == PhraseKey::phrase || identifier == PhraseKey::soundFilepath;
+    return isText ? QString() : tableView_toolTipForTableColumn_row(table, column, row);
+}
+
+QIcon BYTableView::iconForApplication(const QString& path) const
+{
+    return Workspace::iconForFile(path);
+}

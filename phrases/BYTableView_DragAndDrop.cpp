@@ -1,0 +1,40 @@
+#include "BYTableView.h"
+
+#include <BYGlobals.h>
+#include <Pasteboard.h>
+#include <SharedNames.h>
+#include <SoundDocument.h>
+#include <SoundDrop.h>
+
+#include <algorithm>
+
+using PropertyList::DictionaryPointer;
+
+bool BYTableView::tableView_writeRowsWithIndexes_toPasteboard(
+    TableView*, const QList<int>& rows, Pasteboard& pasteboard)
+{
+    return SoundDrop::writeRows(rows, pasteboard);
+}
+
+DragOperation BYTableView::draggingSourceOperationMaskForLocal(bool local) const
+{
+    return local ? TableView::draggingSourceOperationMaskForLocal(local) : DragOperation::Link;
+}
+
+DragOperation BYTableView::tableView_validateDrop_proposedRow_proposedDropOperation(
+    TableView* table, const DraggingInfo& info, int row, DropOperation)
+{
+    return SoundDrop::validate(table, info, row);
+}
+
+bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const DraggingInfo& info, int row, DropOperation)
+{
+    const std::optional<QUrl> url = info.draggingPasteboard().url();
+    const DictionaryPointer entry = entryAt(std::max(row, 0));
+    if (!url || !entry) {
+        return false;
+    }
+    entry->insert(PhraseKey::soundFilepath, url->path());
+    SoundDocument::saveAndRefreshMenu();
+    return true;
+}

@@ -1,0 +1,114 @@
+#include "BYTableView.h"
+
+#include <QFileInfo>
+
+#include <Alert.h>
+#include <BYGlobals.h>
+#include <FileTypes.h>
+#include <OpenPanel.h>
+#include <SharedNames.h>
+#include <Workspace.h>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::DictionaryPointer;
+
+void BYTableView::tableView_setObjectValue_forTableColumn_row(
+    TableView*, const QVariant& value, TableColumn* column, int row)
+{
+    const DictionaryPointer entry = entryAt(row);
+    if (!entry) {
+        return;
+    }
+    const QString& identifier = column->identifier();
+    if (identifier == u"Play" || identifier == u"Reveal") {
+        playOrReveal(identifier, *entry);
+    } else if (identifier == PhraseKey::app) {
+        setOrClearApplication(entry);
+    } else if (identifier != u"Trash") {
+        const QString text = value.toString();
+        entry->insert(identifier, text.isNull() ? u""_s : text);
+        BYGlobals::writeDocument();
+        BYGlobals::setLastEditedAbb(text);
+        BYGlobals::sendNotification(NotificationName::preferencesChanged);
+    }
+}
+
+void BYTableView::playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry)
+{
+    const QString path = entry.value(PhraseKey::soundFilepath).textValue();
+    if (path.isEmpty()) {
+        return;
+    }
+    if (columnIdentifier == u"Play") {
+        BYGlobals::playSoundForPhrase(path);
+    } else {
+        Workspace::selectFile(path);
+    }
+}
+
+void BYTableView::setOrClearApplication(const DictionaryPointer& entry)
+{
+    if (entry->contains(PhraseKey::app)) {
+        askToClearApplication(entry);
+    } else {
+        chooseApplication(entry);
+    }
+    BYGlobals::sendNotification(NotificationName::refreshAppsArray);
+    BYGlobals::sendNotification(NotificationName::preferencesChanged);
+}
+
+void BYTableView::chooseApplication(const DictionaryPointer& entry)
+{
+    const RowHold hold(*this);
+    OpenPanel panel(window());
+    panel.setAllowsMultipleSelection(false);
+    const QStringList types{u"app"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
+    if (panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types) == okButton &&
+        !panel.filenames().isEmpty()) {
+        entry->insert(PhraseKey::app, panel.filenames().constFirst());
+    }
+    BYGlobals::writeDocument();
+}
+
+void BYTableView::askToClearApplication(const DictionaryPointer& entry)
+{
+    const RowHold hold(*this);
+    Alert::beep();
+    const QString name = QFileInfo(entry->value(PhraseKey::app).textValue()).completeBaseName();
+    const QString message = localized(u"This abbreviation is associated with '"_s) + name +
+                            localized(u"' and will only expand in that application."_s) +
+                            localized(u"\nDo you wish to clear the association?"_s);
+    const int result =
+        Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Clear"_s), localized(u"Cancel"_s));
+    if (result == Alert::defaultReturn) {
+        entry->remove(PhraseKey::app);
+        BYGlobals::writeDocument();
+    }
+}
+
+bool BYTableView::textShouldBeginEditing(QWidget* fieldEditor)
+{
+    BYGlobals::sendNotification(NotificationName::turnExpansionOff);
+    const bool shouldBegin = TableView::textShouldBeginEditing(fieldEditor);
+    if (shouldBegin) {
+        m_editingHold.emplace(*this);
+    }
+    return shouldBegin;
+}
+
+void BYTableView::textDidEndEditing(QWidget* fieldEditor)
+{
+    BYGlobals::sendNotification(NotificationName::turnExpansionOn);
+    TableView::textDidEndEditing(fieldEditor);
+    m_editingHold.reset();
+}
+
+QVariantMap BYTableView::convertAttributes(const QVariantMap& attributes)
+{
+    QVariantMap converted = attributes;
+    for (const QString& key : {u"NSShadow"_s, u"NSUnderline"_s, u"NSUnderlineColor"_s, u"NSStrokeWidth"_s}) {
+        converted.remove(key);
+    }
+    return converted;
+}

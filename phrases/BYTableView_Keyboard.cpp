@@ -1,0 +1,102 @@
+#include "BYTableView.h"
+
+#include <QKeyEvent>
+
+#include <BYGlobals.h>
+#include <KeyCharacters.h>
+#include <SharedNames.h>
+#include <SoundDocument.h>
+#include <SoundPasteboard.h>
+
+#include <chrono>
+
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+constexpr QChar enterCharacter(0x03);
+constexpr QChar deleteCharacter(0x7F);
+constexpr int phraseColumn = 1;
+
+double secondsNow()
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+} // namespace
+
+void BYTableView::keyDown(QKeyEvent* event)
+{
+    const QString characters = keyCharacters(*event);
+    if (characters.isEmpty()) {
+        TableView::keyDown(event);
+        return;
+    }
+    if (characters.front() == enterCharacter) {
+        editColumn_row_withEvent_select(phraseColumn, selectedRow(), event, true);
+    }
+    m_typeAhead.beginRunIfOver(secondsNow());
+    if (characters.front() == deleteCharacter) {
+        removeRow(this);
+        return;
+    }
+    m_typeAhead.abbFrag += characters;
+    if (!selectPhraseStartingWithTypedKeys()) {
+        TableView::keyDown(event);
+    }
+}
+
+bool BYTableView::selectPhraseStartingWithTypedKeys()
+{
+    const int row = PhraseList::rowOfPhraseStartingWith(BYGlobals::clippingsArray(), m_typeAhead.abbFrag);
+    if (row < 0) {
+        return false;
+    }
+    selectRow_byExtendingSelection(row, false);
+    scrollRowToVisible(row);
+    return true;
+}
+
+bool BYTableView::performKeyEquivalent(QKeyEvent* event)
+{
+    const QString characters = keyCharacters(*event);
+    if (characters.isEmpty()) {
+        return false;
+    }
+    const QChar character = characters.front();
+    if (character == u'a') {
+        if (trashButtonCell) {
+            trashButtonCell->performClick(this);
+        }
+    } else if (character == deleteCharacter) {
+        gConfirmRemove = false;
+        removeRow(this);
+    } else if (character == u'c') {
+        copySound();
+    } else if (character == u'v') {
+        pasteSound();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void BYTableView::copySound()
+{
+    const DictionaryPointer entry = entryAt(selectedRow());
+    if (const PropertyList::Value* path = entry ? entry->find(PhraseKey::soundFilepath) : nullptr) {
+        SoundPasteboard::copy(path->textValue());
+    }
+}
+
+void BYTableView::pasteSound()
+{
+    const DictionaryPointer entry = entryAt(selectedRow());
+    const std::optional<QString> path = SoundPasteboard::paste();
+    if (!entry || !path) {
+        return;
+    }
+    entry->insert(PhraseKey::soundFilepath, *path);
+    SoundDocument::saveAndRefreshMenu();
+    reloadData();
+}

@@ -1,0 +1,73 @@
+#include "BYTableView.h"
+
+#include "PhraseListPrinter.h"
+
+#include <QDialog>
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QPushButton>
+
+#include <BYGlobals.h>
+#include <SharedNames.h>
+#include <Workspace.h>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::Dictionary;
+using PropertyList::Value;
+
+void BYTableView::connectPrintWindow()
+{
+    if (!printClippingsWindow) {
+        return;
+    }
+    connect(printClippingsTextView, &QPrintPreviewWidget::paintRequested, this,
+        [this](QPrinter* printer) { phrasesToPrint().print(*printer); });
+    connect(printClippingsPrintButton, &QPushButton::clicked, this, &BYTableView::printClippings);
+    connect(printClippingsCancelButton, &QPushButton::clicked, printClippingsWindow, &QDialog::reject);
+}
+
+void BYTableView::showPrintClippingsWindow(QObject*)
+{
+    if (!printClippingsWindow) {
+        return;
+    }
+    printClippingsWindow->show();
+    printClippingsWindow->raise();
+    printClippingsTextView->updatePreview();
+}
+
+PhraseListPrinter BYTableView::phrasesToPrint() const
+{
+    QList<PhraseListPrinter::Row> rows;
+    if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
+        rows.reserve(phrases->size());
+        for (const Value& value : std::as_const(*phrases)) {
+            const PropertyList::DictionaryPointer entry = value.dictionary();
+            if (!entry) {
+                continue;
+            }
+            const QString application = entry->value(PhraseKey::app).textValue();
+            rows.append({entry->value(PhraseKey::phrase).textValue(),
+                application.isEmpty() ? QString() : Workspace::displayNameAtPath(application),
+                entry->value(PhraseKey::soundFilepath).textValue()});
+        }
+    }
+    return {QFileInfo(BYGlobals::defaultFilePath()).completeBaseName(),
+        {localized(u"Phrase"_s), localized(u"Application"_s), localized(u"Sound"_s)}, localized(u"Page %1 of %2"_s),
+        rows};
+}
+
+void BYTableView::printClippings()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(QFileInfo(BYGlobals::defaultFilePath()).completeBaseName());
+    QPrintDialog dialog(&printer, printClippingsWindow);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    if (dialog.exec() == QDialog::Accepted) {
+        phrasesToPrint().print(printer);
+        printClippingsWindow->accept();
+    }
+}

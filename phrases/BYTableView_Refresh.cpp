@@ -1,0 +1,197 @@
+#include "BYTableView.h"
+
+#include "RecentDocuments.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
+
+#include <BYGlobals.h>
+#include <Matrix.h>
+#include <SharedNames.h>
+#include <Slider.h>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::Value;
+
+namespace {
+
+constexpr int fixedItems = 4;
+constexpr int phraseColumn = 1;
+
+/// The integer value of a setting, or @p otherwise where it is absent (which reads as the empty string).
+int integerSetting(const QString& key, int otherwise)
+{
+    const Value value = BYGlobals::retrieveFromUserDefaults(key);
+    const bool isAbsent = value.type() == PropertyList::Type::String && value.stringView().isEmpty();
+    return isAbsent ? otherwise : int(value.integerValue());
+}
+
+void selectCell(Matrix* matrix, int row, int column)
+{
+    if (matrix) {
+        matrix->setState_atRow_column(true, row, column);
+    }
+}
+
+/// Whether this notification makes the table look for a row or give rows new numbers.
+bool movesRows(const QString& name)
+{
+    return name == NotificationName::newRowAdded || name == NotificationName::newRowAddedViaMenu ||
+           name == NotificationName::scrollToAbb;
+}
+
+QString phraseOf(const DistributedNotification& notification)
+{
+    const Value* phrase = notification.userInfo ? notification.userInfo->find(PhraseKey::phrase) : nullptr;
+    return phrase ? phrase->textValue() : QString();
+}
+
+} // namespace
+
+void BYTableView::updateSettingsFromPrefs()
+{
+    BYGlobals::fillArray();
+    if (playSoundOnDropPrefButton) {
+        playSoundOnDropPrefButton->setChecked(integerSetting(SettingKey::playSoundOnDrop, 0) != 0);
+    }
+    selectCell(menuPrefsMatrix, integerSetting(SettingKey::menuPref, 3), 0);
+    selectCell(sortPrefsMatrix, 0, integerSetting(SettingKey::sortPref, 0));
+    selectCell(iTunesAnnouncerPrefMatrix, 0, integerSetting(SettingKey::announcerPref, 1));
+    updateClippingsPopUpButton();
+    updateVolumeSlider();
+}
+
+void BYTableView::updateClippingsPopUpButton()
+{
+    QComboBox* popUp = defaultClippingsFileNSPopUpButton;
+    if (!popUp) {
+        return;
+    }
+    const QString current = BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).textValue();
+    int selected = 0;
+    if (std::optional<QStringList> paths = RecentDocuments::list()) {
+        while (popUp->count() > fixedItems) {
+            popUp->removeItem(popUp->count() - fixedItems - 1);
+        }
+        selected = addRecentDocuments(*paths, current);
+        RecentDocuments::store(*paths);
+    }
+    popUp->setCurrentIndex(selected);
+    popUp->setToolTip(current);
+}
+
+// Newest first; paths without a file leave the list. Answers the item of the current document, or 0.
+int BYTableView::addRecentDocuments(QStringList& paths, const QString& current)
+{
+    QComboBox* popUp = defaultClippingsFileNSPopUpButton;
+    paths.removeIf([](const QString& path) { return !QFileInfo::exists(path); });
+    int selected = 0;
+    int item = 0;
+    for (auto path = paths.crbegin(); path != paths.crend(); ++path, ++item) {
+        popUp->insertItem(item, QFileInfo(*path).completeBaseName());
+        popUp->setItemData(item, *path, Qt::ToolTipRole);
+        if (*path == current) {
+            selected = item;
+        }
+    }
+    return selected;
+}
+
+void BYTableView::updateVolumeSlider()
+{
+    const PropertyList::DictionaryPointer root = BYGlobals::clippingsDictionary();
+    const Value* volume = root ? root->find(DocumentKey::setVolume) : nullptr;
+    if (myVolumeSlider) {
+        myVolumeSlider->setFloatValue(volume ? float(volume->doubleValue()) : 0);
+    }
+    if (myVolumeSliderLabel) {
+        myVolumeSliderLabel->setText(localized(u"Set volume:"_s));
+    }
+}
+
+void BYTableView::scrollToAbb(const QString& phrase)
+{
+    const int row = PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase);
+    if (row >= 0) {
+        selectRow_byExtendingSelection(row, false);
+        scrollRowToVisible(row);
+    }
+}
+
+void BYTableView::prefsChanged(const DistributedNotification& notification)
+{
+    if (notification.object != appID || notification.name == NotificationName::accessibilityIsOff) {
+        return;
+    }
+    if (m_rowHolds > 0 && movesRows(notification.name)) {
+        m_waitingNotifications.push_back(notification);
+        return;
+    }
+    answer(notification);
+    if (notification.name != NotificationName::refreshMenu) {
+        BYGlobals::sendNotification(NotificationName::refreshMenu);
+    }
+}
+
+BYTableView::RowHold::RowHold(BYTableView& table)
+    : m_table(table)
+{
+    ++m_table.m_rowHolds;
+}
+
+// The one who asks goes on with the rows that it knows before anything that waited is answered.
+BYTableView::RowHold::~RowHold()
+{
+    if (--m_table.m_rowHolds == 0) {
+        QMetaObject::invokeMethod(&m_table, &BYTableView::answerWaitingNotifications, Qt::QueuedConnection);
+    }
+}
+
+void BYTableView::answerWaitingNotifications()
+{
+    for (const DistributedNotification& notification : std::exchange(m_waitingNotifications, {})) {
+        prefsChanged(notification);
+    }
+}
+
+void BYTableView::answer(const DistributedNotification& notification)
+{
+    const QString& name = notification.name;
+    if (name == NotificationName::keepRich) {
+        selectCell(plainOrRichRadioButton, 0, 1);
+    } else if (name == NotificationName::byeBye) {
+        selectCell(onOffRadioButton, 0, 1);
+    } else if (name == NotificationName::scrollToAbb) {
+        const QString phrase = phraseOf(notification);
+        scrollToAbb(phrase.isNull() ? notification.object : phrase);
+    } else if (name == NotificationName::turnExpansionOn) {
+        editEntryInProgress = false;
+    } else if (name == NotificationName::turnExpansionOff) {
+        editEntryInProgress = true;
+    } else if (name == NotificationName::rowRemoved) {
+        BYGlobals::writeDocument();
+    } else if (name == NotificationName::newRowAddedViaMenu) {
+        showRowAddedViaMenu(phraseOf(notification));
+    } else if (name == NotificationName::newRowAdded) {
+        editNewRow();
+    }
+}
+
+void BYTableView::showRowAddedViaMenu(const QString& phrase)
+{
+    reloadFollowingSelection([] { BYGlobals::fillArray(); });
+    scrollToAbb(phrase);
+}
+
+void BYTableView::editNewRow()
+{
+    reloadFollowingSelection([] { BYGlobals::sortArray(); });
+    scrollToAbb(localized(u"newabb"_s));
+    editColumn_row_withEvent_select(phraseColumn, selectedRow(), nullptr, true);
+    BYGlobals::writeDocument();
+}

@@ -1,0 +1,163 @@
+#include "BYTableView.h"
+
+#include <QLoggingCategory>
+#include <QPushButton>
+
+#include <Alert.h>
+#include <BYGlobals.h>
+#include <Matrix.h>
+#include <SharedNames.h>
+#include <TextView.h>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::DictionaryPointer;
+
+Q_LOGGING_CATEGORY(logPhraseSelection, "blipsy.phrases")
+
+namespace {
+
+constexpr int plainColumn = 0;
+constexpr int richColumn = 1;
+
+void enable(QWidget* control, bool enabled)
+{
+    if (control) {
+        control->setEnabled(enabled);
+    }
+}
+
+void setShown(QWidget* view, bool visible)
+{
+    if (view) {
+        view->setVisible(visible);
+    }
+}
+
+} // namespace
+
+void BYTableView::tableViewSelectionIsChanging(const Notification&)
+{
+    if (m_isFollowingSelection) {
+        return;
+    }
+    BYGlobals::setPreviouslySelectedClippingRow(BYGlobals::selectedClippingRowForEditing());
+    askAboutUnsavedText();
+}
+
+void BYTableView::askAboutUnsavedText()
+{
+    if (!BYGlobals::editEntryPaneTextIsDirty() || !editEntryPane) {
+        return;
+    }
+    const DictionaryPointer entry = entryAt(BYGlobals::selectedClippingRowForEditing());
+    if (!entry) {
+        return;
+    }
+    qCInfo(logPhraseSelection).noquote() << u"do you wish to remove? "_s;
+    const RowHold hold(*this);
+    const QString message = localized(u"Do you wish to save the changes you made to '"_s) +
+                            entry->value(PhraseKey::phrase).textValue() + localized(u"'?"_s);
+    const int result =
+        Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Save"_s), localized(u"Discard"_s));
+    std::fprintf(stderr, "NSRunAlertPanel result = %d.\n", result);
+    if (result == Alert::defaultReturn) {
+        saveEditedText(entry);
+    }
+}
+
+void BYTableView::saveEditedText(const DictionaryPointer& entry)
+{
+    entry->insert(PhraseKey::soundFilepath, editEntryPane->string());
+    if (editEntryPane->isRichText()) {
+        entry->insert(PhraseKey::rtfd, editEntryPane->RTFDFromAll());
+    } else {
+        entry->remove(PhraseKey::rtfd);
+    }
+    BYGlobals::writeDocument();
+    BYGlobals::sendNotification(NotificationName::preferencesChanged);
+}
+
+void BYTableView::tableViewSelectionDidChange(const Notification&)
+{
+    if (m_isFollowingSelection) {
+        return;
+    }
+    const int row = selectedRow();
+    BYGlobals::setSelectedClippingRowForEditing(row);
+    loadEditPane(row);
+}
+
+// Shows the text of the phrase at this row, or hides the pane for row -1; either way there is nothing to save.
+void BYTableView::loadEditPane(int row)
+{
+    enable(removeAbb, row != -1);
+    showEditPane(row != -1);
+    if (row == -1) {
+        clearEditPane();
+    } else if (const DictionaryPointer entry = entryAt(row); entry && editEntryPane) {
+        loadText(*entry);
+    }
+    setEditPaneDirty(false);
+}
+
+void BYTableView::loadText(const PropertyList::Dictionary& entry)
+{
+    const QString phrase = entry.value(PhraseKey::phrase).string();
+    const QString text = phrase.isNull() ? QString() : BYGlobals::fullTextFor(phrase);
+    if (!text.isNull()) {
+        editEntryPane->setString(text);
+        editEntryPane->resetAttributes();
+        editEntryPane->setReadOnly(false);
+        editEntryPane->moveCursor(QTextCursor::Start);
+    }
+    const PropertyList::Value* rtfd = entry.find(PhraseKey::rtfd);
+    const bool isRich = rtfd && rtfd->type() == PropertyList::Type::Data;
+    if (isRich) {
+        editEntryPane->replaceAllWithRTFD(rtfd->data());
+        editEntryPane->setReadOnly(false);
+    }
+    editEntryPane->setRichText(isRich);
+    editEntryPane->setImportsGraphics(isRich);
+    enable(textFormattingPopUpButton, isRich);
+    if (plainOrRichRadioButton) {
+        plainOrRichRadioButton->setState_atRow_column(true, 0, isRich ? richColumn : plainColumn);
+    }
+}
+
+void BYTableView::showEditPane(bool visible)
+{
+    for (QWidget* view : std::initializer_list<QWidget*>{editEntryPane, dateTimePopUpButton, textFormattingPopUpButton,
+             plainOrRichRadioButton, saveEditedAbbButton}) {
+        setShown(view, visible);
+    }
+}
+
+void BYTableView::clearEditPane()
+{
+    if (editEntryPane) {
+        editEntryPane->setString(u""_s);
+        editEntryPane->setReadOnly(true);
+    }
+    setEditPaneDirty(false);
+}
+
+void BYTableView::setEditPaneDirty(bool dirty)
+{
+    BYGlobals::setEditEntryPaneTextIsDirty(dirty);
+    enable(saveEditedAbbButton, dirty);
+}
+
+void BYTableView::editEntryPaneTextDidChange(const Notification&)
+{
+    setEditPaneDirty(true);
+}
+
+void BYTableView::editEntryPaneTypingAttributesChanged(const Notification&)
+{
+    if (plainOrRichRadioButton && plainOrRichRadioButton->selectedColumn() == richColumn) {
+        setEditPaneDirty(true);
+    }
+}

@@ -1,0 +1,136 @@
+#include "BYTableView.h"
+
+#include "RecentDocuments.h"
+
+#include <QComboBox>
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <OpenPanel.h>
+#include <SharedNames.h>
+#include <Sound.h>
+#include <TemplateIcon.h>
+#include <TextView.h>
+#include <Workspace.h>
+
+using namespace Qt::StringLiterals;
+
+BYTableView::BYTableView(QWidget* parent)
+    : TableView(parent)
+{
+}
+
+BYTableView::~BYTableView()
+{
+    // The base class lives longer than what it would ask.
+    setDataSource(nullptr);
+}
+
+QString BYTableView::localized(const QString& text)
+{
+    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
+}
+
+void BYTableView::awakeFromNib()
+{
+    appID = BYGlobals::appID();
+    attachChar = QString(QChar::ObjectReplacementCharacter);
+    registerForDraggedTypes();
+    Workspace::unmountAndEject(u"/Volumes/BlipsyInstaller"_s);
+    gConfirmRemove = true;
+    genericAppIcon = Workspace::genericApplicationIcon();
+    m_typeAhead = {};
+    BYGlobals::init();
+    BYGlobals::setLastEditedAbb(u""_s);
+    observeNotifications();
+    setDataSource(this);
+    loadIcons();
+    separateCommandsInPopUp();
+    useDefaultDocumentOnFirstStart();
+    updateSettingsFromPrefs();
+    BYGlobals::setSelectedClippingRowForEditing(selectedRow());
+    makeButtonCells();
+    connectPrintWindow();
+    reloadData();
+    loadEditPane(selectedRow());
+    if (mySoundEventsTable) {
+        mySoundEventsTable->reloadData();
+    }
+}
+
+void BYTableView::observeNotifications()
+{
+    DistributedNotificationCenter::defaultCenter().addObserver(
+        this, {}, appID, [this](const DistributedNotification& notification) { prefsChanged(notification); });
+
+    NotificationCenter& center = NotificationCenter::defaultCenter();
+    center.addObserver(this, selectionDidChangeNotification, this,
+        [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
+    center.addObserver(this, selectionIsChangingNotification, this,
+        [this](const Notification& notification) { tableViewSelectionIsChanging(notification); });
+
+    if (!editEntryPane) {
+        return;
+    }
+    connect(editEntryPane, &TextView::textDidChange, this, [this] {
+        editEntryPaneTextDidChange({u"textDidChange"_s, editEntryPane, {}});
+    });
+    connect(editEntryPane, &TextView::typingAttributesDidChange, this, [this] {
+        editEntryPaneTypingAttributesChanged({u"typingAttributesDidChange"_s, editEntryPane, {}});
+    });
+}
+
+void BYTableView::loadIcons()
+{
+    const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
+    revealIcon = templateIcon(resources + u"/reveal.tif"_s);
+    playIcon = templateIcon(resources + u"/play.tif"_s);
+    trashIcon = templateIcon(resources + u"/removeCross.tif"_s);
+    addIcon = templateIcon(resources + u"/addCross.tif"_s);
+}
+
+// Designer knows no separators: the item without a title stands for one.
+void BYTableView::separateCommandsInPopUp()
+{
+    QComboBox* popUp = defaultClippingsFileNSPopUpButton;
+    const int untitled = popUp ? popUp->findText(u""_s) : -1;
+    if (untitled >= 0) {
+        popUp->removeItem(untitled);
+        popUp->insertSeparator(untitled);
+    }
+}
+
+void BYTableView::useDefaultDocumentOnFirstStart()
+{
+    if (!BYGlobals::defaultFilePath().isEmpty()) {
+        return;
+    }
+    const QString path = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath() + u"/default.blipsy"_s;
+    BYGlobals::setDefaultFilePath(path);
+    BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
+    RecentDocuments::add(path);
+}
+
+void BYTableView::makeButtonCells()
+{
+    const auto makeCell = [] {
+        auto cell = std::make_shared<ButtonCell>();
+        cell->setControlSize(Cell::ControlSize::Small);
+        cell->setEditable(false);
+        return cell;
+    };
+    const auto sharedCell = makeCell();
+    trashButtonCell = makeCell();
+    trashButtonCell->setKeyEquivalent(u"a"_s);
+    trashButtonCell->setAction([this](TableView* sender) { trashButtonAction(sender); });
+
+    const auto setCell = [this](const QString& identifier, const std::shared_ptr<ButtonCell>& cell) {
+        if (TableColumn* column = tableColumnWithIdentifier(identifier)) {
+            column->setDataCell(cell);
+        }
+    };
+    setCell(u"App"_s, sharedCell);
+    setCell(u"Play"_s, sharedCell);
+    setCell(u"Reveal"_s, sharedCell);
+    setCell(u"Trash"_s, trashButtonCell);
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "Importers.h"
+
+/// Turns what other tools keep of formatted text into flattened RTFD.
+namespace FormattedText {
+
+/// Reads archives of the non-keyed archiver: attributed strings as they are, images as one attachment "my_image.tif"
+/// with their TIFF representation.
+Importers::Converters converters();
+
+} // namespace FormattedText

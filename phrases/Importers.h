@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+
+#include <PropertyList.h>
+
+#include <functional>
+#include <optional>
+
+/// Turns the phrase files of other text-expansion tools into sounds documents. Values in, values out: nothing here
+/// touches a file or a window.
+namespace Importers {
+
+/// The tools whose files are read.
+enum class Source { Typinator, TextExpander, SpellCatcher };
+
+/// Which tool wrote the file at @p path, told by its name; nothing for a file that is no import.
+std::optional<Source> sourceOf(const QString& path);
+
+/// What is logged when the user does not say where the imported document is to go.
+QString cancelledText(Source source);
+
+/// Makes flattened RTFD of archived formatting; nothing when the archive cannot be read.
+using RtfdConverter = std::function<std::optional<QByteArray>(const QByteArray& archive)>;
+
+/// How formatting comes over: archived attributed strings, and archived images as the one attachment of a text.
+struct Converters
+{
+    RtfdConverter attributedString;
+    RtfdConverter image;
+};
+
+/// Hears how many of all items are done; false ends the conversion.
+using Progress = std::function<bool(qsizetype done, qsizetype total)>;
+
+struct Conversion
+{
+    enum class Outcome { Converted, NoList, Cancelled };
+
+    Outcome outcome = Outcome::Converted;
+    /// The new document, with the single key "Clippings"; null unless converted.
+    PropertyList::DictionaryPointer document;
+    /// What was odd, in words, with the number of items that it was odd about.
+    QMap<QString, int> troubles;
+};
+
+/// Converts the root of a tool's file. Items that are no dictionaries are left out; an item whose formatting cannot be
+/// read comes over as plain text.
+Conversion convert(
+    const PropertyList::Value& root, Source source, const Converters& converters, const Progress& progress);
+
+/// A new document with one phrase, whose sound is a folder of funny noises.
+PropertyList::DictionaryPointer newSoundsDocument();
+
+} // namespace Importers
