@@ -1,0 +1,163 @@
+#include "Sound.h"
+
+#include "SoundDecoder.h"
+#include "SoundPlayback.h"
+#include "SoundServer.h"
+
+#include <QLoggingCategory>
+#include <QMetaObject>
+
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcSound, "blipsy.sound", QtInfoMsg)
+
+void logUnplayable(const QString& path, const QString& reason)
+{
+    qCInfo(lcSound).noquote() << u"Cannot play %1: %2"_s.arg(path, reason);
+}
+
+} // namespace
+
+/// One play of a sound. Shared by the sound and the thread that plays it, so that neither waits for the other: a slow
+/// disk may hold that thread up.
+class Sound::Job final : public std::enable_shared_from_this<Job>
+{
+    Q_DISABLE_COPY_MOVE(Job)
+
+public:
+    Job(Sound* sound, QString path, std::unique_ptr<SoundDecoder> decoder)
+        : m_sound(sound)
+        , m_path(std::move(path))
+        , m_decoder(std::move(decoder))
+    {
+    }
+
+    ~Job() = default;
+
+    /// Plays, and lets the sound's thread know when that is over.
+    void run();
+    /// Ends the playing from the sound's thread; the sound hears nothing more of it.
+    void abandon();
+
+private:
+    SoundPlayback::Outcome play();
+
+    std::mutex m_mutex;
+    /// Guarded by the mutex; null once abandoned.
+    Sound* m_sound;
+    const QString m_path;
+    std::unique_ptr<SoundDecoder> m_decoder;
+    SoundPlayback m_playback;
+};
+
+void Sound::Job::run()
+{
+    const bool playedToTheEnd = play() == SoundPlayback::Outcome::PlayedToTheEnd;
+    const std::lock_guard lock(m_mutex);
+    if (m_sound == nullptr) {
+        return;
+    }
+    const auto report = [sound = m_sound, job = shared_from_this(), playedToTheEnd] {
+        sound->jobEnded(job, playedToTheEnd);
+    };
+    QMetaObject::invokeMethod(m_sound, report, Qt::QueuedConnection);
+}
+
+void Sound::Job::abandon()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_sound = nullptr;
+    }
+    m_playback.stop();
+}
+
+SoundPlayback::Outcome Sound::Job::play()
+{
+    if (!m_decoder) {
+        auto [decoder, error] = SoundDecoder::openFile(m_path);
+        if (!decoder) {
+            logUnplayable(m_path, error);
+            return SoundPlayback::Outcome::Failed;
+        }
+        m_decoder = std::move(decoder);
+    }
+    const SoundPlayback::Outcome outcome = m_playback.run(*m_decoder);
+    if (outcome == SoundPlayback::Outcome::Failed) {
+        logUnplayable(m_path, m_playback.error());
+    }
+    m_decoder.reset();
+    return outcome;
+}
+
+std::unique_ptr<Sound> Sound::soundWithContentsOfFile(const QString& path)
+{
+    auto [decoder, error] = SoundDecoder::openFile(path);
+    if (!decoder) {
+        logUnplayable(path, error);
+        return {};
+    }
+    return std::unique_ptr<Sound>(new Sound(path, std::move(decoder)));
+}
+
+Sound::Sound(QString path, std::unique_ptr<SoundDecoder> decoder)
+    : m_path(std::move(path))
+    , m_openedDecoder(std::move(decoder))
+{
+}
+
+Sound::~Sound()
+{
+    if (m_job) {
+        m_job->abandon();
+    }
+}
+
+bool Sound::play()
+{
+    if (m_job) {
+        return false;
+    }
+    auto job = std::make_shared<Job>(this, m_path, std::move(m_openedDecoder));
+    try {
+        // Detached: what it touches is its own job and the server, which is there until the process ends.
+        std::thread([job] { job->run(); }).detach();
+    } catch (const std::system_error& error) {
+        logUnplayable(m_path, QString::fromLocal8Bit(error.what()));
+        return false;
+    }
+    m_job = std::move(job);
+    return true;
+}
+
+void Sound::stop()
+{
+    if (!m_job) {
+        return;
+    }
+    std::exchange(m_job, {})->abandon();
+    QMetaObject::invokeMethod(
+        this, [this] { Q_EMIT finished(false); }, Qt::QueuedConnection);
+}
+
+void Sound::prepareOutput()
+{
+    SoundServer& server = SoundServer::instance();
+    const SoundServer::Lock lock(server);
+    server.connect();
+}
+
+void Sound::jobEnded(const std::shared_ptr<Job>& job, bool playedToTheEnd)
+{
+    // A job that was stopped may have reported its end just before.
+    if (job == m_job) {
+        m_job.reset();
+        Q_EMIT finished(playedToTheEnd);
+    }
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "SoundServer.h"
+
+#include <QString>
+#include <QtGlobal>
+
+#include <chrono>
+#include <memory>
+#include <span>
+
+class SoundSource;
+struct SoundFormat;
+
+/// One sound on its way to the default output: a stream of its own on the sound server, for as long as the sound plays.
+///
+/// The server buffers two seconds of it; what is played is read just ahead of that.
+class SoundPlayback final
+{
+    Q_DISABLE_COPY_MOVE(SoundPlayback)
+
+public:
+    enum class Outcome { PlayedToTheEnd, Stopped, Failed };
+
+    SoundPlayback() = default;
+    ~SoundPlayback() = default;
+
+    /// Plays @p source and returns when its last sample has been heard, when stop() is called, or when it cannot go on:
+    /// the server fails or keeps silent for SoundServer::patience, or the output takes nothing more. For one thread,
+    /// once.
+    Outcome run(SoundSource& source);
+    /// Ends run() from another thread, or before it has begun; returns at once. Without the server's lock held.
+    void stop();
+
+    /// Why run() has failed.
+    QString error() const { return m_error; }
+
+private:
+    class Stream;
+    using Clock = std::chrono::steady_clock;
+    using Lock = SoundServer::Lock;
+
+    std::unique_ptr<Stream> openStream(Lock& lock, const SoundFormat& format);
+    bool writeAll(Lock& lock, Stream& stream, SoundSource& source);
+    bool write(Lock& lock, Stream& stream, std::span<const float> samples);
+    bool waitUntilHeard(Lock& lock, Stream& stream);
+    template <typename Condition>
+    bool waitFor(Lock& lock, Stream& stream, Condition condition);
+    bool fail(const QString& reason);
+
+    SoundServer& m_server = SoundServer::instance();
+    bool m_stopped = false;
+    QString m_error;
+};
