@@ -35,14 +35,22 @@ function(blipsy_add_library name)
     target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE ${arg_PRIVATE_LINKS} blipsy_flags)
 endfunction()
 
-# blipsy_add_test(NAME SOURCES file... LINKS target... [RUNNER wrapper])
+# blipsy_add_test(NAME SOURCES file... LINKS target... [X_SERVER] [SOUND_SERVER])
 #
 # A Qt Test program under CTest, run by tests/run-isolated in a world of its own (home folder, XDG folders, session
-# bus), on the offscreen platform.
+# bus), on the offscreen platform. With X_SERVER there is an X server too, for what talks to one itself; with SOUND_SERVER
+# a sound server with silent outputs.
 function(blipsy_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "X_SERVER;SOUND_SERVER" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test blipsy_flags)
-    add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/run-isolated $<TARGET_FILE:${name}>)
+    set(runners ${PROJECT_SOURCE_DIR}/tests/run-isolated)
+    if(arg_X_SERVER)
+        list(APPEND runners ${PROJECT_SOURCE_DIR}/tests/with-x-server)
+    endif()
+    if(arg_SOUND_SERVER)
+        list(APPEND runners ${PROJECT_SOURCE_DIR}/tests/with-sound-server)
+    endif()
+    add_test(NAME ${name} COMMAND ${runners} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()

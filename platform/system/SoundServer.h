@@ -39,6 +39,9 @@ public:
     void connect();
     /// Closes the connection with everything on it: what a server that has hung deserves.
     void disconnect();
+
+    bool isConnecting() const { return m_context != nullptr && !m_ready; }
+
     /// The context of the established connection, or null.
     pa_context* context() const;
     /// Connects and waits until the connection stands, fails or @p timeout is over. The context, or null with the
