@@ -1,8 +1,9 @@
 #pragma once
 
-#include <DraggingInfo.h>
-
 #include <QList>
+#include <QString>
+
+#include <DraggingInfo.h>
 
 class Pasteboard;
 class TableView;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <DraggingInfo.h>
-
 #include <QStringList>
 #include <QUrl>
+
+#include <DraggingInfo.h>
 
 #include <optional>
 

@@ -23,15 +23,24 @@ public:
     virtual ~Cell() = default;
 
     const QIcon& image() const { return m_image; }
+
     void setImage(const QIcon& image) { m_image = image; }
+
     const QString& title() const { return m_title; }
+
     void setTitle(const QString& title) { m_title = title; }
+
     bool isEditable() const { return m_editable; }
+
     void setEditable(bool editable) { m_editable = editable; }
+
     ControlSize controlSize() const { return m_controlSize; }
+
     void setControlSize(ControlSize size) { m_controlSize = size; }
+
     /// Drawn pale, for content that is there in name only.
     bool isDimmed() const { return m_dimmed; }
+
     void setDimmed(bool dimmed) { m_dimmed = dimmed; }
 
 private:
@@ -60,10 +69,14 @@ public:
     using Action = std::function<void(TableView*)>;
 
     void setAction(Action action) { m_action = std::move(action); }
+
     bool hasAction() const { return bool(m_action); }
+
     /// The key that does the same with the command modifier; shown in the tool tip.
     void setKeyEquivalent(const QString& key) { m_keyEquivalent = key; }
+
     const QString& keyEquivalent() const { return m_keyEquivalent; }
+
     /// Performs the action as a click would, for @p sender.
     void performClick(TableView* sender) const;
 
@@ -78,6 +91,7 @@ class PopUpButtonCell final : public Cell
 public:
     /// The menu stays its owner's.
     void setMenu(QMenu* menu) { m_menu = menu; }
+
     QMenu* menu() const { return m_menu; }
 
 private:

@@ -36,8 +36,8 @@ public:
     /// Called on each change of the panel's selection.
     void setSelectionDidChange(std::function<void()> handler);
 
-    /// Runs the panel: 1 when the user has chosen, 0 when not. @p directory is the folder shown first (the home folder when
-    /// it does not exist), @p file the name preselected, @p types what can be chosen (all files when empty).
+    /// Runs the panel: 1 when the user has chosen, 0 when not. @p directory is the folder shown first (the home folder
+    /// when it does not exist), @p file the name preselected, @p types what can be chosen (all files when empty).
     int runModalForDirectory_file_types(const QString& directory, const QString& file, const QStringList& types);
 
     /// The absolute paths selected now or, afterwards, chosen.

@@ -11,12 +11,15 @@ public:
     explicit SavePanel(QWidget* parent = nullptr);
 
     void setTitle(const QString& title) { m_title = title; }
+
     /// A suffix that the caller will append (".Blipsy"): the panel asks before a file of the resulting name is
     /// replaced.
     void setAppendedSuffix(const QString& suffix) { m_suffix = suffix; }
+
     /// Runs the panel: 1 when the user has chosen, 0 when not. @p directory is the folder shown first, @p file the name
     /// proposed.
     int runModalForDirectory_file(const QString& directory, const QString& file);
+
     /// The absolute path chosen, as typed: nothing is appended.
     QString filename() const { return m_filename; }
 

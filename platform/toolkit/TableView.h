@@ -22,8 +22,8 @@ class TableView : public QTableView
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(TableView)
-    /// The columns, one "identifier" or "identifier:option,option" each. Options: `editable`, `sort` (a header click sorts
-    /// by the identifier), `stretch`, `width=N` (in pixels at 96 dpi), `icon` (as narrow as a 16 pixel image).
+    /// The columns, one "identifier" or "identifier:option,option" each. Options: `editable`, `sort` (a header click
+    /// sorts by the identifier), `stretch`, `width=N` (in pixels at 96 dpi), `icon` (as narrow as a 16 pixel image).
     Q_PROPERTY(QStringList columns READ columns WRITE setColumns)
     /// The columns' titles, in the same order. The title of an icon column is not drawn: it is its header's tool tip.
     Q_PROPERTY(QStringList columnTitles READ columnTitles WRITE setColumnTitles)
@@ -48,18 +48,21 @@ public:
     void setDataSource(TableViewDataSource* source);
     TableViewDataSource* dataSource() const;
 
+    /// Whether a column was declared with the option `icon`.
+    bool isIconColumn(int column) const;
     /// The column with this identifier, or null.
     TableColumn* tableColumnWithIdentifier(const QString& identifier) const;
     const std::vector<std::unique_ptr<TableColumn>>& tableColumns() const;
 
     /// The number of rows that the data source gave last.
     int numberOfRows() const;
-    /// Asks the data source for the number of rows again. Rows are added or taken at the end; a selected row that is gone
-    /// is deselected.
+    /// Asks the data source for the number of rows again. Rows are added or taken at the end; a selected row that is
+    /// gone is deselected.
     void noteNumberOfRowsChanged();
     /// Asks for everything again: the number of rows now, the cells as they are drawn. The selected row stays selected.
+    /// Editing goes on unless its cell now holds another text.
     void reloadData();
-    /// Gives the last column the width that is left.
+    /// Gives the last column the width that is left; it keeps its least width where nothing is.
     void sizeLastColumnToFit();
 
     /// -1 when no row is selected.
@@ -83,13 +86,34 @@ public:
 
     /// A key typed while the table has the focus; the default is the table's own handling.
     virtual void keyDown(QKeyEvent* event);
-    /// A key pressed with the command modifier (Control); true when it was handled.
+    /// A key pressed with the command modifier (Control), offered before menus and shortcuts; true when it was handled.
     virtual bool performKeyEquivalent(QKeyEvent* event);
     /// The user is about to change the text of a cell: called at the first change. False refuses.
     virtual bool textShouldBeginEditing(QWidget* fieldEditor);
     /// The editing of a cell ends: the default commits the text through the data source. Also called, without a commit,
     /// when the user gives up with Escape after a change.
     virtual void textDidEndEditing(QWidget* fieldEditor);
+
+    /// Does nothing: typing ahead is up to keyDown(), which knows the rows without asking the data source for each.
+    void keyboardSearch(const QString& search) override;
+
+protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void commitData(QWidget* editor) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     class Implementation;

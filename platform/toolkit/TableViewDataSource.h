@@ -9,7 +9,8 @@
 class Pasteboard;
 class TableView;
 
-/// Where a TableView gets its rows. Rows are asked for when they are drawn, and only below the number of rows last given.
+/// Where a TableView gets its rows. Rows are asked for when they are drawn, and only below the number of rows last
+/// given.
 class TableViewDataSource
 {
 public:

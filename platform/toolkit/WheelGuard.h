@@ -6,8 +6,8 @@ class QWidget;
 
 /// Keeps the wheel from changing values by accident while a page is scrolled.
 ///
-/// Combo boxes, spin boxes and sliders on the page heed the wheel only while they have the keyboard focus, and no longer
-/// take the focus by the wheel; the event goes on to whatever scrolls the page.
+/// Combo boxes, spin boxes and sliders on the page heed the wheel only while they have the keyboard focus, and no
+/// longer take the focus by the wheel; the event goes on to whatever scrolls the page.
 class WheelGuard final : public QObject
 {
     Q_OBJECT

@@ -1,0 +1,68 @@
+#include "Alert.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Buttons are added by the caller: the first one is the default, the second one (if any) answers Escape.
+void fillAlert(QMessageBox& box, const QString& title, const QString& message, const QString& firstButton,
+    const QString& secondButton)
+{
+    box.setObjectName(u"AlertPanel"_s);
+    box.setIcon(QMessageBox::Warning);
+    box.setWindowTitle(title);
+    // Names that users gave to things are shown as they are, never as markup.
+    box.setTextFormat(Qt::PlainText);
+    box.setText(title);
+    box.setInformativeText(message);
+    if (auto* const label = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
+        QFont bold = label->font();
+        bold.setBold(true);
+        label->setFont(bold);
+    }
+    box.setDefaultButton(box.addButton(firstButton, QMessageBox::AcceptRole));
+    if (!secondButton.isEmpty()) {
+        box.setEscapeButton(box.addButton(secondButton, QMessageBox::RejectRole));
+    }
+}
+
+bool isFirstButton(const QMessageBox& box)
+{
+    return box.clickedButton() && box.clickedButton() == box.defaultButton();
+}
+
+} // namespace
+
+int Alert::runAlertPanel(QWidget* parent, const QString& title, const QString& message, const QString& defaultButton,
+    const QString& alternateButton)
+{
+    QMessageBox box(parent);
+    fillAlert(box, title, message, defaultButton, alternateButton);
+    box.setWindowModality(Qt::ApplicationModal);
+    box.exec();
+    return isFirstButton(box) ? defaultReturn : alternateReturn;
+}
+
+void Alert::beginSheet(QWidget* window, const QString& messageText, const QString& informativeText,
+    const QString& firstButton, const QString& secondButton, std::function<void(int)> didEnd)
+{
+    auto* const box = new QMessageBox(window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    fillAlert(*box, messageText, informativeText, firstButton, secondButton);
+    QObject::connect(box, &QMessageBox::finished, box,
+        [box, didEnd = std::move(didEnd)] { didEnd(isFirstButton(*box) ? firstButtonReturn : secondButtonReturn); });
+    // A window-modal sheet on the window, whatever widget of it was given.
+    box->open();
+}
+
+void Alert::beep()
+{
+    QApplication::beep();
+}

@@ -1,0 +1,8 @@
+#include "Cell.h"
+
+void ButtonCell::performClick(TableView* sender) const
+{
+    if (m_action) {
+        m_action(sender);
+    }
+}

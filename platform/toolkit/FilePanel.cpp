@@ -1,0 +1,130 @@
+#include "FilePanel.h"
+
+#include "PanelFilter.h"
+
+#include <QComboBox>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListView>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The first row of a file dialog's grid below its file list.
+constexpr int rowBelowList = 2;
+
+/// Moves the items from @p firstRow on down by one row.
+void makeRow(QGridLayout& grid, int firstRow)
+{
+    struct Moved
+    {
+        QLayoutItem* item;
+        int row;
+        int column;
+        int rowSpan;
+        int columnSpan;
+    };
+
+    QList<Moved> moved;
+    for (int i = grid.count() - 1; i >= 0; --i) {
+        Moved place{};
+        grid.getItemPosition(i, &place.row, &place.column, &place.rowSpan, &place.columnSpan);
+        if (place.row >= firstRow) {
+            place.item = grid.takeAt(i);
+            moved.append(place);
+        }
+    }
+    for (const Moved& place : moved) {
+        grid.addItem(place.item, place.row + 1, place.column, place.rowSpan, place.columnSpan);
+    }
+}
+
+} // namespace
+
+FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)
+    : QFileDialog(parent)
+    , m_rules(rules)
+{
+    setObjectName(u"OpenPanel"_s);
+    setOption(DontUseNativeDialog);
+    setAcceptMode(AcceptOpen);
+    // Only in this mode does the dialog take folders for an answer; accept() lets files be chosen in it too.
+    setFileMode(rules.canChooseDirectories ? Directory : rules.allowsMultipleSelection ? ExistingFiles : ExistingFile);
+    setOption(ShowDirsOnly, false);
+    setProxyModel(new PanelFilter(rules.types, rules.canChooseFiles, this));
+    setViewMode(Detail);
+    // The types are the caller's: there is nothing to choose between.
+    for (const QString& name : {u"fileTypeCombo"_s, u"fileTypeLabel"_s}) {
+        if (auto* const widget = findChild<QWidget*>(name)) {
+            widget->hide();
+        }
+    }
+    auto* const list = findChild<QListView*>(u"listView"_s);
+    if (!rules.allowsMultipleSelection) {
+        list->setSelectionMode(QAbstractItemView::SingleSelection);
+        findChild<QAbstractItemView*>(u"treeView"_s)->setSelectionMode(QAbstractItemView::SingleSelection);
+    }
+    connect(listSelection(), &QItemSelectionModel::selectionChanged, this, &FilePanel::selectionDidChange);
+}
+
+FilePanel::~FilePanel()
+{
+    if (m_accessory) {
+        m_accessory->hide();
+        m_accessory->setParent(m_accessoryParent);
+    }
+}
+
+void FilePanel::setAccessoryView(QWidget* view)
+{
+    auto* const grid = qobject_cast<QGridLayout*>(layout());
+    m_accessory = view;
+    m_accessoryParent = view->parentWidget();
+    makeRow(*grid, rowBelowList);
+    grid->addWidget(view, rowBelowList, 0, 1, grid->columnCount());
+    view->show();
+}
+
+QItemSelectionModel* FilePanel::listSelection() const
+{
+    return findChild<QListView*>(u"listView"_s)->selectionModel();
+}
+
+QStringList FilePanel::selection() const
+{
+    QStringList paths;
+    for (const QModelIndex& index : listSelection()->selectedRows()) {
+        paths.append(index.data(QFileSystemModel::FilePathRole).toString());
+    }
+    return paths;
+}
+
+bool FilePanel::canChoose(const QString& path) const
+{
+    const QFileInfo file(path);
+    const bool isBundle = m_rules.types.offersApplications() && file.suffix() == "app"_L1;
+    if (file.isDir() && !isBundle) {
+        return m_rules.canChooseDirectories;
+    }
+    return file.exists() && m_rules.canChooseFiles && m_rules.types.accepts(path);
+}
+
+void FilePanel::accept()
+{
+    const QStringList paths = selectedFiles();
+    const bool areChosen = !paths.isEmpty() && std::all_of(paths.begin(), paths.end(),
+                                                   [this](const QString& path) { return canChoose(path); });
+    const bool areFilesRefused = std::any_of(paths.begin(), paths.end(),
+        [this](const QString& path) { return QFileInfo(path).isFile() && !canChoose(path); });
+    if (areChosen) {
+        done(Accepted);
+    } else if (!areFilesRefused) {
+        // The dialog's own part: enters a folder whose name was typed, says what is wrong with a name.
+        QFileDialog::accept();
+    }
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "PanelTypes.h"
+
+#include <QFileDialog>
+#include <QPointer>
+
+class QItemSelectionModel;
+
+/// What can be chosen in a panel.
+struct PanelRules
+{
+    PanelTypes types;
+    bool canChooseFiles = true;
+    bool canChooseDirectories = false;
+    bool allowsMultipleSelection = false;
+};
+
+/// The file browser of an OpenPanel. Chooses files, or folders, or both; a folder is entered by a double click.
+class FilePanel final : public QFileDialog
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(FilePanel)
+
+public:
+    FilePanel(const PanelRules& rules, QWidget* parent);
+    /// Gives the accessory view back.
+    ~FilePanel() override;
+
+    /// Puts @p view below the file list for as long as the panel exists.
+    void setAccessoryView(QWidget* view);
+    /// The paths selected in the list now.
+    QStringList selection() const;
+
+    void accept() override;
+
+Q_SIGNALS:
+    void selectionDidChange();
+
+private:
+    bool canChoose(const QString& path) const;
+    QItemSelectionModel* listSelection() const;
+
+    PanelRules m_rules;
+    QPointer<QWidget> m_accessory;
+    QPointer<QWidget> m_accessoryParent;
+};

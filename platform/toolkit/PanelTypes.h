@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// The file types that an open panel offers, as its caller lists them: extensions, and classic types between
+/// apostrophes.
+class PanelTypes final
+{
+public:
+    explicit PanelTypes(const QStringList& types = {});
+
+    /// Every file is accepted.
+    bool acceptsAll() const { return m_extensions.isEmpty() && m_classicTypes.isEmpty(); }
+
+    /// Whether the type "app" is among them.
+    bool offersApplications() const;
+    bool acceptsExtensionOf(const QString& fileName) const;
+
+    bool hasClassicTypes() const { return !m_classicTypes.isEmpty(); }
+
+    /// Reads the Finder information of the file at @p path, so it takes a moment on slow disks.
+    bool acceptsClassicTypeOf(const QString& path) const;
+    /// By extension or by classic type.
+    bool accepts(const QString& path) const;
+
+private:
+    QStringList m_extensions;
+    QStringList m_classicTypes;
+};

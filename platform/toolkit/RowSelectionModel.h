@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QItemSelectionModel>
+
+class TableModel;
+class TableView;
+
+/// The selection of a TableView: at most one row, and the current cell always in it.
+///
+/// Every road to a new selection (mouse, keyboard, code, the removal of rows) leads through moveTo(), which announces
+/// the move before and after.
+class RowSelectionModel final : public QItemSelectionModel
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(RowSelectionModel)
+
+public:
+    /// Whether an observer ran an event loop (a modal dialog) while the move was announced. The mouse press or key
+    /// press that caused an interrupted move is over.
+    enum class Move { Uninterrupted, Interrupted };
+
+    /// @p table owns the selection.
+    RowSelectionModel(TableModel* model, TableView* table);
+
+    /// The selected row; -1 for none. While a move is being announced this is the old row still.
+    int selectedRow() const { return m_row; }
+
+    /// Selects @p row, or nothing when it is -1. Ignored while another move is being announced.
+    Move moveTo(int row);
+
+    /// Lets go of rows from @p rows on, which are about to be removed, without announcing anything yet.
+    void releaseRowsFrom(int rows);
+    /// Announces that the selected row has been removed, if it has.
+    void settleAfterRemoval();
+
+    using QItemSelectionModel::select;
+    void select(const QItemSelection& selection, SelectionFlags command) override;
+    void setCurrentIndex(const QModelIndex& index, SelectionFlags command) override;
+    void clear() override;
+    void clearCurrentIndex() override;
+
+private:
+    bool announceMove();
+    void apply(int row);
+
+    TableView* m_table;
+    int m_row = -1;
+    /// The column in which the keyboard is, kept from row to row.
+    int m_column = 0;
+    bool m_isMoving = false;
+};

@@ -1,0 +1,80 @@
+#include "SavePanel.h"
+
+#include "Alert.h"
+#include "PanelText.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Asks before the file that the caller is going to write replaces another one.
+class SaveDialog final : public QFileDialog
+{
+public:
+    SaveDialog(QWidget* parent, QString suffix)
+        : QFileDialog(parent)
+        , m_suffix(std::move(suffix))
+    {
+        setObjectName(u"SavePanel"_s);
+        setOption(DontUseNativeDialog);
+        // The question is about the file that will be written, which need not have the name as it was typed.
+        setOption(DontConfirmOverwrite);
+        setAcceptMode(AcceptSave);
+        setFileMode(AnyFile);
+        setViewMode(Detail);
+    }
+
+    void accept() override
+    {
+        const QString path = selectedFiles().value(0);
+        const QFileInfo written(path + m_suffix);
+        if (!QFileInfo(path).isDir() && written.exists() && !mayReplace(written)) {
+            return;
+        }
+        QFileDialog::accept();
+    }
+
+private:
+    bool mayReplace(const QFileInfo& file)
+    {
+        if (file.isDir()) {
+            Alert::runAlertPanel(this, panelText(u"“%1” is a folder."_s).arg(file.fileName()),
+                panelText(u"Choose another name."_s), panelText(u"OK"_s), {});
+            return false;
+        }
+        return Alert::runAlertPanel(this, panelText(u"“%1” already exists."_s).arg(file.fileName()),
+                   panelText(u"Do you want to replace it?"_s), panelText(u"Replace"_s),
+                   panelText(u"Cancel"_s)) == Alert::defaultReturn;
+    }
+
+    QString m_suffix;
+};
+
+} // namespace
+
+SavePanel::SavePanel(QWidget* parent)
+    : m_parent(parent)
+{
+}
+
+int SavePanel::runModalForDirectory_file(const QString& directory, const QString& file)
+{
+    SaveDialog dialog(m_parent, m_suffix);
+    if (!m_title.isEmpty()) {
+        dialog.setWindowTitle(m_title);
+    }
+    dialog.setDirectory(QFileInfo(directory).isDir() ? directory : QDir::homePath());
+    dialog.selectFile(file);
+    if (dialog.exec() != QDialog::Accepted) {
+        m_filename.clear();
+        return 0;
+    }
+    m_filename = dialog.selectedFiles().value(0);
+    return 1;
+}

@@ -1,0 +1,45 @@
+#include "Slider.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+constexpr int steps = 1000;
+
+} // namespace
+
+Slider::Slider(QWidget* parent)
+    : QSlider(Qt::Horizontal, parent)
+{
+    setRange(0, steps);
+    setSingleStep(steps / 100);
+    setPageStep(steps / 10);
+    connect(this, &QSlider::valueChanged, this, [this](int value) {
+        m_value = static_cast<float>(value) / steps;
+        Q_EMIT actionTriggered(this);
+    });
+}
+
+float Slider::floatValue() const
+{
+    return m_value;
+}
+
+void Slider::setFloatValue(float value)
+{
+    m_value = std::isnan(value) ? 0 : std::clamp(value, 0.0F, 1.0F);
+    const QSignalBlocker blocker(this);
+    setValue(static_cast<int>(std::lround(m_value * steps)));
+}
+
+QString Slider::stringValue() const
+{
+    std::array<char, 32> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), m_value);
+    return QString::fromLatin1(text.data(), result.ptr - text.data());
+}

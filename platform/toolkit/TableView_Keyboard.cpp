@@ -1,0 +1,75 @@
+#include "TableView.h"
+
+#include "TableView_Implementation.h"
+
+#include <QKeyEvent>
+
+#include <utility>
+
+namespace {
+
+/// Control alone plays the command key; with Alt it makes the characters of the third level.
+bool isCommandKey(const QKeyEvent& event)
+{
+    return (event.modifiers() & Qt::ControlModifier) && !(event.modifiers() & Qt::AltModifier) &&
+           event.key() != Qt::Key_Control;
+}
+
+bool activatesCell(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return || event.key() == Qt::Key_Select;
+}
+
+} // namespace
+
+bool TableView::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && hasFocus()) {
+        auto* const keyEvent = static_cast<QKeyEvent*>(event);
+        m_implementation->keyEquivalentPerformed = false;
+        if (isCommandKey(*keyEvent) && performKeyEquivalent(keyEvent)) {
+            // Claimed, so that no shortcut takes it; the key press that follows has been dealt with.
+            m_implementation->keyEquivalentPerformed = true;
+            event->accept();
+            return true;
+        }
+    }
+    return QTableView::event(event);
+}
+
+void TableView::keyPressEvent(QKeyEvent* event)
+{
+    if (!hasFocus()) {
+        // Left over by the field editor.
+        QTableView::keyPressEvent(event);
+        return;
+    }
+    if (!isCommandKey(*event)) {
+        keyDown(event);
+        return;
+    }
+    if (std::exchange(m_implementation->keyEquivalentPerformed, false) || performKeyEquivalent(event)) {
+        event->accept();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void TableView::keyDown(QKeyEvent* event)
+{
+    const QModelIndex current = currentIndex();
+    if (activatesCell(*event) && current.isValid() && !isEditing() &&
+        !dynamic_cast<const TextCell*>(m_implementation->model->cell(current))) {
+        event->accept();
+        m_implementation->activateCell(current);
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+bool TableView::performKeyEquivalent(QKeyEvent* /*event*/)
+{
+    return false;
+}
+
+void TableView::keyboardSearch(const QString& /*search*/) {}

@@ -1,0 +1,10 @@
+#include "SoundDocument.h"
+
+#include <BYGlobals.h>
+#include <SharedNames.h>
+
+void SoundDocument::saveAndRefreshMenu()
+{
+    BYGlobals::writeDocument();
+    BYGlobals::sendNotification(NotificationName::refreshMenu);
+}
