@@ -192,14 +192,16 @@ void MessageBus::serve()
     sd_event_add_io(
         loop, nullptr, m_wakeUp, EPOLLIN,
         [](sd_event_source*, int, uint32_t, void* self) {
-            auto* bus = static_cast<MessageBus*>(self);
-            return bus->runTasks() ? 0 : sd_event_exit(bus->eventLoop(), 0);
+            static_cast<MessageBus*>(self)->runTasks();
+            return 0;
         },
         this);
     if (const int result = connectToBus(); result < 0) {
         setLost(-result);
     }
-    sd_event_loop(loop);
+    // The loop is left without its own exit, on which the library would flush, and wait for a bus that hangs.
+    while (!m_finished && sd_event_run(loop, UINT64_MAX) >= 0) {
+    }
     drain();
     m_calls.clear();
     m_connection.reset();
@@ -238,22 +240,19 @@ void MessageBus::setLost(int error)
     }
 }
 
-/// False when the thread is to end; what was given before that has been done.
-bool MessageBus::runTasks()
+void MessageBus::runTasks()
 {
     eventfd_t count = 0;
     ::eventfd_read(m_wakeUp, &count);
     std::deque<Task> tasks;
-    bool stopping = false;
     {
         const std::scoped_lock guard(m_mutex);
         tasks.swap(m_tasks);
-        stopping = m_stopping;
+        m_finished = m_stopping;
     }
     for (const Task& task : tasks) {
         task(connection());
     }
-    return !stopping;
 }
 
 /// Gives the bus a moment to take what was sent just before the end.

@@ -88,7 +88,7 @@ private:
     void serve();
     int connectToBus();
     void setLost(int error);
-    bool runTasks();
+    void runTasks();
     void send(const Method& method, const Writer& writer, std::chrono::milliseconds timeout, const Reader& reader);
     void drain() const;
 
@@ -104,5 +104,6 @@ private:
     std::list<PendingCall> m_calls;
     std::deque<std::function<void()>> m_lostHandlers;
     bool m_lost = false;
+    bool m_finished = false;
     std::thread m_thread;
 };

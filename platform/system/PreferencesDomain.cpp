@@ -71,6 +71,15 @@ bool lockWithin(QLockFile& lock, std::chrono::milliseconds timeout)
     return true;
 }
 
+/// Logs @p problem unless it is the @p last one; an empty text ends it.
+void report(const QString& problem, QString& last)
+{
+    if (problem != last && !problem.isEmpty()) {
+        qCWarning(log).noquote() << problem;
+    }
+    last = problem;
+}
+
 } // namespace
 
 std::optional<FileStamp> FileStamp::of(const QByteArray& path)
@@ -141,13 +150,13 @@ void PreferencesDomain::readFile()
     const PropertyList::DictionaryPointer root = result.root.dictionary();
     if (!root) {
         m_state = FileState::Broken;
-        report(u"cannot read settings %1: %2"_s.arg(
-            m_path, result.error.isEmpty() ? u"the root is no dictionary"_s : result.error));
+        const QString reason = result.error.isEmpty() ? u"the root is no dictionary"_s : result.error;
+        report(u"cannot read settings %1: %2"_s.arg(m_path, reason), m_readProblem);
         return;
     }
     m_state = FileState::Sound;
     m_stored = root;
-    report({});
+    report({}, m_readProblem);
 }
 
 bool PreferencesDomain::store()
@@ -156,7 +165,7 @@ bool PreferencesDomain::store()
         return true;
     }
     if (!QDir().mkpath(QFileInfo(m_path).path())) {
-        report(u"cannot store settings %1: its folder cannot be made"_s.arg(m_path));
+        report(u"cannot store settings %1: its folder cannot be made"_s.arg(m_path), m_storeProblem);
         return false;
     }
     return lockAndStore();
@@ -169,7 +178,8 @@ bool PreferencesDomain::lockAndStore()
     if (!lockWithin(lock, m_lockTimedOut ? 0ms : lockTimeout)) {
         m_lockTimedOut = lock.error() == QLockFile::LockFailedError;
         report(m_lockTimedOut ? u"settings %1 are locked by another process; storing them later"_s.arg(m_path)
-                              : u"cannot store settings %1: its lock file cannot be made"_s.arg(m_path));
+                              : u"cannot store settings %1: its lock file cannot be made"_s.arg(m_path),
+            m_storeProblem);
         if (m_lockTimedOut) {
             retryLater();
         }
@@ -190,14 +200,14 @@ bool PreferencesDomain::writeMerged()
         merged->insert(pending.key(), pending.value());
     }
     if (const std::optional<QString> error = AtomicFile::write(m_path, PropertyList::write(merged))) {
-        report(*error);
+        report(*error, m_storeProblem);
         return false;
     }
     m_stored = merged;
     m_stamp = FileStamp::of(m_nativePath);
     m_state = FileState::Sound;
     m_pending.clear();
-    report({});
+    report({}, m_storeProblem);
     return true;
 }
 
@@ -211,12 +221,4 @@ void PreferencesDomain::retryLater()
         m_retryScheduled = false;
         store();
     });
-}
-
-void PreferencesDomain::report(const QString& problem)
-{
-    if (problem != m_problem && !problem.isEmpty()) {
-        qCWarning(log).noquote() << problem;
-    }
-    m_problem = problem;
 }

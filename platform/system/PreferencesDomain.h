@@ -52,8 +52,6 @@ private:
     bool lockAndStore();
     bool writeMerged();
     void retryLater();
-    /// Logs @p problem unless it was the last one; an empty text ends it.
-    void report(const QString& problem);
 
     QString m_path;
     QByteArray m_nativePath;
@@ -61,7 +59,8 @@ private:
     FileState m_state = FileState::Absent;
     PropertyList::DictionaryPointer m_stored = PropertyList::Dictionary::create();
     QHash<QString, PropertyList::Value> m_pending;
-    QString m_problem;
+    QString m_readProblem;
+    QString m_storeProblem;
     bool m_lockTimedOut = false;
     bool m_retryScheduled = false;
 };

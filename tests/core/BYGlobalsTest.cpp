@@ -1,0 +1,219 @@
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <BYGlobals.h>
+#include <NotificationRecorder.h>
+#include <SharedNames.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Array;
+using PropertyList::ArrayPointer;
+using PropertyList::Dictionary;
+using PropertyList::DictionaryPointer;
+using PropertyList::Value;
+
+namespace {
+
+DictionaryPointer dictionary(std::initializer_list<std::pair<QString, Value>> entries)
+{
+    DictionaryPointer result = Dictionary::create();
+    for (const auto& [key, value] : entries) {
+        result->insert(key, value);
+    }
+    return result;
+}
+
+ArrayPointer list(std::initializer_list<Value> items)
+{
+    ArrayPointer result = Array::create();
+    for (const Value& item : items) {
+        result->append(item);
+    }
+    return result;
+}
+
+Value phrase(const QString& text, const QString& sound = u""_s, const QString& order = u""_s)
+{
+    return dictionary({{PhraseKey::phrase, text}, {PhraseKey::soundFilepath, sound}, {PhraseKey::sortOrder, order}});
+}
+
+QStringList column(const QString& key)
+{
+    QStringList result;
+    for (qsizetype row = 0; row < BYGlobals::clippingsArray()->size(); ++row) {
+        result << BYGlobals::clippingAtRow(row)->value(key).textValue();
+    }
+    return result;
+}
+
+} // namespace
+
+class BYGlobalsTest final : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath(u"test.blipsy"_s);
+
+    void put(const QByteArray& bytes)
+    {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+
+    QByteArray stored() const
+    {
+        QFile file(m_path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void load(const Value& root)
+    {
+        put(PropertyList::write(root));
+        BYGlobals::setDefaultFilePath(m_path);
+        BYGlobals::fillArray();
+    }
+
+private Q_SLOTS:
+
+    void init() { BYGlobals::storeSetting({}, SettingKey::sortPref); }
+
+    void initReadsThePathAndMakesTheMapOnce()
+    {
+        BYGlobals::storeSetting(m_path, SettingKey::defaultFilePath);
+        BYGlobals::storeSetting(dictionary({{u"/app"_s, u"/document"_s}}), SettingKey::file4App);
+        BYGlobals::init();
+        QCOMPARE(BYGlobals::defaultFilePath(), m_path);
+        BYGlobals::file4app()->insert(u"/app"_s, u"changed"_s);
+        BYGlobals::storeSetting({}, SettingKey::defaultFilePath);
+        BYGlobals::init();
+        QCOMPARE(BYGlobals::defaultFilePath(), u"");
+        QCOMPARE(BYGlobals::file4app()->value(u"/app").string(), u"changed");
+    }
+
+    void sortingFollowsTheSetting_data()
+    {
+        QTest::addColumn<Value>("setting");
+        QTest::addColumn<QStringList>("phrases");
+        QTest::newRow("unset: phrase") << Value() << QStringList{u"apple"_s, u"Banana"_s, u"BANANA"_s, u"cherry"_s};
+        QTest::newRow("number 1: sound") << Value(1) << QStringList{u"cherry"_s, u"Banana"_s, u"apple"_s, u"BANANA"_s};
+        QTest::newRow("2: order as text")
+            << Value(u"2"_s) << QStringList{u"Banana"_s, u"cherry"_s, u"apple"_s, u"BANANA"_s};
+        QTest::newRow("unknown") << Value(u"3"_s) << QStringList{u"cherry"_s, u"Banana"_s, u"apple"_s, u"BANANA"_s};
+    }
+
+    void sortingFollowsTheSetting()
+    {
+        QFETCH(const Value, setting);
+        QFETCH(const QStringList, phrases);
+        BYGlobals::storeSetting(setting, SettingKey::sortPref);
+        load(dictionary({{DocumentKey::clippings,
+            list({phrase(u"cherry"_s, u"/A"_s, u"1"_s), phrase(u"Banana"_s, u"/b"_s, u"0"_s),
+                phrase(u"apple"_s, u"/c"_s, u"10"_s), phrase(u"BANANA"_s, u"/C"_s, u"2"_s)})}}));
+        QCOMPARE(column(PhraseKey::phrase), phrases);
+    }
+
+    void phraseListComesFromClippingsOrElseSnippets()
+    {
+        const Value snippets = list({phrase(u"snippet"_s, u"/s"_s)});
+        load(dictionary({{DocumentKey::snippets, snippets}}));
+        QCOMPARE(BYGlobals::fullTextFor(u"snippet"_s), u"/s");
+        QVERIFY(BYGlobals::fullTextFor(u"Snippet"_s).isNull());
+        BYGlobals::clippingAtRow(0)->insert(PhraseKey::phrase, u"edited"_s);
+        BYGlobals::writeDocument();
+        QCOMPARE(PropertyList::read(stored()).root.dictionary()->keys(), QStringList{DocumentKey::snippets});
+        QVERIFY(stored().contains("edited"));
+
+        load(dictionary({{DocumentKey::snippets, snippets}, {DocumentKey::clippings, list({phrase(u"clip"_s)})}}));
+        QCOMPARE(column(PhraseKey::phrase), QStringList{u"clip"_s});
+    }
+
+    void emptyPathKeepsTheDocumentButSortsAndFiltersAnew()
+    {
+        load(dictionary({{DocumentKey::clippings, list({phrase(u"b"_s)})},
+            {DocumentKey::sounds, list({dictionary({{EventKey::event, u"1"_s}}), dictionary({})})}}));
+        BYGlobals::clippingsArray()->append(phrase(u"a"_s));
+        BYGlobals::soundsPrefsArrayFiltered()->clear();
+        BYGlobals::setDefaultFilePath({});
+        BYGlobals::fillArray();
+        QCOMPARE(column(PhraseKey::phrase), (QStringList{u"a"_s, u"b"_s}));
+        QCOMPARE(BYGlobals::soundsPrefsArrayFiltered()->size(), 2);
+        QCOMPARE(BYGlobals::soundsPrefsArrayFiltered()->at(0).dictionary(),
+            BYGlobals::soundsPrefsArray()->at(0).dictionary());
+    }
+
+    void unreadableDocumentIsNoneAndStays_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("garbage") << QByteArray("\xff\xfe\0\x01 what", 9);
+        QTest::newRow("truncated") << PropertyList::write(dictionary({{u"Clippings"_s, list({})}})).chopped(12);
+        QTest::newRow("root is a list") << PropertyList::write(list({}));
+    }
+
+    void unreadableDocumentIsNoneAndStays()
+    {
+        QFETCH(const QByteArray, bytes);
+        put(bytes);
+        BYGlobals::setDefaultFilePath(m_path);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^cannot read document .*test\\.blipsy: .+"_s));
+        BYGlobals::fillArray();
+        QVERIFY(!BYGlobals::clippingsDictionary());
+        QVERIFY(!BYGlobals::clippingsArray());
+        QVERIFY(!BYGlobals::soundsPrefsArrayFiltered());
+        BYGlobals::writeDocument();
+        QCOMPARE(stored(), bytes);
+    }
+
+    void wrongTypesShowWhatIsSoundAndTravelThroughASave()
+    {
+        const Value root = dictionary({{DocumentKey::clippings, list({u"text"_s, phrase(u"sound"_s), 5, list({})})},
+            {DocumentKey::sounds, list({QByteArray("data"), dictionary({{EventKey::event, QByteArray("x")}})})},
+            {DocumentKey::setVolume, list({})}});
+        load(root);
+        QCOMPARE(column(PhraseKey::phrase), (QStringList{u""_s, u""_s, u""_s, u"sound"_s}));
+        QCOMPARE(BYGlobals::fullTextFor(u"sound"_s), u"");
+        QCOMPARE(BYGlobals::soundsPrefsArrayFiltered()->size(), 1);
+        BYGlobals::writeDocument();
+        const DictionaryPointer saved = PropertyList::read(stored()).root.dictionary();
+        QCOMPARE(saved->value(DocumentKey::clippings).array()->size(), 4);
+        QCOMPARE(saved->value(DocumentKey::sounds), root.dictionary()->value(DocumentKey::sounds));
+
+        load(dictionary({{DocumentKey::clippings, u"text"_s}, {DocumentKey::sounds, 3}}));
+        QVERIFY(!BYGlobals::clippingsArray() && !BYGlobals::soundsPrefsArray());
+        QVERIFY(BYGlobals::clippingAtRow(0)->isEmpty());
+    }
+
+    void absentSettingsReadAsEmptyTextOrNothing()
+    {
+        QCOMPARE(BYGlobals::retrieveFromUserDefaults(u"absent"_s), Value(u""_s));
+        QVERIFY(BYGlobals::retrieveDateFromUserDefaults(u"absent"_s).isNull());
+        BYGlobals::storeSetting(7, u"number"_s);
+        QCOMPARE(BYGlobals::retrieveFromUserDefaults(u"number"_s), Value(7));
+        QCOMPARE(BYGlobals::retrieveArrayFromUserDefaults(u"number"_s), Value(7));
+    }
+
+    void savedSettingIsAnnouncedOnceAndReloadsForThoseWhoAsk()
+    {
+        NotificationRecorder heard;
+        BYGlobals::storeSetting(u"quiet"_s, u"key"_s);
+        BYGlobals::saveToUserDefaults_forKey(u"loud"_s, u"key"_s);
+        BYGlobals::sendNotification(u"end"_s, dictionary({{u"Event"_s, u"28"_s}}));
+        QTRY_COMPARE(heard.names(), (QStringList{NotificationName::preferencesChanged, u"end"_s}));
+        QCOMPARE(heard.last(u"end"_s).userInfo->value(u"Event").string(), u"28");
+
+        load(dictionary({{DocumentKey::clippings, list({})}}));
+        put(PropertyList::write(dictionary({{DocumentKey::clippings, list({phrase(u"new"_s)})}})));
+        BYGlobals::prefsChangedHere(NotificationName::preferencesChanged, u"another object"_s);
+        QVERIFY(BYGlobals::clippingsArray()->isEmpty());
+        BYGlobals::prefsChangedHere(NotificationName::preferencesChanged, BYGlobals::appID());
+        QCOMPARE(BYGlobals::clippingsArray()->size(), 1);
+    }
+};
+
+Q_DECLARE_METATYPE(Value)
+
+QTEST_GUILESS_MAIN(BYGlobalsTest)
+#include "BYGlobalsTest.moc"
