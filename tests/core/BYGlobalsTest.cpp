@@ -8,34 +8,16 @@
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
-using PropertyList::ArrayPointer;
 using PropertyList::Dictionary;
 using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
 namespace {
 
-DictionaryPointer dictionary(std::initializer_list<std::pair<QString, Value>> entries)
-{
-    DictionaryPointer result = Dictionary::create();
-    for (const auto& [key, value] : entries) {
-        result->insert(key, value);
-    }
-    return result;
-}
-
-ArrayPointer list(std::initializer_list<Value> items)
-{
-    ArrayPointer result = Array::create();
-    for (const Value& item : items) {
-        result->append(item);
-    }
-    return result;
-}
-
 Value phrase(const QString& text, const QString& sound = u""_s, const QString& order = u""_s)
 {
-    return dictionary({{PhraseKey::phrase, text}, {PhraseKey::soundFilepath, sound}, {PhraseKey::sortOrder, order}});
+    return Dictionary::create(
+        {{PhraseKey::phrase, text}, {PhraseKey::soundFilepath, sound}, {PhraseKey::sortOrder, order}});
 }
 
 QStringList column(const QString& key)
@@ -83,7 +65,7 @@ private Q_SLOTS:
     void initReadsThePathAndMakesTheMapOnce()
     {
         BYGlobals::storeSetting(m_path, SettingKey::defaultFilePath);
-        BYGlobals::storeSetting(dictionary({{u"/app"_s, u"/document"_s}}), SettingKey::file4App);
+        BYGlobals::storeSetting(Dictionary::create({{u"/app"_s, u"/document"_s}}), SettingKey::file4App);
         BYGlobals::init();
         QCOMPARE(BYGlobals::defaultFilePath(), m_path);
         BYGlobals::file4app()->insert(u"/app"_s, u"changed"_s);
@@ -109,16 +91,16 @@ private Q_SLOTS:
         QFETCH(const Value, setting);
         QFETCH(const QStringList, phrases);
         BYGlobals::storeSetting(setting, SettingKey::sortPref);
-        load(dictionary({{DocumentKey::clippings,
-            list({phrase(u"cherry"_s, u"/A"_s, u"1"_s), phrase(u"Banana"_s, u"/b"_s, u"0"_s),
+        load(Dictionary::create({{DocumentKey::clippings,
+            Array::create({phrase(u"cherry"_s, u"/A"_s, u"1"_s), phrase(u"Banana"_s, u"/b"_s, u"0"_s),
                 phrase(u"apple"_s, u"/c"_s, u"10"_s), phrase(u"BANANA"_s, u"/C"_s, u"2"_s)})}}));
         QCOMPARE(column(PhraseKey::phrase), phrases);
     }
 
     void phraseListComesFromClippingsOrElseSnippets()
     {
-        const Value snippets = list({phrase(u"snippet"_s, u"/s"_s)});
-        load(dictionary({{DocumentKey::snippets, snippets}}));
+        const Value snippets = Array::create({phrase(u"snippet"_s, u"/s"_s)});
+        load(Dictionary::create({{DocumentKey::snippets, snippets}}));
         QCOMPARE(BYGlobals::fullTextFor(u"snippet"_s), u"/s");
         QVERIFY(BYGlobals::fullTextFor(u"Snippet"_s).isNull());
         BYGlobals::clippingAtRow(0)->insert(PhraseKey::phrase, u"edited"_s);
@@ -126,14 +108,16 @@ private Q_SLOTS:
         QCOMPARE(PropertyList::read(stored()).root.dictionary()->keys(), QStringList{DocumentKey::snippets});
         QVERIFY(stored().contains("edited"));
 
-        load(dictionary({{DocumentKey::snippets, snippets}, {DocumentKey::clippings, list({phrase(u"clip"_s)})}}));
+        load(Dictionary::create(
+            {{DocumentKey::snippets, snippets}, {DocumentKey::clippings, Array::create({phrase(u"clip"_s)})}}));
         QCOMPARE(column(PhraseKey::phrase), QStringList{u"clip"_s});
     }
 
     void emptyPathKeepsTheDocumentButSortsAndFiltersAnew()
     {
-        load(dictionary({{DocumentKey::clippings, list({phrase(u"b"_s)})},
-            {DocumentKey::sounds, list({dictionary({{EventKey::event, u"1"_s}}), dictionary({})})}}));
+        load(Dictionary::create({{DocumentKey::clippings, Array::create({phrase(u"b"_s)})},
+            {DocumentKey::sounds,
+                Array::create({Dictionary::create({{EventKey::event, u"1"_s}}), Dictionary::create()})}}));
         BYGlobals::clippingsArray()->append(phrase(u"a"_s));
         BYGlobals::soundsPrefsArrayFiltered()->clear();
         BYGlobals::setDefaultFilePath({});
@@ -149,8 +133,9 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("empty") << QByteArray();
         QTest::newRow("garbage") << QByteArray("\xff\xfe\0\x01 what", 9);
-        QTest::newRow("truncated") << PropertyList::write(dictionary({{u"Clippings"_s, list({})}})).chopped(12);
-        QTest::newRow("root is a list") << PropertyList::write(list({}));
+        QTest::newRow("truncated")
+            << PropertyList::write(Dictionary::create({{u"Clippings"_s, Array::create()}})).chopped(12);
+        QTest::newRow("root is a list") << PropertyList::write(Array::create());
     }
 
     void unreadableDocumentIsNoneAndStays()
@@ -169,9 +154,11 @@ private Q_SLOTS:
 
     void wrongTypesShowWhatIsSoundAndTravelThroughASave()
     {
-        const Value root = dictionary({{DocumentKey::clippings, list({u"text"_s, phrase(u"sound"_s), 5, list({})})},
-            {DocumentKey::sounds, list({QByteArray("data"), dictionary({{EventKey::event, QByteArray("x")}})})},
-            {DocumentKey::setVolume, list({})}});
+        const Value root = Dictionary::create(
+            {{DocumentKey::clippings, Array::create({u"text"_s, phrase(u"sound"_s), 5, Array::create()})},
+                {DocumentKey::sounds,
+                    Array::create({QByteArray("data"), Dictionary::create({{EventKey::event, QByteArray("x")}})})},
+                {DocumentKey::setVolume, Array::create()}});
         load(root);
         QCOMPARE(column(PhraseKey::phrase), (QStringList{u""_s, u""_s, u""_s, u"sound"_s}));
         QCOMPARE(BYGlobals::fullTextFor(u"sound"_s), u"");
@@ -181,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(saved->value(DocumentKey::clippings).array()->size(), 4);
         QCOMPARE(saved->value(DocumentKey::sounds), root.dictionary()->value(DocumentKey::sounds));
 
-        load(dictionary({{DocumentKey::clippings, u"text"_s}, {DocumentKey::sounds, 3}}));
+        load(Dictionary::create({{DocumentKey::clippings, u"text"_s}, {DocumentKey::sounds, 3}}));
         QVERIFY(!BYGlobals::clippingsArray() && !BYGlobals::soundsPrefsArray());
         QVERIFY(BYGlobals::clippingAtRow(0)->isEmpty());
     }
@@ -200,12 +187,12 @@ private Q_SLOTS:
         NotificationRecorder heard;
         BYGlobals::storeSetting(u"quiet"_s, u"key"_s);
         BYGlobals::saveToUserDefaults_forKey(u"loud"_s, u"key"_s);
-        BYGlobals::sendNotification(u"end"_s, dictionary({{u"Event"_s, u"28"_s}}));
+        BYGlobals::sendNotification(u"end"_s, Dictionary::create({{u"Event"_s, u"28"_s}}));
         QTRY_COMPARE(heard.names(), (QStringList{NotificationName::preferencesChanged, u"end"_s}));
         QCOMPARE(heard.last(u"end"_s).userInfo->value(u"Event").string(), u"28");
 
-        load(dictionary({{DocumentKey::clippings, list({})}}));
-        put(PropertyList::write(dictionary({{DocumentKey::clippings, list({phrase(u"new"_s)})}})));
+        load(Dictionary::create({{DocumentKey::clippings, Array::create()}}));
+        put(PropertyList::write(Dictionary::create({{DocumentKey::clippings, Array::create({phrase(u"new"_s)})}})));
         BYGlobals::prefsChangedHere(NotificationName::preferencesChanged, u"another object"_s);
         QVERIFY(BYGlobals::clippingsArray()->isEmpty());
         BYGlobals::prefsChangedHere(NotificationName::preferencesChanged, BYGlobals::appID());
