@@ -1,0 +1,28 @@
+#include "HelpViewer.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace HelpViewer {
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcHelp, "blipsy.help")
+
+} // namespace
+
+int openBook(const QString& bookName, const QString& bookFolder)
+{
+    const QString startPage = bookFolder + u"/index.html"_s;
+    if (!QFileInfo::exists(startPage)) {
+        qCWarning(lcHelp).noquote() << "The help book" << bookName << "has no start page" << startPage;
+        return bookNotFoundError;
+    }
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(startPage)) ? 0 : viewerNotFoundError;
+}
+
+} // namespace HelpViewer

@@ -1,0 +1,170 @@
+#include "HotKeyGrabs.h"
+
+#include "ModifierMapping.h"
+#include "VirtualKeyCodes.h"
+
+#include <QLoggingCategory>
+#include <QSocketNotifier>
+
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <limits>
+#include <utility>
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcHotKeys, "blipsy.hotkeys")
+
+constexpr int commandBit = 0x100;
+constexpr int shiftBit = 0x200;
+constexpr int optionBit = 0x800;
+constexpr int controlBit = 0x1000;
+
+struct Free
+{
+    void operator()(void* memory) const
+    {
+        std::free(memory);
+    } // NOLINT(*-no-malloc): the library hands out malloc'ed memory
+};
+
+} // namespace
+
+void HotKeyGrabs::Release::operator()(xcb_connection_t* connection) const
+{
+    xcb_disconnect(connection);
+}
+
+HotKeyGrabs::HotKeyGrabs(QObject* parent)
+    : QObject(parent)
+{
+}
+
+HotKeyGrabs::~HotKeyGrabs() = default;
+
+std::optional<HotKeyReference> HotKeyGrabs::registerHotKey(int virtualKeyCode, int modifiers)
+{
+    const std::optional<quint32> keycode = VirtualKeyCodes::xkbKeycode(virtualKeyCode);
+    if (!keycode || *keycode > std::numeric_limits<quint8>::max() || !connectToServer()) {
+        return {};
+    }
+    std::optional<std::vector<quint16>> masks = modifierMasks(modifiers);
+    if (!masks) {
+        return {};
+    }
+    const Grab combination{quint8(*keycode), std::move(*masks)};
+    // The server would grant a second grab of one client, but the two could not be given back one by one.
+    const bool held = std::any_of(
+        m_grabs.begin(), m_grabs.end(), [&combination](const auto& entry) { return entry.second == combination; });
+    if (held || !grab(combination)) {
+        qCInfo(lcHotKeys).noquote() << "Refused, since it is in use: the hot key" << virtualKeyCode << modifiers;
+        return {};
+    }
+    const HotKeyReference reference{++m_lastReference};
+    m_grabs.emplace(reference, combination);
+    return reference;
+}
+
+void HotKeyGrabs::unregisterHotKey(HotKeyReference reference)
+{
+    const auto found = m_grabs.find(reference);
+    if (found == m_grabs.end()) {
+        return;
+    }
+    ungrab(found->second);
+    m_grabs.erase(found);
+}
+
+bool HotKeyGrabs::connectToServer()
+{
+    if (m_connection) {
+        return xcb_connection_has_error(m_connection.get()) == 0;
+    }
+    int screenNumber = 0;
+    // A connection that fails is an object all the same, and must be closed like any other.
+    std::unique_ptr<xcb_connection_t, Release> connection(
+        qEnvironmentVariableIsSet("DISPLAY") ? xcb_connect(nullptr, &screenNumber) : nullptr);
+    if (!connection || xcb_connection_has_error(connection.get()) != 0) {
+        qCWarning(lcHotKeys).noquote() << "No X server: hot keys cannot be registered in this session";
+        return false;
+    }
+    xcb_screen_iterator_t screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
+    for (; screen.rem > 1 && screenNumber > 0; --screenNumber) {
+        xcb_screen_next(&screen);
+    }
+    m_rootWindow = screen.data->root;
+    m_connection = std::move(connection);
+    auto* const notifier =
+        new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+        discardEvents();
+        notifier->setEnabled(xcb_connection_has_error(m_connection.get()) == 0);
+    });
+    return true;
+}
+
+/// The classic mask in the server's bits, for each state of the locks; nothing where the keyboard lacks a modifier.
+std::optional<std::vector<quint16>> HotKeyGrabs::modifierMasks(int modifiers) const
+{
+    const ModifierMapping mapping = ModifierMapping::ofServer(m_connection.get());
+    const std::array<std::pair<int, unsigned>, 4> bits{{{commandBit, mapping.super}, {optionBit, mapping.alt},
+        {controlBit, XCB_MOD_MASK_CONTROL}, {shiftBit, XCB_MOD_MASK_SHIFT}}};
+    unsigned mask = 0;
+    for (const auto& [classicBit, serverBit] : bits) {
+        if ((modifiers & classicBit) == 0) {
+            continue;
+        }
+        if (serverBit == 0) {
+            return {};
+        }
+        mask |= serverBit;
+    }
+    constexpr unsigned capsLock = XCB_MOD_MASK_LOCK;
+    std::vector<quint16> masks{quint16(mask), quint16(mask | capsLock)};
+    if (mapping.numLock != 0) {
+        masks.push_back(quint16(mask | mapping.numLock));
+        masks.push_back(quint16(mask | capsLock | mapping.numLock));
+    }
+    return masks;
+}
+
+/// All or nothing: a combination that is free only while Num Lock is on is no use.
+bool HotKeyGrabs::grab(const Grab& combination)
+{
+    std::vector<xcb_void_cookie_t> requests;
+    for (const quint16 mask : combination.modifierMasks) {
+        requests.push_back(xcb_grab_key_checked(
+            m_connection.get(), 0, m_rootWindow, mask, combination.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    bool granted = true;
+    for (const xcb_void_cookie_t request : requests) {
+        const std::unique_ptr<xcb_generic_error_t, Free> error(xcb_request_check(m_connection.get(), request));
+        granted = granted && !error;
+    }
+    if (!granted) {
+        ungrab(combination);
+    }
+    return granted;
+}
+
+void HotKeyGrabs::ungrab(const Grab& combination)
+{
+    for (const quint16 mask : combination.modifierMasks) {
+        xcb_ungrab_key(m_connection.get(), combination.keycode, m_rootWindow, mask);
+    }
+    xcb_flush(m_connection.get());
+}
+
+/// Presses of the keys held arrive here. Nothing acts on them, but they must not pile up.
+void HotKeyGrabs::discardEvents()
+{
+    for (;;) {
+        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(m_connection.get()));
+        if (!event) {
+            return;
+        }
+    }
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QObject>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+struct xcb_connection_t;
+
+/// A key combination reserved with the system. Never 0.
+enum class HotKeyReference : quintptr {};
+
+/// Reserves key combinations for this process, whatever program is in front: key grabs on the X server, made through a
+/// connection of its own. Main thread only. Grabs end with unregisterHotKey(), or with the object.
+class HotKeyGrabs final : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HotKeyGrabs)
+
+public:
+    explicit HotKeyGrabs(QObject* parent = nullptr);
+    ~HotKeyGrabs() override;
+
+    /// Reserves the key @p virtualKeyCode with a mask of the classic modifier bits (command 0x100 is Super, shift
+    /// 0x200, option 0x800 is Alt, control 0x1000; other bits are not looked at), whether Num Lock and Caps Lock are on
+    /// or off. Nothing when it is refused: another program, or this one, holds the combination, the keyboard lacks the
+    /// key or a modifier, or the session has no X server (logged).
+    std::optional<HotKeyReference> registerHotKey(int virtualKeyCode, int modifiers);
+
+    /// Gives a combination back; nothing happens for one that is not held.
+    void unregisterHotKey(HotKeyReference reference);
+
+private:
+    struct Release
+    {
+        void operator()(xcb_connection_t* connection) const;
+    };
+
+    struct Grab
+    {
+        quint8 keycode = 0;
+        /// A grab holds for exactly its modifiers, and to the server the locks are modifiers too: one mask for each
+        /// state of the locks.
+        std::vector<quint16> modifierMasks;
+
+        bool operator==(const Grab&) const = default;
+    };
+
+    bool connectToServer();
+    std::optional<std::vector<quint16>> modifierMasks(int modifiers) const;
+    bool grab(const Grab& combination);
+    void ungrab(const Grab& combination);
+    void discardEvents();
+
+    /// Null until the first registration, and without an X server.
+    std::unique_ptr<xcb_connection_t, Release> m_connection;
+    quint32 m_rootWindow = 0;
+    std::map<HotKeyReference, Grab> m_grabs;
+    quintptr m_lastReference = 0;
+};

@@ -1,0 +1,156 @@
+#include "SessionKeyboard.h"
+
+#include <QLoggingCategory>
+#include <QSocketNotifier>
+
+#include <xkbcommon/xkbcommon-x11.h>
+#include <xkbcommon/xkbcommon.h>
+
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
+// The header, written for C, calls a field "explicit".
+#define explicit explicitField
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <cstdlib>
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcKeyboard, "blipsy.keyboard")
+
+template <typename Type>
+struct FreeReply
+{
+    void operator()(Type* reply) const
+    {
+        std::free(reply);
+    } // NOLINT(*-no-malloc): the library hands out malloc'ed memory
+};
+
+template <typename Type>
+using Reply = std::unique_ptr<Type, FreeReply<Type>>;
+
+struct Unref
+{
+    void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
+
+    void operator()(xkb_state* state) const { xkb_state_unref(state); }
+};
+
+using Keymap = std::unique_ptr<xkb_keymap, Unref>;
+using State = std::unique_ptr<xkb_state, Unref>;
+
+} // namespace
+
+void SessionKeyboard::Release::operator()(xcb_connection_t* connection) const
+{
+    xcb_disconnect(connection);
+}
+
+void SessionKeyboard::Release::operator()(xkb_context* context) const
+{
+    xkb_context_unref(context);
+}
+
+SessionKeyboard::SessionKeyboard(QObject* parent)
+    : QObject(parent)
+    , m_context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
+{
+    if (qEnvironmentVariableIsSet("DISPLAY")) {
+        connectToServer();
+    }
+}
+
+SessionKeyboard::~SessionKeyboard() = default;
+
+KeyboardLayout::Pointer SessionKeyboard::layout()
+{
+    if (m_known) {
+        return m_layout;
+    }
+    m_known = true;
+    m_layout = m_connection ? layoutOfServer() : layoutByName();
+    if (m_connection) {
+        // Reading the replies has read the events before them too, of which the notifier will not tell again.
+        readEvents();
+    }
+    return m_layout;
+}
+
+void SessionKeyboard::connectToServer()
+{
+    // A connection that fails is an object all the same, and must be closed like any other.
+    std::unique_ptr<xcb_connection_t, Release> connection(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(connection.get()) != 0 ||
+        xkb_x11_setup_xkb_extension(connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+            XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &m_firstEvent, nullptr) == 0) {
+        qCWarning(lcKeyboard).noquote()
+            << "The X server's keyboard layout cannot be read; the default layout stands for it";
+        return;
+    }
+    m_connection = std::move(connection);
+    m_device = xkb_x11_get_core_keyboard_device_id(m_connection.get());
+    selectEvents();
+    auto* const notifier =
+        new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+        readEvents();
+        notifier->setEnabled(xcb_connection_has_error(m_connection.get()) == 0);
+    });
+}
+
+void SessionKeyboard::selectEvents()
+{
+    constexpr quint16 events =
+        XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
+    constexpr quint16 mapParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_VIRTUAL_MODS;
+    xcb_xkb_select_events_details_t details{};
+    details.affectNewKeyboard = XCB_XKB_NKN_DETAIL_KEYCODES;
+    details.newKeyboardDetails = XCB_XKB_NKN_DETAIL_KEYCODES;
+    // Of the state only the group matters; the modifiers change with every other key press.
+    details.affectState = XCB_XKB_STATE_PART_GROUP_STATE;
+    details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
+    xcb_xkb_select_events_aux(
+        m_connection.get(), xcb_xkb_device_spec_t(m_device), events, 0, 0, mapParts, mapParts, &details);
+    xcb_flush(m_connection.get());
+}
+
+void SessionKeyboard::readEvents()
+{
+    for (;;) {
+        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection.get()));
+        if (!event) {
+            return;
+        }
+        // The top bit marks events that another client sent.
+        if ((event->response_type & 0x7F) == m_firstEvent) {
+            m_known = false;
+        }
+    }
+}
+
+KeyboardLayout::Pointer SessionKeyboard::layoutOfServer() const
+{
+    const Keymap keymap(
+        xkb_x11_keymap_new_from_device(m_context.get(), m_connection.get(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    const State state(keymap ? xkb_x11_state_new_from_device(keymap.get(), m_connection.get(), m_device) : nullptr);
+    if (!state) {
+        qCWarning(lcKeyboard).noquote() << "The X server did not tell its keyboard layout";
+        return m_layout;
+    }
+    return std::make_shared<const KeyboardLayout>(
+        keymap.get(), xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
+}
+
+KeyboardLayout::Pointer SessionKeyboard::layoutByName() const
+{
+    const Keymap keymap(
+        m_context ? xkb_keymap_new_from_names(m_context.get(), nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS) : nullptr);
+    if (!keymap) {
+        qCWarning(lcKeyboard).noquote() << "No keyboard layout could be loaded; keys have no names";
+        return {};
+    }
+    return std::make_shared<const KeyboardLayout>(keymap.get(), 0);
+}
