@@ -1,0 +1,62 @@
+#pragma once
+
+#include "PTKeyCombo.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+/// A named binding of a key combination to an action. It is not a hot key of the system until PTHotKeyCenter registers
+/// it.
+class PTHotKey final
+{
+public:
+    using Pointer = std::shared_ptr<PTHotKey>;
+    /// Called with the hot key itself.
+    using Action = std::function<void(PTHotKey*)>;
+
+    /// Without an identifier, with the clear combination.
+    PTHotKey() = default;
+    /// A missing combination becomes the clear one.
+    PTHotKey(const QString& identifier, const std::optional<PTKeyCombo>& keyCombo);
+
+    /// The key under which PTHotKeyCenter finds the hot key; a null string when it has none.
+    const QString& identifier() const { return mIdentifier; }
+
+    void setIdentifier(const QString& identifier) { mIdentifier = identifier; }
+
+    /// The name shown to the user.
+    const QString& name() const { return mName; }
+
+    void setName(const QString& name) { mName = name; }
+
+    const PTKeyCombo& keyCombo() const { return mKeyCombo; }
+
+    /// A missing combination becomes the clear one. A hot key that is registered stays so under its old combination.
+    void setKeyCombo(const std::optional<PTKeyCombo>& keyCombo);
+
+    /// Who receives the action; held weakly.
+    QObject* target() const { return mTarget; }
+
+    void setTarget(QObject* target) { mTarget = target; }
+
+    const Action& action() const { return mAction; }
+
+    void setAction(Action action) { mAction = std::move(action); }
+
+    /// Performs the action; nothing happens without one, or when the target is gone.
+    void invoke();
+    /// For the log: "<PTHotKey: identifier, combination>".
+    QString description() const;
+
+private:
+    QString mIdentifier;
+    QString mName;
+    PTKeyCombo mKeyCombo;
+    QPointer<QObject> mTarget;
+    Action mAction;
+};

@@ -1,0 +1,121 @@
+#include "PTKeyBroadcaster.h"
+
+#include "KeyEventTranslation.h"
+#include "PTKeyCombo.h"
+
+#include <QKeyEvent>
+
+#include <NotificationCenter.h>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct ModifierPair
+{
+    quint32 applicationFlag;
+    quint32 classicBit;
+};
+
+constexpr std::array<ModifierPair, 5> cocoaToCarbon{{
+    {ApplicationModifier::command, 0x100},
+    {ApplicationModifier::option, 0x800},
+    {ApplicationModifier::control, 0x1000},
+    {ApplicationModifier::shift, 0x200},
+    {ApplicationModifier::function, 0x8000},
+}};
+
+} // namespace
+
+PTKeyBroadcaster::PTKeyBroadcaster(QWidget* parent)
+    : QPushButton(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoDefault(false);
+}
+
+PTKeyBroadcaster::~PTKeyBroadcaster() = default;
+
+void PTKeyBroadcaster::keyDown(QKeyEvent* event)
+{
+    _bcastEvent(event);
+    event->accept();
+}
+
+bool PTKeyBroadcaster::performKeyEquivalent(QKeyEvent* event)
+{
+    _bcastEvent(event);
+    return true;
+}
+
+void PTKeyBroadcaster::_bcastEvent(QKeyEvent* event)
+{
+    const std::optional<qint16> keyCode = virtualKeyCodeOf(*event);
+    if (!keyCode) {
+        return;
+    }
+    const quint32 flags = applicationModifierFlagsOf(*event, *keyCode);
+    _bcastKeyCode_modifiers(*keyCode, qint32(cocoaModifiersAsCarbonModifiers(flags)));
+}
+
+void PTKeyBroadcaster::_bcastKeyCode_modifiers(qint16 keyCode, qint32 modifiers)
+{
+    const PTKeyCombo keyCombo(keyCode, modifiers);
+    NotificationCenter::defaultCenter().postNotification(
+        PTKeyBroadcasterKeyEvent, this, {{u"keyCombo"_s, QVariant::fromValue(keyCombo)}});
+}
+
+quint32 PTKeyBroadcaster::cocoaModifiersAsCarbonModifiers(quint32 flags)
+{
+    quint32 modifiers = 0;
+    for (const ModifierPair& pair : cocoaToCarbon) {
+        if ((flags & pair.applicationFlag) != 0) {
+            modifiers |= pair.classicBit;
+        }
+    }
+    return modifiers;
+}
+
+/// Here and not in keyPressEvent(), which Tab never reaches.
+bool PTKeyBroadcaster::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        // Accepted, the key press comes as such even when it is a shortcut of the program.
+        event->accept();
+        return true;
+    case QEvent::KeyPress:
+        keyDown(static_cast<QKeyEvent*>(event));
+        return true;
+    case QEvent::KeyRelease:
+        // A button would take the release of the space bar for a click.
+        event->accept();
+        return true;
+    default:
+        return QPushButton::event(event);
+    }
+}
+
+/// The window gets the key presses that no control with the focus has taken.
+bool PTKeyBroadcaster::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == window()) {
+        if (event->type() == QEvent::ShortcutOverride) {
+            event->accept();
+            return true;
+        }
+        if (event->type() == QEvent::KeyPress) {
+            return performKeyEquivalent(static_cast<QKeyEvent*>(event));
+        }
+    }
+    return QPushButton::eventFilter(watched, event);
+}
+
+void PTKeyBroadcaster::showEvent(QShowEvent* event)
+{
+    // Installing it again moves the filter, it does not double it.
+    window()->installEventFilter(this);
+    QPushButton::showEvent(event);
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QPushButton>
+#include <QString>
+
+class QKeyEvent;
+
+/// The name of the in-process notification by which a PTKeyBroadcaster announces a key press. Its object is the
+/// broadcaster, its user information the PTKeyCombo of the key press under "keyCombo".
+inline const QString PTKeyBroadcasterKeyEvent = QStringLiteral("PTKeyBroadcasterKeyEvent");
+
+/// A control that captures every key press of its window, shortcuts and the keys of the dialog (Tab, Return, Escape)
+/// included, and announces each as a key combination. The keys that only modify others are no key press. Nothing is
+/// filtered: a key without modifiers is announced too.
+class PTKeyBroadcaster final : public QPushButton
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(PTKeyBroadcaster)
+
+public:
+    explicit PTKeyBroadcaster(QWidget* parent = nullptr);
+    ~PTKeyBroadcaster() override;
+
+    /// A key press that reaches the control itself; it goes no further.
+    void keyDown(QKeyEvent* event);
+    /// A key press that the window offers to its controls, whichever has the focus. True: it is handled.
+    bool performKeyEquivalent(QKeyEvent* event);
+    void _bcastEvent(QKeyEvent* event);
+    void _bcastKeyCode_modifiers(qint16 keyCode, qint32 modifiers);
+    /// The classic modifier bits (as in PTKeyCombo) of a mask of application modifier flags; other flags, Caps Lock
+    /// among them, are dropped.
+    static quint32 cocoaModifiersAsCarbonModifiers(quint32 flags);
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+};

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <Bundle.h>
+
+/// The bundle that holds the library's resources and texts: the pane's.
+Bundle paneBundle();
