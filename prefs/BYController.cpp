@@ -1,0 +1,182 @@
+#include "BYController.h"
+
+#include "BYGlobals.h"
+#include "ControlTitle.h"
+#include "SharedNames.h"
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QLoggingCategory>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QTimer>
+#include <QVariant>
+
+#include <Bundle.h>
+#include <HelpViewer.h>
+#include <HelperProcess.h>
+#include <Matrix.h>
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcOptions, "blipsy.options")
+
+/// The menu option that the helper heeds only when it starts.
+constexpr int menuOptionNeedingRestart = 4;
+constexpr qsizetype arrowPosition = 4;
+
+qint32 intValue(const PropertyList::Value& value)
+{
+    using Limits = std::numeric_limits<qint32>;
+    return qint32(std::clamp<qint64>(value.integerValue(), Limits::min(), Limits::max()));
+}
+
+qint32 intValueOf(const QWidget* control)
+{
+    if (const auto* const stepper = qobject_cast<const QSpinBox*>(control)) {
+        return stepper->value();
+    }
+    const auto* const field = qobject_cast<const QLineEdit*>(control);
+    return field ? intValue(PropertyList::Value(field->text())) : 0;
+}
+
+/// Check boxes come alone or in a matrix; a lone one is its own selected cell.
+const QAbstractButton* selectedCellOf(const QWidget* control)
+{
+    const auto* const matrix = qobject_cast<const Matrix*>(control);
+    return matrix ? matrix->selectedCell() : qobject_cast<const QAbstractButton*>(control);
+}
+
+/// The title of a check box is its settings key. Its readers know the untranslated one, which the interface keeps
+/// beside a title that it translates.
+QString settingKeyOf(const QAbstractButton* cell)
+{
+    const QString untranslated = cell->property("settingKey").toString();
+    return untranslated.isEmpty() ? titleWithoutMnemonic(cell->text()) : untranslated;
+}
+
+} // namespace
+
+BYController::BYController(QObject* parent)
+    : PTKeyComboPanelTarget(parent)
+{
+}
+
+BYController::~BYController() = default;
+
+void BYController::awakeFromNib()
+{
+    showIdleTalkInterval();
+    setUpHotKeys();
+    showArrow();
+}
+
+void BYController::showIdleTalkInterval()
+{
+    const PropertyList::Value stored = BYGlobals::retrieveFromUserDefaults(SettingKey::idleTalkIntervalPref);
+    const PropertyList::Value shown = stored == PropertyList::Value(u""_s) ? PropertyList::Value(u"2"_s) : stored;
+    idleTalkIntervalText->setText(shown.textValue());
+    const QSignalBlocker quiet(idleTalkIntervalStepper);
+    idleTalkIntervalStepper->setValue(intValue(shown));
+}
+
+void BYController::showArrow()
+{
+    const QString arrow = BYGlobals::retrieveFromUserDefaults(SettingKey::arrowPref).textValue();
+    QString title = menuPref->title();
+    if (arrow.isEmpty() || title.size() <= arrowPosition) {
+        return;
+    }
+    menuPref->setTitle(title.replace(arrowPosition, 1, arrow));
+}
+
+void BYController::enterIdleTalkIntervalPref(QWidget* sender)
+{
+    const QString interval = QString::number(intValueOf(sender));
+    idleTalkIntervalText->setText(interval);
+    BYGlobals::saveToUserDefaults_forKey(interval, SettingKey::idleTalkIntervalPref);
+}
+
+void BYController::enterExpansionPref(QWidget* sender)
+{
+    const QAbstractButton* const cell = selectedCellOf(sender);
+    if (!cell) {
+        return;
+    }
+    const QString key = settingKeyOf(cell);
+    qCInfo(lcOptions).noquote() << key;
+    BYGlobals::saveToUserDefaults_forKey(cell->isChecked() ? u"1"_s : u"0"_s, key);
+}
+
+void BYController::enterMenuPref(Matrix* sender)
+{
+    const int chosen = Matrix::tagOf(sender->selectedCell());
+    const int before = intValue(BYGlobals::retrieveFromUserDefaults(SettingKey::menuPref));
+    BYGlobals::saveToUserDefaults_forKey(QString::number(chosen), SettingKey::menuPref);
+    if (chosen == before || (chosen != menuOptionNeedingRestart && before != menuOptionNeedingRestart)) {
+        return;
+    }
+    HelperProcess::isRunning(this, [this](bool running) {
+        if (running) {
+            restartHelper();
+        }
+    });
+}
+
+void BYController::restartHelper()
+{
+    HelperProcess::stop();
+    QTimer::singleShot(HelperProcess::restartDelay, this, &BYController::handleTimer);
+}
+
+void BYController::handleTimer()
+{
+    HelperProcess::isRunning(this, [this](bool running) {
+        if (running) {
+            return;
+        }
+        HelperProcess::start();
+        onOffRadioButton->setState_atRow_column(true, 0, 0);
+    });
+}
+
+void BYController::enterTriggerDelimitersPref(Matrix* sender)
+{
+    saveTagOfSelectedCell(sender, SettingKey::triggerInhibPref);
+}
+
+void BYController::iTunesAnnouncerPref(Matrix* sender)
+{
+    saveTagOfSelectedCell(sender, SettingKey::announcerPref);
+}
+
+void BYController::enterSortPref(Matrix* sender)
+{
+    saveTagOfSelectedCell(sender, SettingKey::sortPref);
+}
+
+void BYController::saveTagOfSelectedCell(const Matrix* sender, const QString& key)
+{
+    BYGlobals::saveToUserDefaults_forKey(QString::number(Matrix::tagOf(sender->selectedCell())), key);
+}
+
+void BYController::showHelp(QWidget* /*sender*/)
+{
+    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    const QString bookName = bundle.localizedString(u"Blipsy 1.x Help"_s);
+    const int error = HelpViewer::openBook(bookName, bundle.resourcePath() + u"/Help"_s);
+    if (error != 0) {
+        qCWarning(lcOptions).noquote() << "AHGotoPage returned error:" << error;
+    }
+}
+
+void BYController::textDidBeginEditing()
+{
+    qCInfo(lcOptions).noquote() << "Blipsy: textDidBeginEditing called";
+}

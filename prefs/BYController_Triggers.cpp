@@ -1,0 +1,95 @@
+#include "BYController.h"
+
+#include "BYGlobals.h"
+#include "ControlTitle.h"
+#include "SharedNames.h"
+
+#include <QAbstractButton>
+
+#include <CharacterBitmap.h>
+#include <Matrix.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int triggerRows = 4;
+constexpr int triggerColumns = 7;
+
+/// What ends a typed phrase until the user chooses otherwise.
+CharacterBitmap defaultTriggers()
+{
+    CharacterBitmap triggers;
+    triggers.add(u" \t\r");
+    return triggers;
+}
+
+CharacterBitmap storedTriggers()
+{
+    const PropertyList::Value stored = BYGlobals::retrieveDataFromUserDefaults(SettingKey::triggersSet);
+    return stored.type() == PropertyList::Type::Data ? CharacterBitmap(stored.data()) : defaultTriggers();
+}
+
+QString charactersOfTitle(const QAbstractButton* cell)
+{
+    return cell ? titleWithoutMnemonic(cell->text()) : QString();
+}
+
+QString charactersOf(const QAbstractButton* cell)
+{
+    switch (Matrix::tagOf(cell)) {
+    case 20:
+        return u"\t"_s;
+    case 21:
+        return u" "_s;
+    case 22:
+        return u"\r"_s;
+    case 23:
+        return u"\u00A0"_s;
+    case 24:
+        return u"\u001B"_s;
+    default:
+        return charactersOfTitle(cell);
+    }
+}
+
+void saveTriggers(const CharacterBitmap& triggers, bool none)
+{
+    BYGlobals::saveToUserDefaults_forKey(triggers.bytes(), SettingKey::triggersSet);
+    BYGlobals::saveToUserDefaults_forKey(none ? u"1"_s : u"0"_s, SettingKey::noTriggers);
+}
+
+} // namespace
+
+void BYController::enterTriggerPref(Matrix* sender)
+{
+    const QAbstractButton* const cell = sender->selectedCell();
+    if (!cell) {
+        return;
+    }
+    CharacterBitmap triggers = storedTriggers();
+    if (cell->isChecked()) {
+        triggers.add(charactersOf(cell));
+    } else {
+        triggers.remove(charactersOf(cell));
+    }
+    saveTriggers(triggers, triggers.isEmpty());
+}
+
+void BYController::selectAllTriggers(QWidget* /*sender*/)
+{
+    triggersPrefsMatrix->selectAll();
+    CharacterBitmap triggers = defaultTriggers();
+    for (int row = 0; row < triggerRows; ++row) {
+        for (int column = 0; column < triggerColumns; ++column) {
+            triggers.add(charactersOfTitle(triggersPrefsMatrix->cellAtRow_column(row, column)));
+        }
+    }
+    saveTriggers(triggers, false);
+}
+
+void BYController::deSelectAllTriggers(QWidget* /*sender*/)
+{
+    triggersPrefsMatrix->deselectAllCells();
+    saveTriggers(CharacterBitmap(), true);
+}
