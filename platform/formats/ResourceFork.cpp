@@ -11,7 +11,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint64 headerSize = 16;
-constexpr quint64 smallestMap = 30;
+constexpr quint64 mapHeaderSize = 28;
+constexpr quint64 smallestMap = mapHeaderSize + 2;
 constexpr quint64 typeEntrySize = 8;
 constexpr quint64 referenceEntrySize = 12;
 constexpr quint16 noName = 0xFFFF;
@@ -78,8 +79,8 @@ public:
 
     bool read()
     {
-        if (!m_map.contains(m_typeList, 2)) {
-            m_result.error = u"byte 24 of the map: the type list at %1 lies outside"_s.arg(m_typeList);
+        if (m_typeList < mapHeaderSize || !m_map.contains(m_typeList, 2)) {
+            m_result.error = u"byte 24 of the map: the type list cannot lie at %1"_s.arg(m_typeList);
             return false;
         }
         const quint64 count = countFromStored(m_map.big<quint16>(m_typeList));

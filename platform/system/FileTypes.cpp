@@ -34,7 +34,11 @@ std::optional<QByteArray> aliasRecordBytes(const QString& path)
         return std::nullopt;
     }
     const auto located = ForkLocator::resourceFork(path).found;
-    const ResourceFork::Resource* alias = located ? located->fork.atIndex(aliasType, 1) : nullptr;
+    if (!located) {
+        return std::nullopt;
+    }
+    const ResourceFork::Resource* usual = located->fork.withId(aliasType, 0);
+    const ResourceFork::Resource* alias = usual ? usual : located->fork.atIndex(aliasType, 1);
     return alias ? located->fork.data(*alias) : std::nullopt;
 }
 

@@ -90,7 +90,11 @@ std::optional<QByteArray> answer(const ResourceFork* fork, const ResourceFork::R
 template <typename LookUp>
 std::optional<QByteArray> answerFromChain(LookUp lookUp)
 {
-    for (auto file = std::make_reverse_iterator(chain().find(chain().current)); file != chain().files.rend(); ++file) {
+    const auto current = chain().find(chain().current);
+    if (current == chain().files.end()) {
+        return answer(nullptr, nullptr);
+    }
+    for (auto file = std::make_reverse_iterator(current + 1); file != chain().files.rend(); ++file) {
         if (const ResourceFork::Resource* resource = lookUp(file->fork)) {
             return answer(&file->fork, resource);
         }

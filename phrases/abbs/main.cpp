@@ -1,0 +1,79 @@
+#include "Abbs.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <FourCharCode.h>
+#include <MacRoman.h>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum ExitCode { found = 0, notFound = 1, wrongUsage = 2 };
+
+void printEntries()
+{
+    QTextStream out(stdout);
+    for (const ResourceFile::Entry& entry : ResourceFile::entriesOfCurrentFile()) {
+        out << MacRoman::decode(fourCharBytes(entry.type)) << '\t' << entry.id << '\t' << MacRoman::decode(entry.name)
+            << '\n';
+    }
+}
+
+int list(const std::optional<ClassicFiles::FileSpecification>& file)
+{
+    const qint16 reference =
+        file ? ClassicFiles::openResourceFile(*file, ResourceFile::Access::ReadOnly) : openAbbsFile();
+    if (reference < 1) {
+        QTextStream(stderr) << "blipsy-abbs: the file cannot be opened (error " << ResourceFile::lastError() << ")\n";
+        return notFound;
+    }
+    printEntries();
+    ResourceFile::close(reference);
+    return found;
+}
+
+int lookUp(const QString& abbreviation, const std::optional<ClassicFiles::FileSpecification>& file)
+{
+    const std::optional<QString> expansion = abbExists(abbreviation, file ? &*file : nullptr);
+    if (!expansion) {
+        return notFound;
+    }
+    QTextStream(stdout) << *expansion << '\n';
+    return found;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"blipsy-abbs"_s);
+    QCoreApplication::setApplicationVersion(QLatin1String(BLIPSY_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Looks abbreviations up in classic abbreviation resource files."_s);
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption fileOption(
+        {u"f"_s, u"file"_s}, u"Use FILE instead of the frontmost program's."_s, u"FILE"_s);
+    const QCommandLineOption listOption({u"l"_s, u"list"_s}, u"List type, number and name of every resource."_s);
+    parser.addOptions({fileOption, listOption});
+    parser.addPositionalArgument(u"abbreviation"_s, u"The abbreviation to expand."_s);
+    parser.process(application);
+
+    const QStringList abbreviations = parser.positionalArguments();
+    if (abbreviations.size() != (parser.isSet(listOption) ? 0 : 1)) {
+        QTextStream(stderr) << parser.helpText();
+        return wrongUsage;
+    }
+    std::optional<ClassicFiles::FileSpecification> file;
+    if (parser.isSet(fileOption)) {
+        posixStringToFSSpec(file.emplace(), parser.value(fileOption), false);
+    }
+    return parser.isSet(listOption) ? list(file) : lookUp(abbreviations.first(), file);
+}
