@@ -1,0 +1,300 @@
+#include "CalendarFormat.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QTimeZone>
+
+#include <algorithm>
+#include <cstdlib>
+#include <span>
+
+using namespace Qt::StringLiterals;
+
+namespace CalendarFormat {
+
+namespace {
+
+// Formats may name each other (%c, %x); a locale whose own format names itself must end somewhere.
+constexpr int maximumDepth = 3;
+// No field of a date has more digits than a person would ask for; the notation has one digit, a hostile text more.
+constexpr int maximumWidth = 20;
+
+/// One conversion as it stands in a format.
+struct Conversion
+{
+    char16_t letter = 0;
+    /// 0 where none is given.
+    int width = 0;
+    qsizetype length = 0;
+};
+
+/// The conversion that begins at the percent sign in front; without a letter where there is none.
+Conversion conversionAt(QStringView format)
+{
+    qsizetype position = 1;
+    if (position < format.size() && format[position] == u'.') {
+        ++position;
+    }
+    int width = 0;
+    for (; position < format.size() && format[position] >= u'0' && format[position] <= u'9'; ++position) {
+        width = std::min(width * 10 + (format[position].unicode() - u'0'), maximumWidth);
+    }
+    const char16_t letter = position < format.size() ? format[position].unicode() : char16_t(0);
+    return {letter, width, std::min(position + 1, format.size())};
+}
+
+void appendNumber(QString& text, int number, int digits)
+{
+    const QString written = QString::number(std::abs(number));
+    if (number < 0) {
+        text += u'-';
+    }
+    for (qsizetype missing = digits - written.size(); missing > 0; --missing) {
+        text += u'0';
+    }
+    text += written;
+}
+
+/// Writes one moment; the fields of the date are taken apart once for a whole text.
+class Formatter final
+{
+public:
+    Formatter(const QDateTime& moment, const Locale& locale)
+        : m_moment(moment)
+        , m_locale(locale)
+        , m_date(moment.date())
+        , m_time(moment.time())
+    {
+        m_date.getDate(&m_year, &m_month, &m_day);
+    }
+
+    void append(QString& text, QStringView format, int depth) const
+    {
+        qsizetype position = 0;
+        while (position < format.size()) {
+            const qsizetype percent = format.indexOf(u'%', position);
+            if (percent < 0) {
+                break;
+            }
+            text += format.sliced(position, percent - position);
+            const Conversion conversion = conversionAt(format.sliced(percent));
+            if (!appendConversion(text, conversion, depth)) {
+                text += format.sliced(percent, conversion.length);
+            }
+            position = percent + conversion.length;
+        }
+        text += format.sliced(position);
+    }
+
+private:
+    bool appendConversion(QString& text, const Conversion& conversion, int depth) const
+    {
+        return appendField(text, conversion) || appendName(text, conversion.letter) ||
+               appendFormat(text, conversion.letter, depth);
+    }
+
+    bool appendField(QString& text, const Conversion& conversion) const
+    {
+        const auto number = [&text, &conversion](int value, int digits) {
+            appendNumber(text, value, conversion.width > 0 ? conversion.width : digits);
+            return true;
+        };
+        switch (conversion.letter) {
+        case u'd':
+            return number(m_day, 2);
+        case u'e':
+            return number(m_day, 1);
+        case u'F':
+            return number(m_time.msec(), 3);
+        case u'H':
+            return number(m_time.hour(), 2);
+        case u'I':
+            return number((m_time.hour() + 11) % 12 + 1, 2);
+        case u'j':
+            return number(m_date.dayOfYear(), 3);
+        case u'm':
+            return number(m_month, 2);
+        case u'M':
+            return number(m_time.minute(), 2);
+        case u'S':
+            return number(m_time.second(), 2);
+        case u'w':
+            return number(m_date.dayOfWeek() % 7, 1);
+        case u'y':
+            return number(std::abs(m_year) % 100, 2);
+        case u'Y':
+            return number(m_year, 1);
+        default:
+            return false;
+        }
+    }
+
+    bool appendName(QString& text, char16_t letter) const
+    {
+        switch (letter) {
+        case u'%':
+            text += u'%';
+            return true;
+        case u'a':
+            text += m_locale.shortWeekdays[weekday()];
+            return true;
+        case u'A':
+            text += m_locale.weekdays[weekday()];
+            return true;
+        case u'b':
+            text += m_locale.shortMonths[month()];
+            return true;
+        case u'B':
+            text += m_locale.months[month()];
+            return true;
+        case u'p':
+            text += m_time.hour() < 12 ? m_locale.morning : m_locale.afternoon;
+            return true;
+        case u'Z':
+            text += m_moment.timeZoneAbbreviation();
+            return true;
+        case u'z': {
+            const int minutes = m_moment.offsetFromUtc() / 60;
+            text += minutes < 0 ? u'-' : u'+';
+            appendNumber(text, std::abs(minutes) / 60 * 100 + std::abs(minutes) % 60, 4);
+            return true;
+        }
+        default:
+            return false;
+        }
+    }
+
+    bool appendFormat(QString& text, char16_t letter, int depth) const
+    {
+        if (depth >= maximumDepth) {
+            return false;
+        }
+        switch (letter) {
+        case u'c':
+            append(text, u"%X %x", depth + 1);
+            return true;
+        case u'x':
+            append(text, m_locale.shortDateFormat, depth + 1);
+            return true;
+        case u'X':
+            append(text, m_locale.timeFormat, depth + 1);
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    size_t weekday() const { return size_t(m_date.dayOfWeek() % 7); }
+
+    size_t month() const { return size_t(std::clamp(m_month, 1, 12) - 1); }
+
+    const QDateTime& m_moment;
+    const Locale& m_locale;
+    QDate m_date;
+    QTime m_time;
+    int m_year = 0;
+    int m_month = 0;
+    int m_day = 0;
+};
+
+struct Translation
+{
+    QLatin1StringView field;
+    QLatin1StringView conversion;
+};
+
+// Longer fields first: the first that fits is taken.
+constexpr Translation translations[] = {{"dddd"_L1, "%A"_L1}, {"ddd"_L1, "%a"_L1}, {"dd"_L1, "%d"_L1},
+    {"d"_L1, "%e"_L1}, {"MMMM"_L1, "%B"_L1}, {"MMM"_L1, "%b"_L1}, {"MM"_L1, "%m"_L1}, {"M"_L1, "%1m"_L1},
+    {"yyyy"_L1, "%Y"_L1}, {"yy"_L1, "%y"_L1}, {"HH"_L1, "%H"_L1}, {"H"_L1, "%1H"_L1}, {"mm"_L1, "%M"_L1},
+    {"m"_L1, "%1M"_L1}, {"ss"_L1, "%S"_L1}, {"s"_L1, "%1S"_L1}, {"zzz"_L1, "%F"_L1}, {"z"_L1, "%1F"_L1},
+    {"AP"_L1, "%p"_L1}, {"ap"_L1, "%p"_L1}, {"Ap"_L1, "%p"_L1}, {"aP"_L1, "%p"_L1}, {"A"_L1, "%p"_L1},
+    {"a"_L1, "%p"_L1}, {"tttt"_L1, ""_L1}, {"ttt"_L1, ""_L1}, {"tt"_L1, ""_L1}, {"t"_L1, ""_L1}};
+constexpr Translation twelveHours[] = {{"hh"_L1, "%I"_L1}, {"h"_L1, "%1I"_L1}};
+constexpr Translation allHours[] = {{"hh"_L1, "%H"_L1}, {"h"_L1, "%1H"_L1}};
+
+const Translation* translationAt(QStringView format, std::span<const Translation> table)
+{
+    const auto found =
+        std::ranges::find_if(table, [format](const Translation& entry) { return format.startsWith(entry.field); });
+    return found == table.end() ? nullptr : &*found;
+}
+
+/// Appends the quoted text that @p format begins with and answers its length, quotes included.
+qsizetype appendQuoted(QString& text, QStringView format)
+{
+    if (format.startsWith(u"''")) {
+        text += u'\'';
+        return 2;
+    }
+    const qsizetype end = format.indexOf(u'\'', 1);
+    const QStringView quoted = end < 0 ? format.sliced(1) : format.sliced(1, end - 1);
+    text += quoted.toString().replace(u'%', u"%%"_s);
+    return end < 0 ? format.size() : end + 1;
+}
+
+bool usesTwelveHours(QStringView format)
+{
+    bool quoted = false;
+    return std::ranges::any_of(format, [&quoted](QChar character) {
+        quoted = quoted != (character == u'\'');
+        return !quoted && (character == u'A' || character == u'a');
+    });
+}
+
+} // namespace
+
+Locale Locale::fromLocale(const QLocale& locale)
+{
+    Locale result;
+    for (int day = 0; day < 7; ++day) {
+        // Qt counts the days from Monday (1) to Sunday (7).
+        const int number = day == 0 ? 7 : day;
+        result.weekdays[size_t(day)] = locale.dayName(number, QLocale::LongFormat);
+        result.shortWeekdays[size_t(day)] = locale.dayName(number, QLocale::ShortFormat);
+    }
+    for (int month = 0; month < 12; ++month) {
+        result.months[size_t(month)] = locale.monthName(month + 1, QLocale::LongFormat);
+        result.shortMonths[size_t(month)] = locale.monthName(month + 1, QLocale::ShortFormat);
+    }
+    result.morning = locale.amText();
+    result.afternoon = locale.pmText();
+    result.shortDateFormat = fromQtFormat(locale.dateFormat(QLocale::ShortFormat));
+    result.dateFormat = fromQtFormat(locale.dateFormat(QLocale::LongFormat));
+    result.timeFormat = fromQtFormat(locale.timeFormat(QLocale::LongFormat));
+    return result;
+}
+
+QString formatted(QStringView format, const QDateTime& moment, const Locale& locale)
+{
+    QString text;
+    text.reserve(format.size() + 32);
+    Formatter(moment, locale).append(text, format, 0);
+    return text;
+}
+
+QString fromQtFormat(QStringView format)
+{
+    const std::span<const Translation> hours = usesTwelveHours(format) ? twelveHours : allHours;
+    QString text;
+    qsizetype position = 0;
+    while (position < format.size()) {
+        const QStringView rest = format.sliced(position);
+        if (rest.front() == u'\'') {
+            position += appendQuoted(text, rest);
+            continue;
+        }
+        const Translation* known = translationAt(rest, translations);
+        known = known == nullptr ? translationAt(rest, hours) : known;
+        if (known != nullptr) {
+            text += known->conversion;
+            position += known->field.size();
+        } else {
+            text += rest.front() == u'%' ? u"%%"_s : QString(rest.front());
+            ++position;
+        }
+    }
+    return text.simplified();
+}
+
+} // namespace CalendarFormat

@@ -1,0 +1,151 @@
+#include "RtfParagraph.h"
+
+namespace Rtf {
+
+namespace {
+
+int twips(qreal pixels)
+{
+    return qRound(pixels * twipsPerPixel);
+}
+
+qreal pixels(int twips)
+{
+    return qreal(twips) / twipsPerPixel;
+}
+
+QByteArray word(const char* name, int value)
+{
+    return value == 0 ? QByteArray() : '\\' + QByteArray(name) + QByteArray::number(value);
+}
+
+QByteArray alignmentWord(Qt::Alignment alignment)
+{
+    switch (alignment & Qt::AlignHorizontal_Mask) {
+    case Qt::AlignLeft:
+        return "\\ql";
+    case Qt::AlignRight:
+        return "\\qr";
+    case Qt::AlignHCenter:
+        return "\\qc";
+    case Qt::AlignJustify:
+        return "\\qj";
+    default:
+        return "\\qnatural";
+    }
+}
+
+QByteArray tabWords(const QTextOption::Tab& tab)
+{
+    QByteArray kind;
+    switch (tab.type) {
+    case QTextOption::RightTab:
+        kind = "\\tqr";
+        break;
+    case QTextOption::CenterTab:
+        kind = "\\tqc";
+        break;
+    case QTextOption::DelimiterTab:
+        kind = "\\tqdec";
+        break;
+    case QTextOption::LeftTab:
+        break;
+    }
+    return kind + "\\tx" + QByteArray::number(twips(tab.position));
+}
+
+QByteArray spacingWords(Paragraph::Spacing spacing, int height)
+{
+    switch (spacing) {
+    case Paragraph::Spacing::Proportional:
+        return "\\sl" + QByteArray::number(height) + "\\slmult1";
+    case Paragraph::Spacing::AtLeast:
+        return "\\sl" + QByteArray::number(height) + "\\slmult0";
+    case Paragraph::Spacing::Exact:
+        return "\\sl-" + QByteArray::number(height) + "\\slmult0";
+    case Paragraph::Spacing::Natural:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+Paragraph Paragraph::fromFormat(const QTextBlockFormat& format, qreal indentWidth)
+{
+    Paragraph paragraph;
+    if (format.hasProperty(QTextFormat::BlockAlignment)) {
+        paragraph.alignment = format.alignment() & Qt::AlignHorizontal_Mask;
+    }
+    paragraph.leftIndent = twips(format.leftMargin() + format.indent() * indentWidth);
+    paragraph.rightIndent = twips(format.rightMargin());
+    paragraph.firstLineIndent = twips(format.textIndent());
+    paragraph.spaceBefore = twips(format.topMargin());
+    paragraph.spaceAfter = twips(format.bottomMargin());
+    switch (format.lineHeightType()) {
+    case QTextBlockFormat::ProportionalHeight:
+        paragraph.spacing = Spacing::Proportional;
+        paragraph.lineHeight = qRound(format.lineHeight() * 2.4);
+        break;
+    case QTextBlockFormat::FixedHeight:
+        paragraph.spacing = Spacing::Exact;
+        paragraph.lineHeight = twips(format.lineHeight());
+        break;
+    case QTextBlockFormat::MinimumHeight:
+        paragraph.spacing = Spacing::AtLeast;
+        paragraph.lineHeight = twips(format.lineHeight());
+        break;
+    default:
+        break;
+    }
+    paragraph.tabs = format.tabPositions();
+    return paragraph;
+}
+
+QTextBlockFormat Paragraph::toFormat() const
+{
+    QTextBlockFormat format;
+    if (alignment) {
+        format.setAlignment(alignment);
+    }
+    const auto setLength = [&format](QTextFormat::Property property, int length) {
+        if (length != 0) {
+            format.setProperty(property, pixels(length));
+        }
+    };
+    setLength(QTextFormat::BlockLeftMargin, leftIndent);
+    setLength(QTextFormat::BlockRightMargin, rightIndent);
+    setLength(QTextFormat::TextIndent, firstLineIndent);
+    setLength(QTextFormat::BlockTopMargin, spaceBefore);
+    setLength(QTextFormat::BlockBottomMargin, spaceAfter);
+    switch (spacing) {
+    case Spacing::Proportional:
+        format.setLineHeight(lineHeight / 2.4, QTextBlockFormat::ProportionalHeight);
+        break;
+    case Spacing::AtLeast:
+        format.setLineHeight(pixels(lineHeight), QTextBlockFormat::MinimumHeight);
+        break;
+    case Spacing::Exact:
+        format.setLineHeight(pixels(lineHeight), QTextBlockFormat::FixedHeight);
+        break;
+    case Spacing::Natural:
+        break;
+    }
+    if (!tabs.isEmpty()) {
+        format.setTabPositions(tabs);
+    }
+    return format;
+}
+
+QByteArray Paragraph::toRtf() const
+{
+    QByteArray words = "\\pard";
+    for (const QTextOption::Tab& tab : tabs) {
+        words += tabWords(tab);
+    }
+    words += word("li", leftIndent) + word("ri", rightIndent) + word("fi", firstLineIndent);
+    words += word("sb", spaceBefore) + word("sa", spaceAfter) + spacingWords(spacing, lineHeight);
+    return words + alignmentWord(alignment) + ' ';
+}
+
+} // namespace Rtf

@@ -1,0 +1,248 @@
+#include "Rtfd.h"
+
+#include "Rtf.h"
+
+#include <QSet>
+#include <QtEndian>
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace Rtfd {
+
+namespace {
+
+constexpr QByteArrayView signature("rtfd\0\0\0\0", 8);
+constexpr quint32 fileType = 1;
+constexpr quint32 folderType = 3;
+constexpr quint32 paddedLength = 0x8000'0000;
+constexpr quint32 maximumFiles = 10'000;
+constexpr quint32 defaultPermissions = 0666;
+
+const QString& textName()
+{
+    static const QString name = u"TXT.rtf"_s;
+    return name;
+}
+
+/// Reads from the front of some bytes; what is asked for beyond their end is not there.
+class Input final
+{
+public:
+    explicit Input(QByteArrayView bytes)
+        : m_bytes(bytes)
+    {
+    }
+
+    std::optional<quint32> number()
+    {
+        if (m_bytes.size() < qsizetype(sizeof(quint32))) {
+            return std::nullopt;
+        }
+        const auto value = qFromLittleEndian<quint32>(m_bytes.data());
+        m_bytes = m_bytes.sliced(sizeof(quint32));
+        return value;
+    }
+
+    /// The next @p length bytes, or as many as are left.
+    QByteArrayView upTo(qsizetype length)
+    {
+        const qsizetype size = std::min(length, m_bytes.size());
+        const QByteArrayView taken = m_bytes.first(size);
+        m_bytes = m_bytes.sliced(size);
+        return taken;
+    }
+
+    bool isAtEnd() const { return m_bytes.isEmpty(); }
+
+private:
+    QByteArrayView m_bytes;
+};
+
+struct Node
+{
+    QString name;
+    QByteArrayView bytes;
+};
+
+/// A file's bytes from the node's body.
+QByteArrayView fileContents(Input body)
+{
+    quint32 length = body.number().value_or(0);
+    if (length == paddedLength) {
+        length = body.number().value_or(0);
+        body.upTo(qsizetype(body.number().value_or(0)));
+    }
+    return body.upTo(qsizetype(length));
+}
+
+/// The entries of a folder's body, as many as its bytes hold.
+std::vector<Node> folderNodes(Input body, QStringList& warnings)
+{
+    const quint32 count = body.number().value_or(0);
+    if (count > maximumFiles) {
+        warnings.append(u"a folder of %1 entries is not believed"_s.arg(count));
+        return {};
+    }
+    std::vector<Node> nodes;
+    while (nodes.size() < count && !body.isAtEnd()) {
+        const quint32 length = body.number().value_or(0);
+        nodes.push_back({QString::fromUtf8(body.upTo(qsizetype(length))), {}});
+    }
+    std::vector<quint32> sizes;
+    while (sizes.size() < nodes.size()) {
+        sizes.push_back(body.number().value_or(0));
+    }
+    for (size_t index = 0; index < nodes.size(); ++index) {
+        nodes[index].bytes = body.upTo(qsizetype(sizes[index]));
+        if (nodes[index].bytes.size() < qsizetype(sizes[index])) {
+            warnings.append(u"\"%1\" is cut short"_s.arg(nodes[index].name));
+        }
+    }
+    return nodes;
+}
+
+/// ".." is the only file of a wrapper that is no folder.
+bool isTextName(const QString& name)
+{
+    return name == textName() || name == u"..";
+}
+
+bool isReserved(const QString& name)
+{
+    return name == u"." || name == u"__@PreferredName@__" || name == u"__@UTF8PreferredName@__";
+}
+
+void appendNumber(QByteArray& bytes, quint32 value)
+{
+    const quint32 little = qToLittleEndian(value);
+    bytes.append(reinterpret_cast<const char*>(&little), sizeof little);
+}
+
+void appendCounted(QByteArray& bytes, const QByteArray& content)
+{
+    appendNumber(bytes, quint32(content.size()));
+    bytes.append(content);
+}
+
+QByteArray fileNode(const QByteArray& contents)
+{
+    QByteArray node;
+    appendNumber(node, fileType);
+    appendCounted(node, contents);
+    return node;
+}
+
+QByteArray attributeTable(const QList<TextAttachment>& files)
+{
+    QByteArray table;
+    appendNumber(table, quint32(files.size()));
+    for (const TextAttachment& file : files) {
+        appendCounted(table, file.name.toUtf8());
+        QByteArray attributes;
+        for (const quint32 value : {0U, defaultPermissions, 0U, 0U}) {
+            appendNumber(attributes, value);
+        }
+        appendCounted(table, attributes);
+    }
+    return table;
+}
+
+} // namespace
+
+bool isWrapper(QByteArrayView bytes)
+{
+    return bytes.startsWith(signature);
+}
+
+Contents readWrapper(QByteArrayView bytes)
+{
+    if (!isWrapper(bytes)) {
+        return {{}, {}, {u"this is no flattened rich text"_s}};
+    }
+    Contents contents;
+    Input root(bytes.sliced(signature.size()));
+    const quint32 rootType = root.number().value_or(0);
+    if (rootType == fileType) {
+        contents.files.append({textName(), fileContents(root).toByteArray(), false});
+        return contents;
+    }
+    if (rootType != folderType) {
+        contents.warnings.append(u"the outermost entry has the unknown type %1"_s.arg(rootType));
+        return contents;
+    }
+    QSet<QString> names;
+    for (const auto& [givenName, node] : folderNodes(root, contents.warnings)) {
+        const QString name = isTextName(givenName) ? textName() : TextAttachment::safeName(givenName);
+        if (givenName == u"__@UTF8PreferredName@__") {
+            Input input(node);
+            input.number();
+            contents.preferredName = TextAttachment::safeName(QString::fromUtf8(fileContents(input)));
+        }
+        if (isReserved(givenName) || names.contains(name)) {
+            continue;
+        }
+        Input input(node);
+        const quint32 type = input.number().value_or(0);
+        if (type == fileType) {
+            contents.files.append({name, fileContents(input).toByteArray(), false});
+        } else if (type == folderType) {
+            contents.files.append({name, node.toByteArray(), true});
+        } else {
+            contents.warnings.append(u"\"%1\" has the unknown type %2"_s.arg(givenName).arg(type));
+            continue;
+        }
+        names.insert(name);
+    }
+    return contents;
+}
+
+QByteArray writeWrapper(const QList<TextAttachment>& files)
+{
+    QList<QByteArray> names;
+    QList<QByteArray> nodes;
+    for (const TextAttachment& file : files) {
+        names.append(file.name.toUtf8());
+        nodes.append(file.isPackage ? file.contents : fileNode(file.contents));
+    }
+    names.append(".");
+    nodes.append(fileNode(attributeTable(files)));
+
+    QByteArray bytes = signature.toByteArray();
+    appendNumber(bytes, folderType);
+    appendNumber(bytes, quint32(nodes.size()));
+    for (const QByteArray& name : names) {
+        appendCounted(bytes, name);
+    }
+    for (const QByteArray& node : nodes) {
+        appendNumber(bytes, quint32(node.size()));
+    }
+    for (const QByteArray& node : nodes) {
+        bytes.append(node);
+    }
+    return bytes;
+}
+
+ReadResult read(QByteArrayView bytes, QTextDocument& document)
+{
+    if (Rtf::isRtf(bytes)) {
+        return {true, Rtf::read(bytes, {}, document)};
+    }
+    Contents contents = readWrapper(bytes);
+    const auto text = std::ranges::find(contents.files, textName(), &TextAttachment::name);
+    if (text == contents.files.end() || !Rtf::isRtf(text->contents)) {
+        return {false, contents.warnings + Rtf::read({}, {}, document)};
+    }
+    return {true, contents.warnings + Rtf::read(text->contents, contents.files, document)};
+}
+
+QByteArray write(const QTextDocument& document)
+{
+    Rtf::Written written = Rtf::write(document);
+    written.attachments.prepend({textName(), written.rtf, false});
+    return writeWrapper(written.attachments);
+}
+
+} // namespace Rtfd
