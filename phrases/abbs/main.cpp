@@ -24,27 +24,35 @@ void printEntries()
     }
 }
 
-int list(const std::optional<ClassicFiles::FileSpecification>& file)
+using OptionalFile = std::optional<ClassicFiles::FileSpecification>;
+
+/// Tells why the file that was asked for is not open; what chooses one by itself tells by itself.
+int notOpened()
+{
+    QTextStream(stderr) << "blipsy-abbs: the file cannot be opened (error " << ResourceFile::lastError() << ")\n";
+    return notFound;
+}
+
+int list(const OptionalFile& file)
 {
     const qint16 reference =
         file ? ClassicFiles::openResourceFile(*file, ResourceFile::Access::ReadOnly) : openAbbsFile();
     if (reference < 1) {
-        QTextStream(stderr) << "blipsy-abbs: the file cannot be opened (error " << ResourceFile::lastError() << ")\n";
-        return notFound;
+        return file ? notOpened() : notFound;
     }
     printEntries();
     ResourceFile::close(reference);
     return found;
 }
 
-int lookUp(const QString& abbreviation, const std::optional<ClassicFiles::FileSpecification>& file)
+int lookUp(const QString& abbreviation, const OptionalFile& file)
 {
     const std::optional<QString> expansion = abbExists(abbreviation, file ? &*file : nullptr);
-    if (!expansion) {
-        return notFound;
+    if (expansion) {
+        QTextStream(stdout) << *expansion << '\n';
+        return found;
     }
-    QTextStream(stdout) << *expansion << '\n';
-    return found;
+    return file && ResourceFile::lastError() != ResourceFile::noErr ? notOpened() : notFound;
 }
 
 } // namespace
@@ -71,7 +79,7 @@ int main(int argc, char** argv)
         QTextStream(stderr) << parser.helpText();
         return wrongUsage;
     }
-    std::optional<ClassicFiles::FileSpecification> file;
+    OptionalFile file;
     if (parser.isSet(fileOption)) {
         posixStringToFSSpec(file.emplace(), parser.value(fileOption), false);
     }

@@ -262,7 +262,8 @@ void AbbsTest::brokenFilesAreReportedAndClosed_data()
     QTest::newRow("short record") << defaultFile(record.chopped(1)) << notChosen;
     QTest::newRow("name longer than its field") << defaultFile(QByteArray(record).replace(6, 1, "\x40")) << notChosen;
     QTest::newRow("folder that never was")
-        << defaultFile(zeros(2) + "\x7F\xFF\xFF\xFF\x04gone" + zeros(60)) << notChosen;
+        << defaultFile(zeros(2) + "\x7F\xFF\xFF\xFF\x04gone" + zeros(60))
+        << "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: gone.\n"_ba;
     QTest::newRow("a folder instead of a file")
         << defaultFile(record)
         << "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: usr.\n"_ba;
@@ -295,6 +296,7 @@ void AbbsTest::commandFindsAnAbbreviationInAnotherProcess()
     QCOMPARE(run({u"none"_s}), std::pair(1, QByteArray()));
     QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"btw"_s}), std::pair(0, "own text\n"_ba));
     QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"--list"_s}), std::pair(0, "STMP\t128\tbtw\n"_ba));
+    QCOMPARE(run({u"--file"_s, u"/proc/version"_s, u"btw"_s}), std::pair(1, QByteArray()));
     QCOMPARE(run({}).first, 2);
 }
 
