@@ -1,0 +1,137 @@
+#include "TextView.h"
+
+#include <QFontDatabase>
+#include <QSignalBlocker>
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <Rtfd.h>
+#include <TextAttachment.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qreal systemFontPoints = 12.0;
+
+QFont systemFont()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    font.setPointSizeF(systemFontPoints);
+    return font;
+}
+
+} // namespace
+
+TextView::TextView(QWidget* parent)
+    : QTextEdit(parent)
+{
+    setAcceptRichText(false);
+    setTabChangesFocus(false);
+    document()->setDefaultFont(systemFont());
+    connect(this, &QTextEdit::textChanged, this, &TextView::textDidChange);
+}
+
+void TextView::setRichText(bool rich)
+{
+    setAcceptRichText(rich);
+    if (m_richText != rich) {
+        m_richText = rich;
+        Q_EMIT richTextChanged(rich);
+    }
+}
+
+QString TextView::string() const
+{
+    // Unlike toPlainText() this keeps line separators and no-break spaces, which are part of what the user wrote.
+    QString text = document()->toRawText();
+    const auto endsParagraph = [](QChar character) {
+        return character == QChar::ParagraphSeparator || character == u'\uFDD0' || character == u'\uFDD1';
+    };
+    std::replace_if(text.begin(), text.end(), endsParagraph, QChar(u'\n'));
+    return text;
+}
+
+void TextView::setString(const QString& text)
+{
+    {
+        const QSignalBlocker quiet(this);
+        setPlainText(text);
+        TextAttachment::removeAllFrom(*document());
+        setCurrentCharFormat({});
+    }
+    finishReplacing();
+}
+
+void TextView::insertText(const QString& text)
+{
+    textCursor().insertText(text, currentCharFormat());
+    ensureCursorVisible();
+}
+
+bool TextView::replaceAllWithRTFD(const QByteArray& rtfd)
+{
+    bool found = false;
+    {
+        const QSignalBlocker quiet(this);
+        found = Rtfd::read(rtfd, *document()).found;
+        moveCursor(QTextCursor::Start);
+        setCurrentCharFormat(document()->begin().begin().atEnd() ? document()->begin().charFormat()
+                                                                 : document()->begin().begin().fragment().charFormat());
+    }
+    finishReplacing();
+    return found;
+}
+
+void TextView::finishReplacing()
+{
+    document()->setModified(false);
+    moveCursor(QTextCursor::Start);
+    // Whoever follows the cursor's formats has heard nothing while the text was replaced.
+    Q_EMIT cursorPositionChanged();
+}
+
+QByteArray TextView::RTFDFromAll() const
+{
+    return Rtfd::write(*document());
+}
+
+void TextView::resetAttributes()
+{
+    const QSignalBlocker quiet(this);
+    document()->setUndoRedoEnabled(false);
+    document()->setDefaultFont(systemFont());
+    QTextCursor all(document());
+    all.select(QTextCursor::Document);
+    all.setCharFormat({});
+    setCurrentCharFormat({});
+    document()->setUndoRedoEnabled(true);
+}
+
+void TextView::setFontOfAll(const QFont& font)
+{
+    const QSignalBlocker quiet(this);
+    QTextCharFormat format;
+    format.setFontFamilies({font.family()});
+    format.setFontPointSize(font.pointSizeF());
+    format.setFontWeight(font.weight());
+    format.setFontItalic(font.italic());
+    QTextCursor all(document());
+    all.select(QTextCursor::Document);
+    all.mergeCharFormat(format);
+    mergeCurrentCharFormat(format);
+}
+
+void TextView::applyCharacterFormat(const QTextCharFormat& format)
+{
+    mergeCurrentCharFormat(format);
+    Q_EMIT typingAttributesDidChange();
+}
+
+void TextView::applyAlignment(Qt::Alignment alignment)
+{
+    setAlignment(alignment);
+    Q_EMIT typingAttributesDidChange();
+}
