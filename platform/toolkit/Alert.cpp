@@ -1,6 +1,7 @@
 #include "Alert.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -10,6 +11,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int leastTextWidth = 320;
 
 /// Buttons are added by the caller: the first one is the default, the second one (if any) answers Escape.
 void fillAlert(QMessageBox& box, const QString& title, const QString& message, const QString& firstButton,
@@ -26,6 +29,10 @@ void fillAlert(QMessageBox& box, const QString& title, const QString& message, c
         QFont bold = label->font();
         bold.setBold(true);
         label->setFont(bold);
+    }
+    // Left to itself, the box breaks a sentence into lines of a few words.
+    if (auto* const grid = qobject_cast<QGridLayout*>(box.layout())) {
+        grid->addItem(new QSpacerItem(leastTextWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
     }
     box.setDefaultButton(box.addButton(firstButton, QMessageBox::AcceptRole));
     if (!secondButton.isEmpty()) {

@@ -78,6 +78,7 @@ ApplicationPanel::ApplicationPanel(QWidget* parent)
     , m_filter(new QSortFilterProxyModel(this))
 {
     setObjectName(u"OpenPanel"_s);
+    setWindowTitle(panelText(u"Applications"_s));
     resize(420, 480);
     m_search->setPlaceholderText(panelText(u"Search"_s));
     m_search->setClearButtonEnabled(true);

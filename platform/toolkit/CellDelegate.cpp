@@ -41,12 +41,13 @@ QColor textColor(const QStyleOptionViewItem& option)
     return option.palette.color(colorGroup(option), role);
 }
 
-QIcon::Mode iconMode(const QStyleOptionViewItem& option, bool dimmed)
+QIcon::Mode iconMode(const QStyleOptionViewItem& option, const CellContent& content)
 {
-    if (dimmed || !(option.state & QStyle::State_Enabled)) {
+    if (content.cell->isDimmed() || !(option.state & QStyle::State_Enabled)) {
         return QIcon::Disabled;
     }
-    return option.state & QStyle::State_Selected ? QIcon::Selected : QIcon::Normal;
+    // A picture in colours stays as it is in a selected row; Qt would veil it.
+    return content.image.isMask() && (option.state & QStyle::State_Selected) ? QIcon::Selected : QIcon::Normal;
 }
 
 } // namespace
@@ -106,7 +107,7 @@ void CellDelegate::paintText(QPainter* painter, QStyleOptionViewItem option, con
 
 void CellDelegate::paintImage(QPainter* painter, const QStyleOptionViewItem& option, const CellContent& content) const
 {
-    content.image.paint(painter, imageRect(option.rect), Qt::AlignCenter, iconMode(option, content.cell->isDimmed()));
+    content.image.paint(painter, imageRect(option.rect), Qt::AlignCenter, iconMode(option, content));
 }
 
 void CellDelegate::paintFeedback(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const

@@ -3,11 +3,14 @@
 #include "PanelFilter.h"
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -58,6 +61,8 @@ FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)
     setOption(ShowDirsOnly, false);
     setProxyModel(new PanelFilter(rules.types, rules.canChooseFiles, this));
     setViewMode(Detail);
+    setLabelText(FileName, QFileDialog::tr("File &name:"));
+    setLabelText(Accept, QFileDialog::tr("&Open"));
     // The types are the caller's: there is nothing to choose between.
     for (const QString& name : {u"fileTypeCombo"_s, u"fileTypeLabel"_s}) {
         if (auto* const widget = findChild<QWidget*>(name)) {
@@ -70,6 +75,9 @@ FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)
         findChild<QAbstractItemView*>(u"treeView"_s)->setSelectionMode(QAbstractItemView::SingleSelection);
     }
     connect(listSelection(), &QItemSelectionModel::selectionChanged, this, &FilePanel::selectionDidChange);
+    // In the mode for folders the dialog disables its button for files. It was connected first, so this comes after.
+    connect(this, &FilePanel::selectionDidChange, this, &FilePanel::enableOpenButton);
+    connect(findChild<QLineEdit*>(u"fileNameEdit"_s), &QLineEdit::textChanged, this, &FilePanel::enableOpenButton);
 }
 
 FilePanel::~FilePanel()
@@ -104,6 +112,19 @@ QStringList FilePanel::selection() const
     return paths;
 }
 
+void FilePanel::enableOpenButton()
+{
+    if (areChoosable(selectedFiles())) {
+        findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->setEnabled(true);
+    }
+}
+
+bool FilePanel::areChoosable(const QStringList& paths) const
+{
+    return !paths.isEmpty() &&
+           std::all_of(paths.begin(), paths.end(), [this](const QString& path) { return canChoose(path); });
+}
+
 bool FilePanel::canChoose(const QString& path) const
 {
     const QFileInfo file(path);
@@ -117,11 +138,9 @@ bool FilePanel::canChoose(const QString& path) const
 void FilePanel::accept()
 {
     const QStringList paths = selectedFiles();
-    const bool areChosen = !paths.isEmpty() && std::all_of(paths.begin(), paths.end(),
-                                                   [this](const QString& path) { return canChoose(path); });
     const bool areFilesRefused = std::any_of(paths.begin(), paths.end(),
         [this](const QString& path) { return QFileInfo(path).isFile() && !canChoose(path); });
-    if (areChosen) {
+    if (areChoosable(paths)) {
         done(Accepted);
     } else if (!areFilesRefused) {
         // The dialog's own part: enters a folder whose name was typed, says what is wrong with a name.

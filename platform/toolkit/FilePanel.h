@@ -39,6 +39,8 @@ Q_SIGNALS:
 
 private:
     bool canChoose(const QString& path) const;
+    bool areChoosable(const QStringList& paths) const;
+    void enableOpenButton();
     QItemSelectionModel* listSelection() const;
 
     PanelRules m_rules;

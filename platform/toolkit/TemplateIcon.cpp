@@ -113,5 +113,7 @@ QIcon templateIcon(const QString& path)
     const QFileInfo file(path);
     const QImage doubleShape(u"%1/%2@2x.%3"_s.arg(file.path(), file.completeBaseName(), file.suffix()));
     // The icon takes the engine over.
-    return QIcon(new TemplateIconEngine(shape, doubleShape));
+    QIcon icon(new TemplateIconEngine(shape, doubleShape));
+    icon.setIsMask(true);
+    return icon;
 }

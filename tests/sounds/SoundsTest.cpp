@@ -1,0 +1,143 @@
+#include <QClipboard>
+#include <QDir>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <KeyedArchive.h>
+#include <ModalDriver.h>
+#include <OpenPanel.h>
+#include <Pasteboard.h>
+#include <RemovalQuestion.h>
+#include <SoundDrop.h>
+#include <SoundKinds.h>
+#include <SoundPanel.h>
+#include <SoundPasteboard.h>
+
+using namespace Qt::StringLiterals;
+
+class SoundsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void panelOffersTheKindsInOrder();
+    void dropIsJudgedByTheExtensionAsSpelt_data();
+    void dropIsJudgedByTheExtensionAsSpelt();
+    void draggedRowsTravelAsAnIndexSet();
+    void onlyCopiedSoundsArePasted();
+    void panelButtonsFollowTheSelection();
+    void previewButtonsServeTheTableThatCameLast();
+    void removalIsConfirmedByItsVerbOnly_data();
+    void removalIsConfirmedByItsVerbOnly();
+};
+
+void SoundsTest::panelOffersTheKindsInOrder()
+{
+    QCOMPARE(SoundKinds::openPanelTypes().join(u' '), u"aif aiff mov wav m4a mp3 sfil 'SFIL'"_s);
+}
+
+void SoundsTest::dropIsJudgedByTheExtensionAsSpelt_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<bool>("accepted");
+    for (const char* extension : {"wav", "m4a", "mp3", "aiff", "mov", "sfil", "aif"}) {
+        QTest::newRow(extension) << u"file:///s/boing."_s + QString::fromLatin1(extension) << true;
+    }
+    QTest::newRow("no extension") << u"file:///s/boing"_s << true;
+    QTest::newRow("folder with a slash") << u"file:///s/Boings/"_s << true;
+    QTest::newRow("hidden file") << u"file:///s/.boing"_s << true;
+    QTest::newRow("capitals") << u"file:///s/boing.WAV"_s << false;
+    QTest::newRow("other kind") << u"file:///s/boing.txt"_s << false;
+    QTest::newRow("web address") << u"http://example.com/boing.wav"_s << false;
+    QTest::newRow("nothing") << QString() << false;
+}
+
+void SoundsTest::dropIsJudgedByTheExtensionAsSpelt()
+{
+    QFETCH(QString, url);
+    QFETCH(bool, accepted);
+    const auto dropped = url.isEmpty() ? std::nullopt : std::optional(QUrl(url));
+    QCOMPARE(SoundKinds::dropOperation(dropped), accepted ? DragOperation::Copy : DragOperation::None);
+}
+
+void SoundsTest::draggedRowsTravelAsAnIndexSet()
+{
+    Pasteboard pasteboard;
+    QVERIFY(SoundDrop::writeRows({3, 4}, pasteboard));
+    const auto data = pasteboard.dataForType(u"MyPrivateTableViewDataType"_s);
+    QVERIFY(data);
+    QCOMPARE(KeyedArchive::unarchivedIndexSet(*data), QList<int>({3, 4}));
+}
+
+void SoundsTest::onlyCopiedSoundsArePasted()
+{
+    SoundPasteboard::copy(u"/s/boing.aif"_s);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"/s/boing.aif"_s);
+    QCOMPARE(SoundPasteboard::paste(), u"/s/boing.aif"_s);
+    QGuiApplication::clipboard()->setText(u"/s/other.aif"_s);
+    QVERIFY(!SoundPasteboard::paste());
+}
+
+void SoundsTest::panelButtonsFollowTheSelection()
+{
+    QWidget view;
+    QPushButton play;
+    QPushButton stop;
+    QPushButton favourites;
+    const SoundPanelAccessory accessory{&view, &play, &stop, &favourites};
+    OpenPanel panel;
+    SoundPanel::prepare(
+        panel, accessory, this, [] {}, [] {});
+    panel.setSelectionDidChange([&] { SoundPanel::selectionDidChange(panel, accessory); });
+    const ModalDriver driver([&](QWidget* modal) {
+        QVERIFY(!play.isEnabled() && !stop.isEnabled());
+        auto* const list = modal->findChild<QListView*>(u"listView"_s);
+        QTRY_VERIFY(list->model()->rowCount(list->rootIndex()) > 0);
+        play.setEnabled(true);
+        list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
+        QVERIFY(!play.isEnabled() && favourites.isEnabled());
+        qobject_cast<QDialog*>(modal)->reject();
+    });
+    QVERIFY(SoundPanel::run(panel).isEmpty());
+    QVERIFY(driver.wasAnswered());
+}
+
+void SoundsTest::previewButtonsServeTheTableThatCameLast()
+{
+    QWidget view;
+    QPushButton play;
+    QPushButton stop;
+    const SoundPanelAccessory accessory{&view, &play, &stop, nullptr};
+    OpenPanel panel;
+    QStringList heard;
+    SoundPanel::prepare(
+        panel, accessory, this, [&] { heard.append(u"first"_s); }, [] {});
+    SoundPanel::prepare(
+        panel, accessory, this, [&] { heard.append(u"second"_s); }, [] {});
+    play.setEnabled(true);
+    play.click();
+    QCOMPARE(heard, QStringList{u"second"_s});
+}
+
+void SoundsTest::removalIsConfirmedByItsVerbOnly_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<bool>("confirmed");
+    QTest::newRow("Remove") << u"Remove"_s << true;
+    QTest::newRow("Cancel") << u"Cancel"_s << false;
+}
+
+void SoundsTest::removalIsConfirmedByItsVerbOnly()
+{
+    QFETCH(QString, button);
+    const ModalDriver driver([&button](QWidget* modal) {
+        QCOMPARE(modal->windowTitle(), u"Confirm remove"_s);
+        ModalDriver::click(button)(modal);
+    });
+    QTEST(RemovalQuestion::confirm(nullptr, u"Sure?"_s), "confirmed");
+}
+
+QTEST_MAIN(SoundsTest)
+#include "SoundsTest.moc"
