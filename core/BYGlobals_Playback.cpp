@@ -117,7 +117,7 @@ PropertyList::DictionaryPointer entryForEvent(int code)
         return {};
     }
     for (const PropertyList::Value& value : std::as_const(*events)) {
-        const PropertyList::DictionaryPointer entry = value.dictionary();
+        PropertyList::DictionaryPointer entry = value.dictionary();
         if (entry && entry->contains(EventKey::event) && entry->value(EventKey::event).integerValue() == code) {
             return entry;
         }

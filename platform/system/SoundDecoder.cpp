@@ -14,6 +14,7 @@ extern "C" {
 #include <libswresample/swresample.h>
 }
 
+#include <algorithm>
 #include <array>
 #include <mutex>
 #include <vector>

@@ -3,6 +3,7 @@
 #include "SoundSource.h"
 
 #include <pulse/operation.h>
+#include <pulse/proplist.h>
 #include <pulse/stream.h>
 
 #include <algorithm>
@@ -17,6 +18,16 @@ namespace {
 constexpr auto quietTime = SoundServer::patience / 2;
 /// How long a server that lives may take no more of the sound: outputs take up to two seconds of it at once.
 constexpr std::chrono::seconds longestStall{3};
+
+pa_stream* newStream(pa_context* context, const pa_sample_spec& spec)
+{
+    pa_proplist* properties = pa_proplist_new();
+    // PipeWire takes the length of the buffer for the latency that is wanted, unless it is told a limit.
+    pa_proplist_sets(properties, "node.max-latency", "256/48000");
+    pa_stream* stream = pa_stream_new_with_proplist(context, "Sound", &spec, nullptr, properties);
+    pa_proplist_free(properties);
+    return stream;
+}
 
 } // namespace
 
@@ -82,7 +93,7 @@ private:
 SoundPlayback::Stream::Stream(SoundServer& server, pa_context* context, const SoundFormat& format)
     : m_server(server)
     , m_spec{PA_SAMPLE_FLOAT32NE, uint32_t(format.rate), uint8_t(format.channels)}
-    , m_stream(pa_stream_new(context, "Sound", &m_spec, nullptr))
+    , m_stream(newStream(context, m_spec))
 {
     if (m_stream == nullptr) {
         return;

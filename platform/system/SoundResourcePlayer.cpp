@@ -53,9 +53,9 @@ std::span<const float> PcmSource::nextSamples()
     for (size_t frame = 0; frame < frames; ++frame) {
         for (size_t channel = 0; channel < m_channels; ++channel) {
             const size_t side = channel % outputs;
-            const auto channelsOfSide = float((m_channels - side + outputs - 1) / outputs);
-            m_block[frame * outputs + side] +=
-                float(m_samples[frame * m_channels + channel]) / (fullScale * channelsOfSide);
+            const size_t channelsOfSide = (m_channels - side + outputs - 1) / outputs;
+            const auto sample = float(m_samples[frame * m_channels + channel]);
+            m_block[frame * outputs + side] += sample / (fullScale * float(channelsOfSide));
         }
     }
     m_samples = m_samples.subspan(frames * m_channels);
