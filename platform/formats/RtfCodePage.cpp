@@ -53,8 +53,6 @@ CodePage::CodePage(const char* name, bool multiByte)
         const QString decodedByte = decoded(QByteArrayView(&raw, 1));
         m_characters[size_t(byte)] = decodedByte.size() == 1 ? decodedByte.front().unicode() : u'\uFFFD';
     }
-    // A text holds no NUL: whatever stored one would end the text there.
-    m_characters[0] = u'\uFFFD';
 }
 
 const CodePage& CodePage::numbered(int number)
@@ -79,7 +77,9 @@ QString CodePage::decoded(QByteArrayView bytes) const
 {
     QStringDecoder decoder(m_name, QStringDecoder::Flag::Stateless);
     // Qt may have been built without the library that knows these sets: Latin-1 is the nearest that is always there.
-    return decoder.isValid() ? QString(decoder.decode(bytes)) : QString::fromLatin1(bytes);
+    QString text = decoder.isValid() ? QString(decoder.decode(bytes)) : QString::fromLatin1(bytes);
+    // A text holds no NUL: whatever stored one would end the text there.
+    return text.replace(QChar(QChar::Null), QChar(QChar::ReplacementCharacter));
 }
 
 uchar CodePage::byteOf(char16_t character) const

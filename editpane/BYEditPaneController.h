@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+
+#include <vector>
+
+class Matrix;
+class PullDownButton;
+class QAbstractButton;
+class QAction;
+class QDialog;
+class QMenu;
+class TableView;
+class TextView;
+
+/// The controller of the pane below the phrase table: it inserts dates, markers and references to other phrases,
+/// switches between plain and rich text, and saves the text. The table itself loads the selected phrase into the text
+/// view.
+class BYEditPaneController final : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(BYEditPaneController)
+
+public:
+    explicit BYEditPaneController(QObject* parent = nullptr);
+
+    /// @name Outlets
+    /// Set before awakeFromNib(); owned by the window. The two menus are made here where they are not set.
+    /// @{
+    TableView* abbsTableView = nullptr;
+    PullDownButton* dateTimePopUpButton = nullptr;
+    PullDownButton* textFormattingPopUpButton = nullptr;
+    QAbstractButton* saveEditedAbbButton = nullptr;
+    QMenu* dateFormats = nullptr;
+    QMenu* textFormats = nullptr;
+    TextView* editPane = nullptr;
+    Matrix* plainOrRichRadioButton = nullptr;
+    /// @}
+
+    /// Fills the menus with today's date and the document's phrases, as both are now.
+    void awakeFromNib();
+
+    /// @name Actions
+    /// @{
+    void saveEditedAbb(QObject* sender);
+    void plainOrRich(Matrix* sender);
+    void enterDateTimeSyntax(QAction* sender);
+    void clippingMenuItemSelected(QAction* sender);
+    /// @}
+
+    /// The sheet of plainOrRich() has been answered: 1000 for its first button.
+    void alertDidEnd_returnCode_contextInfo(QDialog* alert, int returnCode, void* contextInfo);
+
+private:
+    /// A phrase as it was when the pane was set up.
+    struct Reference
+    {
+        QString phrase;
+        QString text;
+    };
+
+    void titleFormats(const QMenu& menu) const;
+    void collectReferences();
+    void fillReferences(QMenu& menu);
+    void connectMenus();
+    void showPlainAttributes();
+    void makePlain();
+    void makeRich();
+
+    QDateTime m_setUp;
+    std::vector<Reference> m_references;
+};

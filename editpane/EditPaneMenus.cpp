@@ -1,0 +1,88 @@
+#include "EditPaneMenus.h"
+
+#include <QMenu>
+
+#include <Bundle.h>
+#include <SharedNames.h>
+
+#include <span>
+
+using namespace Qt::StringLiterals;
+
+namespace EditPaneMenus {
+
+namespace {
+
+constexpr int firstMarkerTag = 1000;
+constexpr int firstSymbolTag = 1007;
+constexpr int firstTimeTag = 100;
+constexpr int firstUserTag = 200;
+
+constexpr const char* dates[] = {"%Y-%m-%d", "%Y%m%d", "%Y-%j", "%A, %B %e, %Y", "%a, %b %e, %Y", "%B %e, %Y",
+    "%b %e, %Y", "%A, %e %B %Y", "%a %e %b %Y", "%e %B %Y", "%e %b %Y", "%d-%b-%Y", "%m/%d/%Y", "%1m/%e/%y", "%d/%m/%Y",
+    "%d/%m/%y", "%d.%m.%Y", "%e.%1m.%Y", "%d-%m-%Y", "%Y/%m/%d", "%y%m%d", "%y-%m-%d"};
+constexpr const char* times[] = {"%H:%M", "%H:%M:%S", "%1H:%M", "%H.%M", "%Hh%M", "%H%M", "%H%M%S", "%1I:%M %p",
+    "%1I:%M:%S %p", "%I:%M %p", "%I:%M:%S %p", "%H:%M:%S%z", "%H:%M:%S %Z", "%Y-%m-%dT%H:%M:%S%z", "%Y%m%dT%H%M%S"};
+
+struct Item
+{
+    const char* title;
+    const char* inserted;
+};
+
+constexpr Item userFormats[] = {{"Short date as in the settings", "[[0]]"}, {"Long date as in the settings", "[[1]]"},
+    {"Time as in the settings", "[[4]]"}};
+constexpr Item markers[] = {{"Insertion point", "%|"}, {"Move left", "%<"}, {"Move up", "%^"}, {"Move right", "%>"},
+    {"Move down", "%v"}, {"Keep the trigger character", "%+"}, {"Leave out the trigger character", "%-"}};
+constexpr const char* symbols[] = {"\u2013 Dash", "\u2022 Bullet", "\u2026 Ellipsis", "\u2192 Arrow"};
+
+QString localized(const char* text)
+{
+    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(QString::fromUtf8(text));
+}
+
+void addItem(QMenu& menu, const QString& title, const QString& toolTip, int tag)
+{
+    QAction* const action = menu.addAction(title);
+    action->setData(tag);
+    action->setToolTip(toolTip);
+}
+
+void addFormats(QMenu& menu, std::span<const char* const> formats, int firstTag)
+{
+    menu.setToolTipsVisible(true);
+    for (int index = 0; const char* const format : formats) {
+        addItem(menu, QString(), QString::fromLatin1(format), firstTag + index++);
+    }
+}
+
+} // namespace
+
+QMenu* makeDateFormats(QWidget* parent)
+{
+    auto* const menu = new QMenu(localized("Date and Time"), parent);
+    menu->setToolTipsVisible(true);
+    addFormats(*menu->addMenu(localized("Date")), dates, 0);
+    addFormats(*menu->addMenu(localized("Time")), times, firstTimeTag);
+    for (int tag = firstUserTag; const Item& item : userFormats) {
+        addItem(*menu, localized(item.title), QString::fromLatin1(item.inserted), tag++);
+    }
+    menu->addMenu(localized("Phrase"))->setToolTipsVisible(true);
+    return menu;
+}
+
+QMenu* makeTextFormats(QWidget* parent)
+{
+    auto* const menu = new QMenu(localized("Formatting"), parent);
+    menu->setToolTipsVisible(true);
+    for (int tag = firstMarkerTag; const Item& item : markers) {
+        addItem(*menu, localized(item.title), QString::fromLatin1(item.inserted), tag++);
+    }
+    for (int tag = firstSymbolTag; const char* const symbol : symbols) {
+        const QString title = localized(symbol);
+        addItem(*menu, title, title.first(1), tag++);
+    }
+    return menu;
+}
+
+} // namespace EditPaneMenus

@@ -1,0 +1,291 @@
+#include "FormattingBar.h"
+
+#include <QButtonGroup>
+#include <QColorDialog>
+#include <QEvent>
+#include <QFontComboBox>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QToolButton>
+
+#include <Bundle.h>
+#include <SharedNames.h>
+#include <TextView.h>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int iconSize = 16;
+constexpr qreal smallestPoints = 4;
+constexpr qreal largestPoints = 288;
+
+QString localized(const QString& text)
+{
+    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
+}
+
+QPixmap emptyIcon(const QWidget& widget)
+{
+    const qreal scale = widget.devicePixelRatioF();
+    QPixmap pixmap(QSize(iconSize, iconSize) * scale);
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    return pixmap;
+}
+
+/// Four lines of text on one side.
+QIcon alignmentIcon(const QWidget& widget, Qt::Alignment alignment)
+{
+    constexpr std::array<int, 4> widths{14, 9, 12, 7};
+    QPixmap pixmap = emptyIcon(widget);
+    QPainter painter(&pixmap);
+    for (int line = 0; const int natural : widths) {
+        const int width = alignment == Qt::AlignJustify && line < 3 ? 14 : natural;
+        const int left = alignment == Qt::AlignRight     ? 15 - width
+                         : alignment == Qt::AlignHCenter ? (iconSize - width) / 2
+                                                         : 1;
+        painter.fillRect(left, 2 + 3 * line++, width, 2, widget.palette().buttonText());
+    }
+    return pixmap;
+}
+
+/// A letter over a bar of the text's color.
+QIcon colorIcon(const QWidget& widget, const QColor& color)
+{
+    QPixmap pixmap = emptyIcon(widget);
+    QPainter painter(&pixmap);
+    QFont font = widget.font();
+    font.setPixelSize(11);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(widget.palette().buttonText().color());
+    painter.drawText(QRect(0, 0, iconSize, 12), Qt::AlignCenter, u"A"_s);
+    painter.fillRect(1, 12, 14, 3, color);
+    return pixmap;
+}
+
+} // namespace
+
+FormattingBar::FormattingBar(QWidget* parent)
+    : QWidget(parent)
+{
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    addFontControls(*layout);
+    addStyleButtons(*layout);
+    addColorButton(*layout);
+    addAlignmentButtons(*layout);
+    layout->addStretch();
+    drawIcons();
+    hide();
+}
+
+void FormattingBar::addFontControls(QHBoxLayout& layout)
+{
+    m_font = new QFontComboBox(this);
+    m_font->setObjectName(u"fontFamily"_s);
+    m_font->setAccessibleName(localized(u"Font"_s));
+    m_font->setToolTip(localized(u"Font"_s));
+    m_font->setFocusPolicy(Qt::StrongFocus);
+    m_font->setMinimumContentsLength(10);
+    m_font->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    layout.addWidget(m_font, 1);
+    connect(m_font, &QComboBox::textActivated, this, [this](const QString& family) {
+        QTextCharFormat format;
+        format.setFontFamilies({family});
+        apply(format);
+    });
+
+    m_size = new QComboBox(this);
+    m_size->setObjectName(u"fontSize"_s);
+    m_size->setAccessibleName(localized(u"Font size"_s));
+    m_size->setToolTip(localized(u"Font size in points"_s));
+    m_size->setFocusPolicy(Qt::StrongFocus);
+    m_size->setEditable(true);
+    m_size->setInsertPolicy(QComboBox::NoInsert);
+    for (const int points : {9, 10, 11, 12, 13, 14, 16, 18, 20, 24, 28, 36, 48, 64, 72}) {
+        m_size->addItem(QString::number(points));
+    }
+    layout.addWidget(m_size);
+    connect(m_size, &QComboBox::textActivated, this, &FormattingBar::applySize);
+}
+
+QToolButton* FormattingBar::addButton(
+    QHBoxLayout& layout, const QString& name, const QString& text, const QString& toolTip)
+{
+    auto* const button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setText(text);
+    button->setToolTip(toolTip);
+    button->setAccessibleName(toolTip);
+    button->setCheckable(true);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setIconSize(QSize(iconSize, iconSize));
+    button->setMinimumWidth(button->sizeHint().height());
+    layout.addWidget(button);
+    return button;
+}
+
+void FormattingBar::addStyleButtons(QHBoxLayout& layout)
+{
+    m_bold = addButton(layout, u"bold"_s, localized(u"B"_s), localized(u"Bold"_s));
+    m_italic = addButton(layout, u"italic"_s, localized(u"I"_s), localized(u"Italic"_s));
+    m_underline = addButton(layout, u"underline"_s, localized(u"U"_s), localized(u"Underline"_s));
+    m_strike = addButton(layout, u"strike"_s, localized(u"S"_s), localized(u"Strikethrough"_s));
+    QFont sample = font();
+    sample.setBold(true);
+    m_bold->setFont(sample);
+    sample = font();
+    sample.setItalic(true);
+    m_italic->setFont(sample);
+    sample = font();
+    sample.setUnderline(true);
+    m_underline->setFont(sample);
+    sample = font();
+    sample.setStrikeOut(true);
+    m_strike->setFont(sample);
+
+    connect(m_bold, &QToolButton::clicked, this, [this](bool on) {
+        QTextCharFormat format;
+        format.setFontWeight(on ? QFont::Bold : QFont::Normal);
+        apply(format);
+    });
+    connect(m_italic, &QToolButton::clicked, this, [this](bool on) {
+        QTextCharFormat format;
+        format.setFontItalic(on);
+        apply(format);
+    });
+    connect(m_underline, &QToolButton::clicked, this, [this](bool on) {
+        QTextCharFormat format;
+        format.setFontUnderline(on);
+        apply(format);
+    });
+    connect(m_strike, &QToolButton::clicked, this, [this](bool on) {
+        QTextCharFormat format;
+        format.setFontStrikeOut(on);
+        apply(format);
+    });
+}
+
+void FormattingBar::addColorButton(QHBoxLayout& layout)
+{
+    m_color = addButton(layout, u"color"_s, QString(), localized(u"Text color"_s));
+    m_color->setCheckable(false);
+    connect(m_color, &QToolButton::clicked, this, &FormattingBar::chooseColor);
+}
+
+void FormattingBar::addAlignmentButtons(QHBoxLayout& layout)
+{
+    layout.addSpacing(4);
+    auto* const group = new QButtonGroup(this);
+    const auto add = [this, &layout, group](const QString& name, const QString& toolTip, Qt::Alignment alignment) {
+        QToolButton* const button = addButton(layout, name, QString(), localized(toolTip));
+        group->addButton(button);
+        m_alignments.append({button, alignment});
+        connect(button, &QToolButton::clicked, this, [this, alignment] {
+            m_view->applyAlignment(alignment);
+            m_view->setFocus();
+        });
+    };
+    add(u"alignLeft"_s, u"Align left"_s, Qt::AlignLeft);
+    add(u"alignCenter"_s, u"Center"_s, Qt::AlignHCenter);
+    add(u"alignRight"_s, u"Align right"_s, Qt::AlignRight);
+    add(u"justify"_s, u"Justify"_s, Qt::AlignJustify);
+}
+
+void FormattingBar::setTextView(TextView* view)
+{
+    m_view = view;
+    setVisible(view->isRichText());
+    connect(view, &TextView::richTextChanged, this, &QWidget::setVisible);
+    connect(view, &QTextEdit::currentCharFormatChanged, this, &FormattingBar::follow);
+    connect(view, &QTextEdit::cursorPositionChanged, this, &FormattingBar::follow);
+    addShortcut(m_bold, QKeySequence::Bold);
+    addShortcut(m_italic, QKeySequence::Italic);
+    addShortcut(m_underline, QKeySequence::Underline);
+    follow();
+}
+
+void FormattingBar::addShortcut(QToolButton* button, const QKeySequence& keys)
+{
+    auto* const shortcut = new QShortcut(keys, m_view, nullptr, nullptr, Qt::WidgetShortcut);
+    button->setToolTip(button->accessibleName() + u" ("_s + keys.toString(QKeySequence::NativeText) + u')');
+    connect(shortcut, &QShortcut::activated, button, [this, button] {
+        if (m_view->isRichText()) {
+            button->click();
+        }
+    });
+}
+
+void FormattingBar::apply(const QTextCharFormat& format)
+{
+    m_view->applyCharacterFormat(format);
+    m_view->setFocus();
+}
+
+void FormattingBar::applySize(const QString& text)
+{
+    bool isNumber = false;
+    const qreal points = locale().toDouble(text, &isNumber);
+    if (!isNumber || points < smallestPoints || points > largestPoints) {
+        follow();
+        return;
+    }
+    QTextCharFormat format;
+    format.setFontPointSize(points);
+    apply(format);
+}
+
+void FormattingBar::chooseColor()
+{
+    const QColor color = QColorDialog::getColor(m_view->textColor(), this, localized(u"Text color"_s));
+    if (color.isValid() && m_view) {
+        QTextCharFormat format;
+        format.setForeground(color);
+        apply(format);
+        drawIcons();
+    }
+}
+
+void FormattingBar::follow()
+{
+    const QTextCharFormat format = m_view->currentCharFormat();
+    const QFont font = format.font().resolve(m_view->document()->defaultFont());
+    const QSignalBlocker quiet(m_font);
+    m_font->setCurrentFont(font);
+    m_size->setEditText(locale().toString(font.pointSizeF()));
+    m_bold->setChecked(font.bold());
+    m_italic->setChecked(font.italic());
+    m_underline->setChecked(font.underline());
+    m_strike->setChecked(font.strikeOut());
+    const Qt::Alignment alignment = m_view->alignment() & Qt::AlignHorizontal_Mask;
+    for (const AlignmentButton& button : m_alignments) {
+        button.button->setChecked(button.alignment == alignment);
+    }
+    drawIcons();
+}
+
+void FormattingBar::drawIcons()
+{
+    for (const AlignmentButton& button : m_alignments) {
+        button.button->setIcon(alignmentIcon(*this, button.alignment));
+    }
+    const QBrush foreground = m_view ? m_view->currentCharFormat().foreground() : QBrush();
+    m_color->setIcon(
+        colorIcon(*this, foreground.style() == Qt::NoBrush ? palette().buttonText().color() : foreground.color()));
+}
+
+void FormattingBar::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_color != nullptr) {
+        drawIcons();
+    }
+}

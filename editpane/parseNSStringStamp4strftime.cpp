@@ -1,0 +1,110 @@
+#include "parseNSStringStamp4strftime.h"
+
+#include <QDateTime>
+#include <QLocale>
+
+#include <CalendarFormat.h>
+#include <Preferences.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype stampLength = 5;
+
+struct Stamp
+{
+    char16_t code;
+    /// A calendar format, or the user-defaults key that holds one.
+    QLatin1StringView text;
+    bool isUserFormat = false;
+};
+
+constexpr Stamp stamps[] = {{u'0', "NSShortDateFormatString"_L1, true}, {u'1', "NSDateFormatString"_L1, true},
+    {u'2', "%a, %b %e, %Y"_L1}, {u'3', "%H:%M"_L1}, {u'4', "NSTimeFormatString"_L1, true}, {u'5', "%Y%m%d"_L1},
+    {u'6', "%Y-%m-%d"_L1}, {u'7', "%B %e, %Y"_L1}, {u'8', "%b %e, %Y"_L1}, {u'9', "%y%m%d"_L1}, {u':', "%y-%m-%d"_L1}};
+
+/// The names and formats of the session's language, taken apart once: asking Qt for them costs more than a whole text.
+const CalendarFormat::Locale& sessionLocale()
+{
+    static QLocale known = QLocale::c();
+    static CalendarFormat::Locale names = CalendarFormat::Locale::fromLocale(known);
+
+    if (const QLocale current; current != known) {
+        known = current;
+        names = CalendarFormat::Locale::fromLocale(current);
+    }
+    return names;
+}
+
+QString userFormat(const QString& key)
+{
+    const QString format = UserDefaults::standardUserDefaults().objectForKey(key).string();
+    if (!format.isEmpty()) {
+        return format;
+    }
+    const CalendarFormat::Locale& locale = sessionLocale();
+    return key == u"NSTimeFormatString"   ? locale.timeFormat
+           : key == u"NSDateFormatString" ? locale.dateFormat
+                                          : locale.shortDateFormat;
+}
+
+/// Where a stamp begins at or before @p from; -1 where none does.
+qsizetype lastStamp(const QString& text, char16_t code, qsizetype from)
+{
+    for (qsizetype at = text.lastIndexOf(code, from); at >= 2; at = text.lastIndexOf(code, at - 1)) {
+        const QStringView around = QStringView(text).sliced(at - 2);
+        if (around.startsWith(u"[[") && around.sliced(3).startsWith(u"]]")) {
+            return at - 2;
+        }
+    }
+    return -1;
+}
+
+void replaceStamp(QString& text, const Stamp& stamp)
+{
+    qsizetype at = lastStamp(text, stamp.code, -1);
+    if (at < 0) {
+        return;
+    }
+    const QString format = stamp.isUserFormat ? userFormat(stamp.text) : QString(stamp.text);
+    for (; at >= 0; at = at > 0 ? lastStamp(text, stamp.code, at - 1) : -1) {
+        text.replace(at, stampLength, format);
+    }
+}
+
+/// Whether the formats that the locale names (`%x`, `%X`, `%c`) are wanted: only then are the user's own looked up.
+bool namesLocaleFormats(const QString& format)
+{
+    return format.contains(u"%x") || format.contains(u"%X") || format.contains(u"%c");
+}
+
+} // namespace
+
+void parseNSStringStamp4strftime(QString& text)
+{
+    parseNSStringStamp4strftime(text, QDateTime::currentDateTime());
+}
+
+void parseNSStringStamp4strftime(QString& text, const QDateTime& moment)
+{
+    if (text.contains(u"[[")) {
+        for (const Stamp& stamp : stamps) {
+            replaceStamp(text, stamp);
+        }
+    }
+    if (text.contains(u'%')) {
+        text = descriptionWithCalendarFormat(text, moment);
+    }
+}
+
+QString descriptionWithCalendarFormat(const QString& format, const QDateTime& moment)
+{
+    if (!namesLocaleFormats(format)) {
+        return CalendarFormat::formatted(format, moment, sessionLocale());
+    }
+    CalendarFormat::Locale locale = sessionLocale();
+    locale.shortDateFormat = userFormat(u"NSShortDateFormatString"_s);
+    locale.timeFormat = userFormat(u"NSTimeFormatString"_s);
+    return CalendarFormat::formatted(format, moment, locale);
+}
