@@ -12,15 +12,14 @@ constexpr quint32 formatVersion = 0xA2805140;
 template <typename Number>
 void append(QByteArray& bytes, Number number)
 {
-    char stored[sizeof(Number)];
-    qToBigEndian(number, stored);
-    bytes.append(stored, sizeof(stored));
+    const Number stored = qToBigEndian(number);
+    bytes.append(reinterpret_cast<const char*>(&stored), sizeof(stored));
 }
 
 /// A chunk: its code, the length of its contents, and the contents padded to an even length.
-void appendChunk(QByteArray& bytes, const char (&code)[5], QByteArrayView contents)
+void appendChunk(QByteArray& bytes, quint32 code, QByteArrayView contents)
 {
-    append(bytes, fourCharCode(code));
+    append(bytes, code);
     append(bytes, quint32(contents.size()));
     bytes.append(contents);
     if (contents.size() % 2 != 0) {
@@ -57,11 +56,11 @@ QByteArray AiffC::wrap(const SampledSound& sound)
     append(form, fourCharCode("AIFC"));
     QByteArray version;
     append(version, formatVersion);
-    appendChunk(form, "FVER", version);
-    appendChunk(form, "COMM", commonChunk(sound));
-    appendChunk(form, "SSND", soundChunk(sound));
+    appendChunk(form, fourCharCode("FVER"), version);
+    appendChunk(form, fourCharCode("COMM"), commonChunk(sound));
+    appendChunk(form, fourCharCode("SSND"), soundChunk(sound));
 
     QByteArray file;
-    appendChunk(file, "FORM", form);
+    appendChunk(file, fourCharCode("FORM"), form);
     return file;
 }

@@ -3,12 +3,18 @@
 #include <QByteArray>
 #include <QtEndian>
 
-/// The number of a four-character code such as a file, resource or coding type: fourCharCode("snd ") = 0x736E6420.
-constexpr quint32 fourCharCode(const char (&text)[5])
+#include <string_view>
+
+/// The number of a four-character code such as a file, resource or coding type: fourCharCode("snd ") = 0x736E6420. Any
+/// other length does not compile in a constant expression.
+constexpr quint32 fourCharCode(std::string_view text)
 {
+    if (text.size() != 4) {
+        throw "a four-character code has four characters";
+    }
     quint32 code = 0;
-    for (int i = 0; i < 4; ++i) {
-        code = (code << 8) | static_cast<unsigned char>(text[i]);
+    for (const char character : text) {
+        code = (code << 8) | static_cast<unsigned char>(character);
     }
     return code;
 }

@@ -108,6 +108,12 @@ quint64 headerSizeAt(const BoundedBytes& resource, quint64 header)
     return resource.big<quint8>(header + 20) == standardHeader ? standardHeaderSize : longHeaderSize;
 }
 
+quint32 channelsAt(const BoundedBytes& resource, quint64 header)
+{
+    const bool isStandard = resource.big<quint8>(header + 20) == standardHeader;
+    return isStandard ? 1 : resource.big<quint32>(header + 4);
+}
+
 double readRate(const BoundedBytes& resource, quint64 header, QStringList& warnings)
 {
     double rate = resource.big<quint32>(header + 8) / 65536.0;
@@ -139,6 +145,35 @@ void takePackets(SampledSound& sound, QByteArrayView present, quint64 announced,
     sound.data = present.first(qsizetype(sound.packets * bytesPerPacket));
 }
 
+/// What makes the bytes at @p header no sound header; empty when they are one.
+QString headerProblem(const BoundedBytes& resource, quint64 header)
+{
+    const auto encode = resource.big<quint8>(header + 20);
+    if (encode != standardHeader && encode != extendedHeader && encode != compressedHeader) {
+        return u"byte %1: unknown kind of sound header (%2)"_s.arg(header + 20).arg(encode);
+    }
+    if (!resource.contains(header, headerSizeAt(resource, header))) {
+        return u"byte %1: the sound header does not fit into %2 bytes"_s.arg(header).arg(resource.size());
+    }
+    if (const quint32 channels = channelsAt(resource, header); channels < 1 || channels > mostChannels) {
+        return u"byte %1: %2 channels"_s.arg(header + 4).arg(channels);
+    }
+    if (!codingAt(resource, header)) {
+        return u"byte %1: unknown compression or sample size"_s.arg(header + 40);
+    }
+    return {};
+}
+
+void readLoop(SampledSound& sound, const BoundedBytes& resource, quint64 header)
+{
+    const quint64 begin = resource.big<quint32>(header + 12);
+    const quint64 end = std::min<quint64>(resource.big<quint32>(header + 16), sound.packets);
+    if (end >= begin + shortestLoop) {
+        sound.loopBegin = begin;
+        sound.loopEnd = end;
+    }
+}
+
 template <typename Stored, typename Convert>
 std::vector<qint16> converted(QByteArrayView data, Convert convert)
 {
@@ -153,54 +188,30 @@ std::vector<qint16> converted(QByteArrayView data, Convert convert)
 
 bool SampledSound::isPlausible(const BoundedBytes& resource, quint64 offset)
 {
-    const auto encode = resource.big<quint8>(offset + 20);
-    return (encode == standardHeader || encode == extendedHeader || encode == compressedHeader) &&
-           resource.contains(offset, headerSizeAt(resource, offset)) && codingAt(resource, offset).has_value();
+    return headerProblem(resource, offset).isEmpty();
 }
 
 SampledSound::ParseResult SampledSound::parse(const BoundedBytes& resource, quint64 offset)
 {
     ParseResult result;
-    const auto encode = resource.big<quint8>(offset + 20);
-    if (encode != standardHeader && encode != extendedHeader && encode != compressedHeader) {
-        result.error = u"byte %1: unknown kind of sound header (%2)"_s.arg(offset + 20).arg(encode);
+    result.error = headerProblem(resource, offset);
+    if (!result.error.isEmpty()) {
         return result;
     }
-    const quint64 headerSize = headerSizeAt(resource, offset);
-    if (!resource.contains(offset, headerSize)) {
-        result.error = u"byte %1: the sound header does not fit into %2 bytes"_s.arg(offset).arg(resource.size());
-        return result;
-    }
-    const std::optional<Coding> coding = codingAt(resource, offset);
-    if (!coding) {
-        result.error = u"byte %1: unknown compression or sample size"_s.arg(offset + 40);
-        return result;
-    }
-    const bool isStandard = encode == standardHeader;
-    const quint32 channels = isStandard ? 1 : resource.big<quint32>(offset + 4);
-    if (channels < 1 || channels > mostChannels) {
-        result.error = u"byte %1: %2 channels"_s.arg(offset + 4).arg(channels);
-        return result;
-    }
-
-    SampledSound sound;
-    sound.coding = *coding;
-    sound.channels = int(channels);
+    SampledSound& sound = result.sound.emplace();
+    sound.coding = codingAt(resource, offset).value_or(Coding());
+    sound.channels = int(channelsAt(resource, offset));
     sound.sampleRate = readRate(resource, offset, result.warnings);
     const auto note = resource.big<quint8>(offset + 21);
     sound.baseNote = note == 0 || note > 127 ? middleC : note;
     if (resource.big<quint32>(offset) != 0) {
         result.warnings.append(u"byte %1: a pointer to samples elsewhere is ignored"_s.arg(offset));
     }
-    const QByteArrayView present = resource.slice(offset + headerSize, resource.size());
-    takePackets(sound, present, resource.big<quint32>(offset + (isStandard ? 4 : 22)), result.warnings);
-    const quint64 loopBegin = resource.big<quint32>(offset + 12);
-    const quint64 loopEnd = std::min<quint64>(resource.big<quint32>(offset + 16), sound.packets);
-    if (loopEnd >= loopBegin + shortestLoop) {
-        sound.loopBegin = loopBegin;
-        sound.loopEnd = loopEnd;
-    }
-    result.sound = sound;
+    const quint64 headerSize = headerSizeAt(resource, offset);
+    const quint64 lengthAt = offset + (headerSize == standardHeaderSize ? 4 : 22);
+    takePackets(
+        sound, resource.slice(offset + headerSize, resource.size()), resource.big<quint32>(lengthAt), result.warnings);
+    readLoop(sound, resource, offset);
     return result;
 }
 

@@ -129,12 +129,12 @@ std::optional<ClassicFiles::FileSpecification> ClassicFiles::specificationForPat
     }
     // Without the dots and the slash at the end, so that the last name is the file's own.
     const QFileInfo file(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
-    if (const auto own = file.isSymLink() ? std::nullopt : ClassicFolders::identify(file.filePath());
-        own && own->identifier == rootFolder) {
+    const std::optional<Folder> own = file.isSymLink() ? std::nullopt : ClassicFolders::identify(file.filePath());
+    if (own && own->identifier == rootFolder) {
         return FileSpecification{{own->volume, parentOfRoot}, file.isRoot() ? "/" : classicName(file)};
     }
-    const std::optional<Folder> folder = ClassicFolders::identify(file.path());
-    return folder ? std::optional(FileSpecification{*folder, classicName(file)}) : std::nullopt;
+    const std::optional<Folder> parent = ClassicFolders::identify(file.path());
+    return parent ? std::optional(FileSpecification{*parent, classicName(file)}) : std::nullopt;
 }
 
 std::optional<QString> ClassicFiles::pathOf(const FileSpecification& specification)

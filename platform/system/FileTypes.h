@@ -6,6 +6,7 @@
 #include <FourCharCode.h>
 
 #include <optional>
+#include <string_view>
 
 /// Four-character file types of the classic file system, and aliases.
 namespace FileTypes {
@@ -13,7 +14,7 @@ namespace FileTypes {
 using TypeCode = quint32;
 
 /// The type code of four Mac OS Roman characters, for instance `typeCode("SFIL")` = 0x5346494C.
-constexpr TypeCode typeCode(const char (&text)[5])
+constexpr TypeCode typeCode(std::string_view text)
 {
     return fourCharCode(text);
 }

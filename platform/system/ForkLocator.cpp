@@ -156,8 +156,9 @@ private:
             qCWarning(lcForks).noquote() << m_result.damage;
             return false;
         }
-        for (const QString& warning : std::as_const(parsed.warnings).mid(0, 1)) {
-            qCWarning(lcForks).noquote() << u"%1: resource fork at %2: %3"_s.arg(container, place, warning);
+        if (!parsed.warnings.isEmpty()) {
+            qCWarning(lcForks).noquote() << u"%1: resource fork at %2: %3"_s.arg(
+                container, place, parsed.warnings.first());
         }
         const bool isEmpty = parsed.fork->resources().empty();
         auto& slot = isEmpty ? m_empty : m_result.found;

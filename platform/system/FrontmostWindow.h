@@ -8,7 +8,7 @@ class QWidget;
 namespace FrontmostWindow {
 
 /// The dynamic property under which a window carries its reference constant, a four-character code (quint32).
-inline constexpr char referenceConstantProperty[] = "referenceConstant";
+constexpr const char* referenceConstantProperty = "referenceConstant";
 
 /// The active visible document window, or the first visible one while another program is active; for a sheet (a dialog
 /// that belongs to one window) the window that it is attached to. Null where there is none, also in a program
