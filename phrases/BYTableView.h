@@ -217,7 +217,8 @@ private:
     void separateCommandsInPopUp();
 
     PropertyList::DictionaryPointer entryAt(int row) const;
-    QVariant soundValue(TableColumn* column, const PropertyList::Dictionary& entry);
+    QVariant textOrFileName(Cell& cell, const QString& stored, bool isSound);
+    bool isMissing(const QString& soundPath);
     void playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry);
     void setOrClearApplication(const PropertyList::DictionaryPointer& entry);
     void chooseApplication(const PropertyList::DictionaryPointer& entry);

@@ -49,6 +49,7 @@ QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, TableC
     }
     const DictionaryPointer entry = entryAt(row);
     Cell* cell = column->dataCellForRow(row);
+    cell->setDimmed(false);
     const QString& identifier = column->identifier();
     const auto showImage = [cell](const QIcon& image) {
         cell->setImage(image);
@@ -77,19 +78,20 @@ QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, TableC
     if (identifier == PhraseKey::phrase) {
         return entry->value(PhraseKey::phrase).textValue();
     }
-    return soundValue(column, *entry);
+    return textOrFileName(*cell, entry->value(identifier).textValue(), identifier == PhraseKey::soundFilepath);
 }
 
 // A path shows as its file name, the placeholder of a picture in a text as words.
-QVariant BYTableView::soundValue(TableColumn* column, const Dictionary& entry)
+QVariant BYTableView::textOrFileName(Cell& cell, const QString& stored, bool isSound)
 {
-    const QString stored = entry.value(column->identifier()).textValue();
+    cell.setDimmed(isSound && isMissing(stored));
     QString text = stored;
-    text.replace(attachChar, localized(u"(Picture)"_s));
-    const bool isMissing =
-        column->identifier() == PhraseKey::soundFilepath && !stored.isEmpty() && !m_fileExistence.exists(stored);
-    column->dataCellForRow(0)->setDimmed(isMissing);
-    return lastPathComponent(text);
+    return lastPathComponent(text.replace(attachChar, localized(u"(Picture)"_s)));
+}
+
+bool BYTableView::isMissing(const QString& soundPath)
+{
+    return !soundPath.isEmpty() && !m_fileExistence.exists(soundPath);
 }
 
 QString BYTableView::tableView_toolTipForTableColumn_row(TableView*, TableColumn* column, int row)
@@ -101,9 +103,7 @@ QString BYTableView::tableView_toolTipForTableColumn_row(TableView*, TableColumn
     const QString& identifier = column->identifier();
     if (identifier == PhraseKey::soundFilepath) {
         const QString path = entry->value(PhraseKey::soundFilepath).textValue();
-        return !path.isEmpty() && !m_fileExistence.exists(path)
-                   ? localized(u"%@\nThis sound cannot be found."_s).replace(u"%@"_s, path)
-                   : path;
+        return isMissing(path) ? localized(u"%@\nThis sound cannot be found."_s).replace(u"%@"_s, path) : path;
     }
     if (identifier == PhraseKey::app) {
         const QString application = entry->value(PhraseKey::app).textValue();

@@ -77,6 +77,9 @@ QStringList importableTypes()
 void BYTableView::openDoc(QObject*)
 {
     const QComboBox* popUp = defaultClippingsFileNSPopUpButton;
+    if (!popUp) {
+        return;
+    }
     const int fromTheEnd = popUp->count() - popUp->currentIndex();
     if (fromTheEnd == 1) {
         createDocument();

@@ -34,7 +34,7 @@ bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const Dragg
     if (!url || !entry) {
         return false;
     }
-    entry->insert(PhraseKey::soundFilepath, url->path());
+    entry->insert(PhraseKey::soundFilepath, url->path(QUrl::FullyDecoded));
     SoundDocument::saveAndRefreshMenu();
     return true;
 }

@@ -10,6 +10,8 @@
 
 #include <chrono>
 
+using namespace Qt::StringLiterals;
+
 using PropertyList::DictionaryPointer;
 
 namespace {
@@ -96,7 +98,7 @@ void BYTableView::pasteSound()
     if (!entry || !path) {
         return;
     }
-    entry->insert(PhraseKey::soundFilepath, *path);
+    entry->insert(PhraseKey::soundFilepath, path->isEmpty() ? u""_s : *path);
     SoundDocument::saveAndRefreshMenu();
     reloadData();
 }

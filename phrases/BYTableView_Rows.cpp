@@ -50,7 +50,7 @@ void BYTableView::removeRow(QObject*)
         return;
     }
     // Text that was not saved goes with its phrase: there is nothing left to ask about.
-    clearEditPane();
+    setEditPaneDirty(false);
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray(); phrases && row < phrases->size()) {
         phrases->removeAt(row);
     }

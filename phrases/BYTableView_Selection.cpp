@@ -70,7 +70,8 @@ void BYTableView::askAboutUnsavedText()
 
 void BYTableView::saveEditedText(const DictionaryPointer& entry)
 {
-    entry->insert(PhraseKey::soundFilepath, editEntryPane->string());
+    const QString text = editEntryPane->string();
+    entry->insert(PhraseKey::soundFilepath, text.isEmpty() ? u""_s : text);
     if (editEntryPane->isRichText()) {
         entry->insert(PhraseKey::rtfd, editEntryPane->RTFDFromAll());
     } else {
@@ -95,10 +96,11 @@ void BYTableView::loadEditPane(int row)
 {
     enable(removeAbb, row != -1);
     showEditPane(row != -1);
-    if (row == -1) {
-        clearEditPane();
-    } else if (const DictionaryPointer entry = entryAt(row); entry && editEntryPane) {
+    const DictionaryPointer entry = entryAt(row);
+    if (entry && editEntryPane) {
         loadText(*entry);
+    } else {
+        clearEditPane();
     }
     setEditPaneDirty(false);
 }

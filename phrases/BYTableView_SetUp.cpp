@@ -22,7 +22,8 @@ BYTableView::BYTableView(QWidget* parent)
 
 BYTableView::~BYTableView()
 {
-    // The base class lives longer than what it would ask.
+    // The base class lives longer than what it would ask and tell.
+    NotificationCenter::defaultCenter().removeObserver(this);
     setDataSource(nullptr);
 }
 

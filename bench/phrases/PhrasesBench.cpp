@@ -1,0 +1,172 @@
+#include "Bench.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QKeyEvent>
+#include <QTemporaryDir>
+
+#include <AtomicFile.h>
+#include <BYGlobals.h>
+#include <BYTableView.h>
+#include <Importers.h>
+#include <PhraseList.h>
+#include <PropertyList.h>
+#include <SharedNames.h>
+
+#include <cstdlib>
+#include <random>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::Array;
+using PropertyList::ArrayPointer;
+using PropertyList::Dictionary;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+constexpr int phraseCount = 100'000;
+constexpr int rounds = 7;
+constexpr double frameMilliseconds = 16;
+
+/// Phrases as people have them, in no order, some of which begin as the typed text does.
+QString phraseText(std::mt19937& random)
+{
+    static const QString letters = u"abcdefghijklmnopqrstuvwxyz"_s;
+    QString text;
+    const auto length = 4 + random() % 12;
+    for (unsigned position = 0; position < length; ++position) {
+        text += letters.at(qsizetype(random() % 26));
+    }
+    return text;
+}
+
+DictionaryPointer rootWithList(const QString& key, const std::function<void(Dictionary&, int)>& fill)
+{
+    const ArrayPointer list = Array::create();
+    for (int number = 0; number < phraseCount; ++number) {
+        const DictionaryPointer item = Dictionary::create();
+        fill(*item, number);
+        list->append(item);
+    }
+    const DictionaryPointer root = Dictionary::create();
+    root->insert(key, list);
+    return root;
+}
+
+void fillPhrase(Dictionary& entry, int number)
+{
+    static std::mt19937 random;
+    entry.insert(PhraseKey::phrase, phraseText(random));
+    entry.insert(PhraseKey::soundFilepath, u"/usr/share/sounds/freedesktop/stereo/sound-%1.oga"_s.arg(number));
+    entry.insert(
+        PhraseKey::plainText, u"The text that stands for phrase number %1, as long as such texts are."_s.arg(number));
+}
+
+void save(const DictionaryPointer& root, const QString& path)
+{
+    if (AtomicFile::write(path, PropertyList::write(root))) {
+        std::abort();
+    }
+}
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void benchTypeAhead(BYTableView& table)
+{
+    const ArrayPointer phrases = BYGlobals::clippingsArray();
+    std::vector<QString> texts;
+    for (const PropertyList::Value& value : std::as_const(*phrases)) {
+        texts.push_back(value.dictionary()->value(PhraseKey::phrase).string());
+    }
+    const QString typed = u"zzzzzz"_s;
+    int found = 0;
+    const auto [ours, peer] = Bench::millisecondsInTurn(
+        rounds, [&] { found += PhraseList::rowOfPhraseStartingWith(phrases, typed); },
+        [&] {
+            const auto match = std::find_if(texts.cbegin(), texts.cend(),
+                [&typed](QStringView text) { return text.startsWith(typed, Qt::CaseInsensitive); });
+            found += match == texts.cend() ? -1 : 1;
+        });
+    Bench::report("phrases/type-ahead-scan", ours, peer, 1.5);
+
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Exclam, Qt::NoModifier, u"!"_s);
+    const double wholeKey = Bench::milliseconds(rounds, [&] { table.keyDown(&key); });
+    Bench::reportAbsolute("phrases/type-ahead-key-ms", wholeKey, peer, frameMilliseconds);
+}
+
+void benchRows(BYTableView& table)
+{
+    table.selectRow_byExtendingSelection(phraseCount / 2, false);
+    const double removal = Bench::milliseconds(rounds, [&] {
+        gConfirmRemove = false;
+        table.removeRow(nullptr);
+        table.viewport()->repaint();
+    });
+    Bench::reportAbsolute("phrases/remove-row-ms", removal, 0, frameMilliseconds);
+
+    const double addition = Bench::milliseconds(rounds, [&] {
+        const DictionaryPointer entry = Dictionary::create();
+        entry->insert(PhraseKey::phrase, u"a phrase at the end"_s);
+        BYGlobals::clippingsArray()->append(entry);
+        // Without a sorted column this is what an addition does, sort and write apart.
+        table.tableView_sortDescriptorsDidChange(&table, {});
+        table.scrollToAbb(u"a phrase at the end"_s);
+        table.viewport()->repaint();
+    });
+    Bench::reportAbsolute("phrases/add-row-ms", addition, 0, frameMilliseconds);
+}
+
+void benchImport(const QTemporaryDir& folder)
+{
+    const QString source = folder.filePath(u"words.xml"_s);
+    const QString document = folder.filePath(u"words.blipsy"_s);
+    save(rootWithList(u"entries"_s,
+             [](Dictionary& item, int number) {
+                 item.insert(u"abbr"_s, u"phrase %1"_s.arg(number));
+                 item.insert(u"exp"_s, u"The text that stands for phrase number %1."_s.arg(number));
+             }),
+        source);
+    const auto import = [&] {
+        const auto conversion = Importers::convert(PropertyList::read(contents(source)).root,
+            Importers::Source::SpellCatcher, {}, [](qsizetype, qsizetype) { return true; });
+        save(conversion.document, document);
+    };
+    import();
+    const auto [ours, peer] = Bench::millisecondsInTurn(
+        3, import, [&] { save(PropertyList::read(contents(document)).root.dictionary(), document); });
+    Bench::report("phrases/import-100000-plain", ours, peer, 1.5);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", folder.path().toLocal8Bit());
+    const QApplication application(argc, argv);
+    const QString path = folder.filePath(u"large.blipsy"_s);
+    save(rootWithList(DocumentKey::clippings, fillPhrase), path);
+    BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
+
+    BYTableView table;
+    table.setColumns({u"App:icon"_s, u"Phrase:editable,width=220"_s, u"SoundFilepath:stretch"_s, u"Play:icon"_s,
+        u"Reveal:icon"_s, u"Trash:icon"_s});
+    table.awakeFromNib();
+    table.resize(700, 500);
+    table.show();
+    table.viewport()->repaint();
+
+    benchTypeAhead(table);
+    benchRows(table);
+    benchImport(folder);
+    return 0;
+}

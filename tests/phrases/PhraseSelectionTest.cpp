@@ -1,0 +1,172 @@
+#include "PhrasesTabFixture.h"
+
+#include <QTest>
+
+#include <BYGlobals.h>
+#include <ModalDriver.h>
+#include <SharedNames.h>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::DictionaryPointer;
+using PropertyList::Value;
+
+/// Text that was not saved, while the selection moves in every way it can.
+class PhraseSelectionTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init()
+    {
+        m_tab = std::make_unique<PhrasesTabFixture>(QList<Value>{
+            phraseEntry(u"a"_s, u"/a.wav"_s), phraseEntry(u"b"_s, u"/b.wav"_s), phraseEntry(u"c"_s, u"/c.wav"_s)});
+    }
+
+    void cleanup() { m_tab.reset(); }
+
+    void unsavedTextIsSavedOrDroppedHoweverTheSelectionMoves_data()
+    {
+        QTest::addColumn<std::function<void(PhrasesTabFixture&)>>("move");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<QString>("selected");
+        using Move = std::function<void(PhrasesTabFixture&)>;
+        const auto rows = [](const char* name, const Move& move, const QString& selected) {
+            QTest::addRow("%s, save", name) << move << u"Save"_s << selected;
+            QTest::addRow("%s, discard", name) << move << u"Discard"_s << selected;
+        };
+        rows(
+            "mouse",
+            [](PhrasesTabFixture& tab) {
+                QTest::mouseClick(tab.table->viewport(), Qt::LeftButton, {}, tab.pointOf(2, 1));
+            },
+            u"c"_s);
+        rows(
+            "keyboard", [](PhrasesTabFixture& tab) { QTest::keyClick(tab.table, Qt::Key_Up); }, u"a"_s);
+        rows(
+            "type-ahead", [](PhrasesTabFixture& tab) { QTest::keyClick(tab.table, Qt::Key_C); }, u"c"_s);
+        rows(
+            "code", [](PhrasesTabFixture& tab) { tab.table->selectRow_byExtendingSelection(-1, false); }, QString());
+        rows(
+            "phrase added by the helper", [](PhrasesTabFixture& tab) { addBehindTheTable(tab, u"aa"_s); }, u"aa"_s);
+    }
+
+    void unsavedTextIsSavedOrDroppedHoweverTheSelectionMoves()
+    {
+        QFETCH(std::function<void(PhrasesTabFixture&)>, move);
+        QFETCH(QString, answer);
+        QFETCH(QString, selected);
+        typeIntoPaneOf(1);
+        QString question;
+        ModalDriver driver([&](QWidget* modal) {
+            question = modal->property("text").toString();
+            ModalDriver::click(answer)(modal);
+        });
+        move(*m_tab);
+        m_tab->settle();
+        QVERIFY(driver.wasAnswered());
+        QVERIFY2(question.contains(u"'b'"), qPrintable(question));
+        QCOMPARE(soundOf(u"b"_s), answer == u"Save" ? u"X/b.wav"_s : u"/b.wav"_s);
+        QCOMPARE(soundOf(u"a"_s), u"/a.wav"_s);
+        QCOMPARE(soundOf(u"c"_s), u"/c.wav"_s);
+        verifyPaneShows(selected);
+    }
+
+    void removedPhraseTakesItsUnsavedTextWithIt()
+    {
+        typeIntoPaneOf(2);
+        gConfirmRemove = false;
+        m_tab->table->removeRow(nullptr);
+        verifyPaneShows(u"b"_s);
+    }
+
+    void sortingKeepsPhraseAndUnsavedText()
+    {
+        typeIntoPaneOf(0);
+        m_tab->entry(0)->insert(PhraseKey::phrase, u"z"_s);
+        BYGlobals::sendNotification(NotificationName::newRowAdded);
+        m_tab->settle();
+        QCOMPARE(m_tab->table->selectedRow(), 2);
+        QCOMPARE(BYGlobals::selectedClippingRowForEditing(), 2);
+        QCOMPARE(m_tab->editPane->string(), u"X/a.wav"_s);
+        QVERIFY(BYGlobals::editEntryPaneTextIsDirty());
+    }
+
+    void rowsStayWhileTheQuestionIsOpen()
+    {
+        typeIntoPaneOf(1);
+        int rowsMeanwhile = 0;
+        ModalDriver driver([&](QWidget* modal) {
+            addBehindTheTable(*m_tab, u"aa"_s);
+            m_tab->settle();
+            rowsMeanwhile = m_tab->table->numberOfRows();
+            ModalDriver::click(u"Save"_s)(modal);
+        });
+        m_tab->table->selectRow_byExtendingSelection(2, false);
+        QCOMPARE(rowsMeanwhile, 3);
+        verifyPaneShows(u"c"_s);
+        QTRY_COMPARE(m_tab->table->numberOfRows(), 4);
+        verifyPaneShows(u"aa"_s);
+    }
+
+    void savedPlainTextLosesItsFormatting()
+    {
+        m_tab->entry(1)->insert(PhraseKey::rtfd, m_tab->editPane->RTFDFromAll());
+        m_tab->table->selectRow_byExtendingSelection(1, false);
+        QCOMPARE(m_tab->table->plainOrRichRadioButton->selectedColumn(), 1);
+        QVERIFY(m_tab->editPane->isRichText());
+        m_tab->editPane->setRichText(false);
+        BYGlobals::setEditEntryPaneTextIsDirty(true);
+        ModalDriver driver(ModalDriver::click(u"Save"_s));
+        m_tab->table->selectRow_byExtendingSelection(0, false);
+        QVERIFY(driver.wasAnswered());
+        QVERIFY(!PhraseList::entryAt(m_tab->storedPhrases(), 1)->contains(PhraseKey::rtfd));
+    }
+
+private:
+    /// The helper's way: the document on disk changes, then a notification tells.
+    static void addBehindTheTable(PhrasesTabFixture& tab, const QString& phrase)
+    {
+        const PropertyList::ArrayPointer phrases = tab.storedPhrases();
+        phrases->append(phraseEntry(phrase, u"/%1.wav"_s.arg(phrase)));
+        const DictionaryPointer root = PropertyList::Dictionary::create();
+        root->insert(DocumentKey::clippings, phrases);
+        tab.write(u"test.blipsy"_s, root);
+        const DictionaryPointer userInfo = PropertyList::Dictionary::create();
+        userInfo->insert(PhraseKey::phrase, phrase);
+        BYGlobals::sendNotification(NotificationName::newRowAddedViaMenu, userInfo);
+    }
+
+    void typeIntoPaneOf(int row)
+    {
+        m_tab->table->selectRow_byExtendingSelection(row, false);
+        QTest::keyClick(m_tab->editPane, u'X');
+        QVERIFY(BYGlobals::editEntryPaneTextIsDirty());
+        QVERIFY(m_tab->table->saveEditedAbbButton->isEnabled());
+        m_tab->table->setFocus();
+    }
+
+    QString soundOf(const QString& phrase) const
+    {
+        const DictionaryPointer entry = m_tab->entryCalled(phrase);
+        return entry ? entry->value(PhraseKey::soundFilepath).string() : QString();
+    }
+
+    /// Table, selection and edit pane agree: on this phrase, or on none for a null text.
+    void verifyPaneShows(const QString& phrase)
+    {
+        const int row = phrase.isNull() ? -1 : PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase);
+        QCOMPARE(m_tab->table->selectedRow(), row);
+        QCOMPARE(BYGlobals::selectedClippingRowForEditing(), row);
+        QCOMPARE(m_tab->editPane->isVisible(), row >= 0);
+        QCOMPARE(m_tab->editPane->string(), row >= 0 ? soundOf(phrase) : QString());
+        QVERIFY(!BYGlobals::editEntryPaneTextIsDirty());
+        QVERIFY(!m_tab->table->saveEditedAbbButton->isEnabled());
+    }
+
+    std::unique_ptr<PhrasesTabFixture> m_tab;
+};
+
+QTEST_MAIN(PhraseSelectionTest)
+#include "PhraseSelectionTest.moc"

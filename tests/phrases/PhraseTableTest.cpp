@@ -1,0 +1,303 @@
+#include "PhrasesTabFixture.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <ModalDriver.h>
+#include <Pasteboard.h>
+#include <SharedNames.h>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::DictionaryPointer;
+using PropertyList::Value;
+
+class PhraseTableTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void initTestCase()
+    {
+        QFile(m_bundle.filePath(u"boing.wav"_s)).open(QIODevice::WriteOnly);
+        Bundle::registerBundle(paneBundleIdentifier, m_bundle.path());
+    }
+
+    void init()
+    {
+        m_sound = m_bundle.filePath(u"boing.wav"_s);
+        m_tab = std::make_unique<PhrasesTabFixture>(QList<Value>{phraseEntry(u"cherry"_s, m_sound),
+            phraseEntry(u"Banana"_s, u""_s, u"/Applications/Notes.app"_s), phraseEntry(u"apple"_s, u"/gone/zip.aiff"_s),
+            u"no entry"_s});
+    }
+
+    void cleanup() { m_tab.reset(); }
+
+    void setUpShowsDocumentAndSettings()
+    {
+        QCOMPARE(m_tab->table->numberOfRows(), 4);
+        QCOMPARE(m_tab->table->numClippings->text(), u"4 clippings"_s);
+        QCOMPARE(m_tab->table->menuPrefsMatrix->selectedRow(), 3);
+        QCOMPARE(m_tab->table->iTunesAnnouncerPrefMatrix->selectedColumn(), 1);
+        QCOMPARE(m_tab->table->sortPrefsMatrix->selectedColumn(), 0);
+        QCOMPARE(m_tab->table->myVolumeSlider->floatValue(), 0.5F);
+        QVERIFY(!m_tab->editPane->isVisible());
+        QVERIFY(!m_tab->table->removeAbb->isEnabled());
+    }
+
+    void firstStartUsesTheDefaultDocumentOnce()
+    {
+        const QString path = m_bundle.path() + u"/Contents/Resources/default.blipsy"_s;
+        for (int start = 0; start < 2; ++start) {
+            BYGlobals::storeSetting({}, SettingKey::defaultFilePath);
+            BYGlobals::storeSetting({}, SettingKey::recentFilesArray);
+            BYTableView table;
+            table.awakeFromNib();
+            QCOMPARE(BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(), path);
+            QCOMPARE(BYGlobals::retrieveArrayFromUserDefaults(SettingKey::recentFilesArray).array()->size(), 1);
+        }
+    }
+
+    void cellsShowTheEntry_data()
+    {
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<Value>("stored");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("dimmed");
+        const auto row = [](const char* name, const QString& column, const Value& stored, const QString& shown,
+                             bool dimmed) { QTest::newRow(name) << column << stored << shown << dimmed; };
+        row("phrase", u"Phrase"_s, u"a/b"_s, u"a/b"_s, false);
+        row("a sound's file name", u"SoundFilepath"_s, m_bundle.filePath(u"boing.wav"_s), u"boing.wav"_s, false);
+        row("missing sound", u"SoundFilepath"_s, u"/gone/zip.aiff"_s, u"zip.aiff"_s, true);
+        row("folder", u"SoundFilepath"_s, QString(m_bundle.path() + u'/'), m_bundle.path().section(u'/', -1), false);
+        row("text without a slash", u"SoundFilepath"_s, u"some text"_s, u"some text"_s, true);
+        row("picture", u"SoundFilepath"_s, u"/x/\uFFFC and \uFFFC"_s, u"(Picture) and (Picture)"_s, true);
+        row("no sound", u"SoundFilepath"_s, u""_s, u""_s, false);
+        row("no text", u"Phrase"_s, QByteArray("data"), u""_s, false);
+    }
+
+    void cellsShowTheEntry()
+    {
+        QFETCH(QString, column);
+        QFETCH(Value, stored);
+        QFETCH(bool, dimmed);
+        m_tab->entryCalled(u"cherry"_s)->insert(column, stored);
+        const int row = 3;
+        QTEST(m_tab->cell(column, row).toString(), "shown");
+        QCOMPARE(m_tab->table->tableColumnWithIdentifier(column)->dataCellForRow(row)->isDimmed(), dimmed);
+        if (column == PhraseKey::soundFilepath) {
+            const QString toolTip = m_tab->table->tableView_toolTipForTableColumn_row(
+                m_tab->table, m_tab->table->tableColumnWithIdentifier(column), row);
+            QVERIFY(toolTip.startsWith(stored.string()));
+            QCOMPARE(toolTip.contains(u"cannot be found"), dimmed);
+        }
+    }
+
+    void brokenEntryIsShownEmptyAndLeftAlone()
+    {
+        const int row = brokenRow();
+        for (const auto& column : m_tab->table->tableColumns()) {
+            QVERIFY(!m_tab->cell(column->identifier(), row).isValid());
+            m_tab->table->tableView_setObjectValue_forTableColumn_row(m_tab->table, u"x"_s, column.get(), row);
+        }
+        m_tab->table->selectRow_byExtendingSelection(row, false);
+        for (const Qt::Key key : {Qt::Key_A, Qt::Key_C, Qt::Key_V}) {
+            QTest::keyClick(m_tab->table, key, Qt::ControlModifier);
+        }
+        QCOMPARE(BYGlobals::clippingsArray()->at(row).string(), u"no entry"_s);
+    }
+
+    void typedPhraseIsStoredAndTheHelperTold()
+    {
+        const int row = PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), u"Banana");
+        m_tab->table->editColumn_row_withEvent_select(1, row, nullptr, true);
+        QTest::keyClicks(QApplication::focusWidget(), u"zebra"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(phrasesIn(m_tab->storedPhrases()).at(row), u"zebra"_s);
+        QCOMPARE(BYGlobals::lastEditedAbb(), u"zebra"_s);
+        m_tab->settle();
+        QStringList heard = m_tab->recorder.names();
+        QCOMPARE(heard.removeAll(NotificationName::refreshMenu), 3);
+        heard.removeAll(NotificationName::accessibilityIsOff);
+        QCOMPARE(heard, (QStringList{u"TurnExpansionOff"_s, u"TurnExpansionOn"_s, u"Preferences Changed"_s}));
+    }
+
+    void applicationIsClearedOnlyWhenTheUserAgrees_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("kept");
+        QTest::newRow("clear") << u"Clear"_s << false;
+        QTest::newRow("cancel") << u"Cancel"_s << true;
+    }
+
+    void applicationIsClearedOnlyWhenTheUserAgrees()
+    {
+        QFETCH(QString, button);
+        QFETCH(bool, kept);
+        ModalDriver answer(ModalDriver::click(button));
+        QTest::mouseClick(m_tab->table->viewport(), Qt::LeftButton, {}, m_tab->pointOf(rowOf(u"Banana"_s), 0));
+        QVERIFY(answer.wasAnswered());
+        QCOMPARE(m_tab->entryCalled(u"Banana"_s)->contains(PhraseKey::app), kept);
+        m_tab->settle();
+        QVERIFY(m_tab->recorder.names().contains(u"RefreshAppsArray"_s));
+        QVERIFY(m_tab->recorder.names().contains(u"Preferences Changed"_s));
+    }
+
+    void newRowsComeBackThroughTheBus()
+    {
+        m_tab->entryCalled(u"apple"_s)->insert(PhraseKey::phrase, u"newabb"_s);
+        m_tab->table->addRow(nullptr);
+        m_tab->table->addRow(nullptr);
+        QCOMPARE(m_tab->table->numberOfRows(), 4);
+        m_tab->settle();
+        QCOMPARE(m_tab->table->numberOfRows(), 6);
+        QCOMPARE(phrasesIn(m_tab->storedPhrases()).count(u"my new phrase"_s), 2);
+        QCOMPARE(m_tab->entryCalled(u"my new phrase"_s)->value(PhraseKey::soundFilepath).string(),
+            m_bundle.path() + u"/Contents/Resources/defaultPhraseSound.aif"_s);
+        // Without a translation the row looked for is the one with the key's own text.
+        QCOMPARE(m_tab->table->selectedRow(), rowOf(u"newabb"_s));
+        QVERIFY(m_tab->table->isEditing());
+    }
+
+    void removalAsksUnlessCommandDelete()
+    {
+        m_tab->table->selectRow_byExtendingSelection(rowOf(u"Banana"_s), false);
+        ModalDriver cancel(ModalDriver::click(u"Cancel"_s));
+        QTest::keyClick(m_tab->table, Qt::Key_Delete);
+        QVERIFY(cancel.wasAnswered());
+        QVERIFY(m_tab->entryCalled(u"Banana"_s));
+
+        const int row = rowOf(u"Banana"_s);
+        QTest::keyClick(m_tab->table, Qt::Key_Backspace, Qt::ControlModifier);
+        QVERIFY(!m_tab->entryCalled(u"Banana"_s));
+        QCOMPARE(m_tab->table->selectedRow(), row - 1);
+        QTRY_VERIFY(!phrasesIn(m_tab->storedPhrases()).contains(u"Banana"_s));
+
+        ModalDriver remove(ModalDriver::click(u"Remove"_s));
+        QTest::keyClick(m_tab->table, Qt::Key_Delete);
+        QVERIFY(remove.wasAnswered());
+    }
+
+    void removingTheFirstRowLeavesNoneSelected()
+    {
+        m_tab->table->selectRow_byExtendingSelection(0, false);
+        QVERIFY(m_tab->editPane->isVisible());
+        gConfirmRemove = false;
+        m_tab->table->removeRow(nullptr);
+        QCOMPARE(m_tab->table->selectedRow(), -1);
+        QVERIFY(!m_tab->editPane->isVisible());
+        QVERIFY(gConfirmRemove);
+    }
+
+    void rowsStayWhileACellIsEdited()
+    {
+        m_tab->table->selectRow_byExtendingSelection(0, false);
+        editEntryInProgress = true;
+        QTest::ignoreMessage(QtInfoMsg, "remove row called but editEntryInProgress");
+        m_tab->table->removeRow(nullptr);
+        m_tab->table->addRow(nullptr);
+        QCOMPARE(BYGlobals::clippingsArray()->size(), 4);
+    }
+
+    void onlySomeNotificationsAreAnswered_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("answers");
+        QTest::newRow("settings") << u"Preferences Changed"_s << 1;
+        QTest::newRow("an unknown one") << u"Whatever"_s << 1;
+        QTest::newRow("the answer itself") << u"RefreshMenu"_s << 0;
+        QTest::newRow("accessibility is off") << u"AXApiIsOff"_s << 0;
+    }
+
+    void onlySomeNotificationsAreAnswered()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, answers);
+        BYGlobals::sendNotification(name);
+        m_tab->settle();
+        const int own = name == NotificationName::refreshMenu ? 1 : 0;
+        QCOMPARE(m_tab->recorder.names().count(NotificationName::refreshMenu), answers + own);
+    }
+
+    void helperMovesControlsAndRows()
+    {
+        const DictionaryPointer userInfo = PropertyList::Dictionary::create();
+        userInfo->insert(PhraseKey::phrase, u"cherry"_s);
+        BYGlobals::sendNotification(NotificationName::scrollToAbb, userInfo);
+        BYGlobals::sendNotification(NotificationName::keepRich);
+        BYGlobals::sendNotification(NotificationName::byeBye);
+        m_tab->settle();
+        QCOMPARE(m_tab->table->selectedRow(), rowOf(u"cherry"_s));
+        QCOMPARE(m_tab->table->plainOrRichRadioButton->selectedColumn(), 1);
+        QCOMPARE(m_tab->table->onOffRadioButton->selectedColumn(), 1);
+    }
+
+    void clickOnTheSoundCellClearsThenOpensThePanel()
+    {
+        const int row = rowOf(u"cherry"_s);
+        const auto clickSound = [this, row] {
+            QTest::mouseClick(m_tab->table->viewport(), Qt::LeftButton, {}, m_tab->pointOf(row, 5));
+        };
+        clickSound();
+        QCOMPARE(PhraseList::entryAt(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(u""_s));
+
+        QString shownPhrase;
+        bool canPlay = false;
+        ModalDriver choose([&](QWidget* modal) {
+            auto* name = modal->findChild<QLineEdit*>(u"fileNameEdit"_s);
+            shownPhrase = m_tab->table->myOpenPanelViewChosenEventLabel->text();
+            canPlay = m_tab->table->myPlayButton->isEnabled();
+            name->setText(m_sound);
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        clickSound();
+        QVERIFY(choose.wasAnswered());
+        QCOMPARE(shownPhrase, u"cherry"_s);
+        QVERIFY(!canPlay);
+        QCOMPARE(PhraseList::entryAt(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(m_sound));
+    }
+
+    void dropGivesTheRowItsSound()
+    {
+        QMimeData data;
+        data.setUrls({QUrl(u"file:///x/a%20b.wav"_s)});
+        const Pasteboard pasteboard(&data);
+        const DraggingInfo info(pasteboard, false);
+        for (const int row : {-1, 1}) {
+            QVERIFY(m_tab->table->tableView_acceptDrop_row_dropOperation(m_tab->table, info, row, DropOperation::On));
+            QCOMPARE(
+                PhraseList::entryAt(m_tab->storedPhrases(), std::max(row, 0))->value(PhraseKey::soundFilepath).string(),
+                u"/x/a b.wav"_s);
+        }
+        QVERIFY(
+            !m_tab->table->tableView_acceptDrop_row_dropOperation(m_tab->table, info, brokenRow(), DropOperation::On));
+        QCOMPARE(m_tab->table->tableView_validateDrop_proposedRow_proposedDropOperation(
+                     m_tab->table, info, 4, DropOperation::Above),
+            DragOperation::None);
+    }
+
+private:
+    static int rowOf(const QString& phrase) { return PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase); }
+
+    static int brokenRow()
+    {
+        int row = 0;
+        while (BYGlobals::clippingsArray()->at(row).dictionary()) {
+            ++row;
+        }
+        return row;
+    }
+
+    QTemporaryDir m_bundle;
+    QString m_sound;
+    std::unique_ptr<PhrasesTabFixture> m_tab;
+};
+
+QTEST_MAIN(PhraseTableTest)
+#include "PhraseTableTest.moc"

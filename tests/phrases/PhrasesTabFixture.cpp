@@ -1,0 +1,153 @@
+#include "PhrasesTabFixture.h"
+
+#include "ui_PhrasesTab.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTest>
+
+#include <BYGlobals.h>
+#include <SharedNames.h>
+
+using namespace Qt::StringLiterals;
+
+using PropertyList::Array;
+using PropertyList::ArrayPointer;
+using PropertyList::Dictionary;
+using PropertyList::DictionaryPointer;
+using PropertyList::Value;
+
+namespace {
+
+Matrix* makeMatrix(int rows, int columns, QWidget* parent)
+{
+    auto* matrix = new Matrix(parent);
+    auto* layout = new QGridLayout(matrix);
+    for (int cell = 0; cell < rows * columns; ++cell) {
+        layout->addWidget(new QRadioButton(matrix), cell / columns, cell % columns);
+    }
+    return matrix;
+}
+
+} // namespace
+
+DictionaryPointer phraseEntry(const QString& phrase, const QString& sound, const QString& app)
+{
+    const DictionaryPointer entry = Dictionary::create();
+    const auto insert = [&entry](const QString& key, const QString& text) {
+        if (!text.isNull()) {
+            entry->insert(key, text);
+        }
+    };
+    insert(PhraseKey::phrase, phrase);
+    insert(PhraseKey::soundFilepath, sound);
+    insert(PhraseKey::app, app);
+    return entry;
+}
+
+QStringList phrasesIn(const ArrayPointer& phrases)
+{
+    QStringList texts;
+    for (const Value& value : phrases ? *phrases : *Array::create()) {
+        const DictionaryPointer entry = value.dictionary();
+        texts.append(entry ? entry->value(PhraseKey::phrase).string() : QString());
+    }
+    return texts;
+}
+
+PhrasesTabFixture::PhrasesTabFixture(const QList<Value>& phrases)
+{
+    const ArrayPointer list = Array::create();
+    for (const Value& phrase : phrases) {
+        list->append(phrase);
+    }
+    const DictionaryPointer root = Dictionary::create();
+    root->insert(DocumentKey::clippings, list);
+    root->insert(DocumentKey::setVolume, u"0.5"_s);
+    write(u"test.blipsy"_s, root);
+    BYGlobals::storeSetting(path(u"test.blipsy"_s), SettingKey::defaultFilePath);
+
+    Ui::PhrasesTab ui;
+    ui.setupUi(&window);
+    table = ui.abbsTableView;
+    popUp = table->defaultClippingsFileNSPopUpButton = ui.defaultClippingsFileNSPopUpButton;
+    table->numClippings = ui.numClippings;
+    table->removeAbb = ui.removeAbb;
+    editPane = table->editEntryPane = new TextView(ui.editPanePlaceholder);
+    table->plainOrRichRadioButton = makeMatrix(1, 2, ui.editPanePlaceholder);
+    table->saveEditedAbbButton = new QPushButton(ui.editPanePlaceholder);
+    table->onOffRadioButton = makeMatrix(1, 2, &window);
+    table->menuPrefsMatrix = makeMatrix(5, 1, &window);
+    table->iTunesAnnouncerPrefMatrix = makeMatrix(1, 2, &window);
+    table->sortPrefsMatrix = makeMatrix(1, 3, &window);
+    table->myVolumeSlider = new Slider(&window);
+    table->myOpenPanelView = new QWidget(&window);
+    table->myOpenPanelViewChosenEventLabel = new QLabel(table->myOpenPanelView);
+    table->myPlayButton = new QPushButton(u"Play"_s, table->myOpenPanelView);
+    table->myStopButton = new QPushButton(u"Stop"_s, table->myOpenPanelView);
+    table->myAddToFavouritesButton = new QPushButton(table->myOpenPanelView);
+    table->awakeFromNib();
+    QObject::connect(popUp, &QComboBox::activated, table, [this] { table->openDoc(popUp); });
+
+    window.resize(700, 600);
+    window.show();
+    window.activateWindow();
+    table->setFocus();
+}
+
+PhrasesTabFixture::~PhrasesTabFixture()
+{
+    settle();
+    BYGlobals::setEditEntryPaneTextIsDirty(false);
+    gConfirmRemove = true;
+    editEntryInProgress = false;
+}
+
+DictionaryPointer PhrasesTabFixture::entry(int row) const
+{
+    return PhraseList::entryAt(BYGlobals::clippingsArray(), row);
+}
+
+DictionaryPointer PhrasesTabFixture::entryCalled(const QString& phrase) const
+{
+    return entry(PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase));
+}
+
+ArrayPointer PhrasesTabFixture::storedPhrases() const
+{
+    QFile file(BYGlobals::defaultFilePath());
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const DictionaryPointer root = PropertyList::read(file.readAll()).root.dictionary();
+    return root ? root->value(DocumentKey::clippings).array() : ArrayPointer();
+}
+
+QVariant PhrasesTabFixture::cell(const QString& column, int row)
+{
+    return table->tableView_objectValueForTableColumn_row(table, table->tableColumnWithIdentifier(column), row);
+}
+
+void PhrasesTabFixture::write(const QString& fileName, const Value& root) const
+{
+    QFile file(path(fileName));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(PropertyList::write(root));
+}
+
+QPoint PhrasesTabFixture::pointOf(int row, int column) const
+{
+    return table->visualRect(table->model()->index(row, column)).center();
+}
+
+// Posts arrive in order: when this one is heard (which the table neither acts on nor answers), so are those before it,
+// and after a second one the answers to those.
+void PhrasesTabFixture::settle()
+{
+    for (int round = 0; round < 2; ++round) {
+        const auto count = recorder.names().count(NotificationName::accessibilityIsOff);
+        BYGlobals::sendNotification(NotificationName::accessibilityIsOff);
+        QTRY_VERIFY(recorder.names().count(NotificationName::accessibilityIsOff) > count);
+    }
+}
