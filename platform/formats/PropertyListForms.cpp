@@ -2,6 +2,7 @@
 
 #include <QStringDecoder>
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -97,9 +98,10 @@ QByteArray spellReal(double number, RealSpelling spelling)
     if (spelling == RealSpelling::Shortest) {
         return QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
     }
-    char text[32];
-    const auto [end, status] = std::to_chars(text, text + sizeof text, number, std::chars_format::general, 17);
-    return {text, end - text};
+    std::array<char, 32> text{};
+    const auto [end, status] =
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, 17);
+    return {text.data(), end - text.data()};
 }
 
 } // namespace PropertyList

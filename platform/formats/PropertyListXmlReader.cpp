@@ -2,6 +2,7 @@
 
 #include <QStringDecoder>
 
+#include <array>
 #include <charconv>
 #include <chrono>
 #include <unordered_map>
@@ -206,14 +207,14 @@ Value XmlReader::readValue(const Tag& tag, int depth)
 Value XmlReader::readScalar(const Tag& tag)
 {
     using Parser = Value (*)(std::string_view);
-    static constexpr std::pair<std::string_view, Parser> elements[]{
+    static constexpr std::array<std::pair<std::string_view, Parser>, 6> elements{{
         {"integer", parseInteger},
         {"real", parseRealElement},
         {"date", parseDate},
         {"data", parseData},
         {"true", [](std::string_view text) { return trimmed(text).empty() ? Value(true) : Value(); }},
         {"false", [](std::string_view text) { return trimmed(text).empty() ? Value(false) : Value(); }},
-    };
+    }};
     for (const auto& [name, parse] : elements) {
         if (tag.name != name) {
             continue;

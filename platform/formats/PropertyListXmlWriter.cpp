@@ -1,8 +1,10 @@
 #include "PropertyListForms.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
+#include <cstdio>
 #include <cstring>
 
 namespace PropertyList {
@@ -219,12 +221,13 @@ bool XmlWriter::writeString(std::string_view element, QStringView text)
 
 void XmlWriter::writeInteger(const Value& value)
 {
-    char digits[24];
+    std::array<char, 24> digits{};
+    char* const end = digits.data() + digits.size();
     const qint64 number = value.integerValue();
-    const auto written = number < 0 ? std::to_chars(digits, digits + sizeof digits, number)
-                                    : std::to_chars(digits, digits + sizeof digits, value.unsignedIntegerValue());
+    const auto written = number < 0 ? std::to_chars(digits.data(), end, number)
+                                    : std::to_chars(digits.data(), end, value.unsignedIntegerValue());
     m_output.append("<integer>");
-    m_output.append({digits, size_t(written.ptr - digits)});
+    m_output.append({digits.data(), size_t(written.ptr - digits.data())});
     m_output.append("</integer>\n");
 }
 
@@ -239,11 +242,11 @@ bool XmlWriter::writeDate(const QDateTime& date)
     }
     const year_month_day day(dayBegin);
     const hh_mm_ss time(floor<seconds>(moment - dayBegin));
-    char text[48];
-    const int length = std::snprintf(text, sizeof text, "<date>%04d-%02u-%02uT%02d:%02d:%02dZ</date>\n",
+    std::array<char, 48> text{};
+    const int length = std::snprintf(text.data(), text.size(), "<date>%04d-%02u-%02uT%02d:%02d:%02dZ</date>\n",
         int(day.year()), unsigned(day.month()), unsigned(day.day()), int(time.hours().count()),
         int(time.minutes().count()), int(time.seconds().count()));
-    m_output.append({text, size_t(length)});
+    m_output.append({text.data(), size_t(length)});
     return true;
 }
 
