@@ -1,7 +1,6 @@
 #include "PhraseOrder.h"
 
 #include <algorithm>
-#include <compare>
 #include <utility>
 #include <vector>
 
@@ -17,31 +16,50 @@ struct SortKey
 
     Kind kind = Kind::Absent;
     double number = 0;
-    /// The first characters of the text as one number, which decides most comparisons without touching the text.
-    quint64 prefix = 0;
-    QString text;
-    qsizetype index = 0;
+    QString text = {};
 
     bool operator<(const SortKey& other) const
     {
         if (kind != other.kind) {
             return kind < other.kind;
         }
-        if (kind == Kind::Number) {
-            return number < other.number;
-        }
-        return prefix != other.prefix ? prefix < other.prefix : text < other.text;
+        return kind == Kind::Number ? number < other.number : text < other.text;
     }
 };
 
-quint64 prefixOf(QStringView text)
+/// An entry on its way to its place. The digest, the first characters in which the texts differ as one number, decides
+/// most comparisons without touching the keys; it is 0 for what comes before all texts.
+struct Position
+{
+    quint64 digest;
+    size_t index;
+};
+
+/// How many characters all texts begin with in common.
+qsizetype commonLength(const std::vector<SortKey>& keys)
+{
+    QStringView common;
+    for (const SortKey& key : keys) {
+        if (key.kind != SortKey::Kind::Text) {
+            continue;
+        }
+        if (common.isNull()) {
+            common = key.text;
+        }
+        const auto end = std::ranges::mismatch(common, key.text).in1;
+        common = common.first(end - common.begin());
+    }
+    return common.size();
+}
+
+quint64 digest(const SortKey& key, qsizetype from)
 {
     constexpr qsizetype units = sizeof(quint64) / sizeof(char16_t);
-    quint64 prefix = 0;
-    for (qsizetype i = 0; i < units; ++i) {
-        prefix = (prefix << 16) | (i < text.size() ? text[i].unicode() : 0U);
+    quint64 result = 0;
+    for (qsizetype i = from; i < from + units; ++i) {
+        result = (result << 16) | (i < key.text.size() ? key.text[i].unicode() : 0U);
     }
-    return prefix;
+    return result;
 }
 
 bool isNumber(const Value& value)
@@ -49,10 +67,9 @@ bool isNumber(const Value& value)
     return value.type() == Type::Integer || value.type() == Type::Real || value.type() == Type::Boolean;
 }
 
-SortKey sortKey(const Value& entry, qsizetype index, QStringView key, PhraseOrder::Comparison comparison)
+SortKey sortKey(const Value& entry, QStringView key, PhraseOrder::Comparison comparison)
 {
     SortKey result;
-    result.index = index;
     const PropertyList::DictionaryPointer dictionary = entry.dictionary();
     const Value* value = dictionary ? std::as_const(*dictionary).find(key) : nullptr;
     if (value == nullptr) {
@@ -62,7 +79,6 @@ SortKey sortKey(const Value& entry, qsizetype index, QStringView key, PhraseOrde
     if (value->type() == Type::String) {
         result.kind = SortKey::Kind::Text;
         result.text = isNatural ? value->string() : value->string().toCaseFolded();
-        result.prefix = prefixOf(result.text);
     } else if (isNatural && isNumber(*value)) {
         result.kind = SortKey::Kind::Number;
         result.number = value->doubleValue();
@@ -76,19 +92,29 @@ void PhraseOrder::sort(PropertyList::Array& entries, QStringView key, Comparison
 {
     std::vector<SortKey> keys;
     keys.reserve(size_t(entries.size()));
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        keys.push_back(sortKey(entries.at(i), i, key, comparison));
+    for (const Value& entry : std::as_const(entries)) {
+        keys.push_back(sortKey(entry, key, comparison));
     }
+    const qsizetype common = commonLength(keys);
+    std::vector<Position> positions;
+    positions.reserve(keys.size());
+    for (size_t i = 0; i < keys.size(); ++i) {
+        positions.push_back({digest(keys[i], common), i});
+    }
+
+    const auto isBefore = [&keys](const Position& left, const Position& right) {
+        return left.digest != right.digest ? left.digest < right.digest : keys[left.index] < keys[right.index];
+    };
     // A document is stored in order, so that most sorts find nothing to do.
-    if (std::ranges::is_sorted(keys, std::less<>())) {
+    if (std::ranges::is_sorted(positions, isBefore)) {
         return;
     }
-    std::stable_sort(keys.begin(), keys.end());
+    std::ranges::stable_sort(positions, isBefore);
 
     std::vector<Value> sorted;
-    sorted.reserve(keys.size());
-    for (const SortKey& position : keys) {
-        sorted.push_back(entries.at(position.index));
+    sorted.reserve(positions.size());
+    for (const Position& position : positions) {
+        sorted.push_back(std::move(entries.begin()[qsizetype(position.index)]));
     }
     std::ranges::move(sorted, entries.begin());
 }
