@@ -75,9 +75,10 @@ FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)
         findChild<QAbstractItemView*>(u"treeView"_s)->setSelectionMode(QAbstractItemView::SingleSelection);
     }
     connect(listSelection(), &QItemSelectionModel::selectionChanged, this, &FilePanel::selectionDidChange);
-    // In the mode for folders the dialog disables its button for files. It was connected first, so this comes after.
-    connect(this, &FilePanel::selectionDidChange, this, &FilePanel::enableOpenButton);
-    connect(findChild<QLineEdit*>(u"fileNameEdit"_s), &QLineEdit::textChanged, this, &FilePanel::enableOpenButton);
+    // In the mode for folders the dialog disables its button for files; queued, so that ours is the last word.
+    connect(this, &FilePanel::selectionDidChange, this, &FilePanel::enableOpenButton, Qt::QueuedConnection);
+    connect(findChild<QLineEdit*>(u"fileNameEdit"_s), &QLineEdit::textChanged, this, &FilePanel::enableOpenButton,
+        Qt::QueuedConnection);
 }
 
 FilePanel::~FilePanel()

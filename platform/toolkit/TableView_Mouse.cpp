@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QMouseEvent>
 
+#include <utility>
+
 void TableView::mousePressEvent(QMouseEvent* event)
 {
     m_implementation->viewHasPress = false;
@@ -132,7 +134,6 @@ void TableView::Implementation::activateCell(const QModelIndex& index)
     if (!activated.isValid() || selection->selectedRow() != activated.row()) {
         return;
     }
-    // The cell is kept: the action may give the column another one.
     if (const auto* const button = dynamic_cast<const ButtonCell*>(model->cell(activated))) {
         button->performClick(table);
         model->setData(activated, {}, Qt::EditRole);

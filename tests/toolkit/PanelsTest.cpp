@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -49,7 +50,9 @@ QModelIndex rowCalled(QWidget* panel, const QString& name)
 
 void pressOpen(QWidget* panel)
 {
-    panel->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+    QPushButton* const button = panel->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+    QTRY_VERIFY(button->isEnabled());
+    button->click();
 }
 
 /// Ends a panel that a fault keeps open, so that the test fails instead of hanging.
