@@ -1,0 +1,412 @@
+#include "ui_EditPane.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QComboBox>
+#include <QMenu>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBlock>
+#include <QToolButton>
+
+#include <BYEditPaneController.h>
+#include <BYGlobals.h>
+#include <ModalDriver.h>
+#include <NotificationRecorder.h>
+#include <Preferences.h>
+#include <SharedNames.h>
+#include <TableView.h>
+#include <TableViewDataSource.h>
+#include <TextAttachment.h>
+#include <parseNSStringStamp4strftime.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Array;
+using PropertyList::Dictionary;
+using PropertyList::Value;
+
+namespace {
+
+class TwoRows final : public TableViewDataSource
+{
+public:
+    int numberOfRowsInTableView(TableView*) override { return 3; }
+
+    QVariant tableView_objectValueForTableColumn_row(TableView*, TableColumn*, int row) override { return row; }
+};
+
+QImage picture()
+{
+    QImage image(6, 4, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    return image;
+}
+
+} // namespace
+
+class EditPaneTest final : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<QWidget> m_window;
+    Ui::EditPane m_ui;
+    TwoRows m_rows;
+    std::unique_ptr<TableView> m_table;
+    std::unique_ptr<BYEditPaneController> m_controller;
+
+    TextView& text() { return *m_ui.editEntryPane; }
+
+    void choose(QRadioButton* button)
+    {
+        button->setChecked(true);
+        m_controller->plainOrRich(m_ui.plainOrRichRadioButton);
+    }
+
+    Value stored(int row, const QString& key)
+    {
+        QFile file(BYGlobals::defaultFilePath());
+        if (!file.open(QIODevice::ReadOnly)) {
+            return {};
+        }
+        const Value root = PropertyList::read(file.readAll()).root;
+        return root.dictionary()->value(DocumentKey::clippings).array()->at(row).dictionary()->value(key);
+    }
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void fillsStamps_data();
+    void fillsStamps();
+    void userFormatsComeFromTheDefaults();
+    void menusShowTodayInEveryFormat();
+    void itemsInsertByTheirTag_data();
+    void itemsInsertByTheirTag();
+    void phrasesAreThoseOfTheSetUp();
+    void savingPlainTextStoresItAndDropsRichText();
+    void savingRichTextStoresBoth();
+    void richTextStartsInTheFontOfMail();
+    void makePlainDropsPicturesAndStoresNothing();
+    void keepRichLeavesTheTextAndTellsThePane();
+    void onlyTheUsersChangesAreSent();
+    void stringKeepsWhatTheUserWrote();
+    void picturesArePastedOnlyIntoRichText();
+    void copiedRichTextBringsItsFilesAlong();
+    void oneTextsFilesDoNotStayForTheNext();
+    void barFollowsTheCursorAndChangesTheText();
+};
+
+void EditPaneTest::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    const auto phrases = Array::create();
+    phrases->append(Dictionary::create({{PhraseKey::phrase, u"one"_s}, {PhraseKey::plainText, u"at [[3]]"_s}}));
+    phrases->append(Dictionary::create({{PhraseKey::plainText, u"nameless"_s}}));
+    phrases->append(Dictionary::create({{PhraseKey::phrase, u"R&D"_s}, {PhraseKey::rtfd, QByteArray("old")}}));
+    QFile file(m_folder->filePath(u"test.blipsy"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(PropertyList::write(Dictionary::create({{DocumentKey::clippings, phrases}})));
+    file.close();
+    BYGlobals::setDefaultFilePath(file.fileName());
+    BYGlobals::fillArray();
+    BYGlobals::setEditEntryPaneTextIsDirty(false);
+
+    m_window = std::make_unique<QWidget>();
+    m_ui.setupUi(m_window.get());
+    m_ui.formattingBar->setTextView(&text());
+    m_table = std::make_unique<TableView>();
+    m_table->setColumns({u"Phrase"_s});
+    m_table->setDataSource(&m_rows);
+    m_table->reloadData();
+    m_controller = std::make_unique<BYEditPaneController>();
+    m_controller->abbsTableView = m_table.get();
+    m_controller->dateTimePopUpButton = m_ui.dateTimePopUpButton;
+    m_controller->textFormattingPopUpButton = m_ui.textFormattingPopUpButton;
+    m_controller->saveEditedAbbButton = m_ui.saveEditedAbbButton;
+    m_controller->editPane = &text();
+    m_controller->plainOrRichRadioButton = m_ui.plainOrRichRadioButton;
+    m_controller->awakeFromNib();
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+}
+
+void EditPaneTest::cleanup()
+{
+    m_controller.reset();
+    m_table.reset();
+    m_window.reset();
+}
+
+void EditPaneTest::fillsStamps_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+
+    const auto row = [](const char* name, const QString& text, const QString& expected) {
+        QTest::newRow(name) << text << expected;
+    };
+    row("ISO date", u"Meeting [[6]]"_s, u"Meeting 2009-03-05"_s);
+    row("twice", u"[[3]] [[3]]"_s, u"14:07 14:07"_s);
+    row("all of one language", u"[[2]]|[[5]]|[[7]]|[[8]]|[[9]]|[[:]]"_s,
+        u"Thu, Mar 5, 2009|20090305|March 5, 2009|Mar 5, 2009|090305|09-03-05"_s);
+    row("two digits are no stamp", u"[[10]] [[;]] [[6] ]"_s, u"[[10]] [[;]] [[6] ]"_s);
+    row("stamp in brackets", u"[[[6]]]"_s, u"[2009-03-05]"_s);
+    row("stamp that a stamp leaves", u"[[[[3]]]]"_s, u"[[14:07]]"_s);
+    row("conversions without stamps", u"%Y 100%% %-"_s, u"2009 100% %-"_s);
+    row("nothing", u"text [[ ]]\n"_s, u"text [[ ]]\n"_s);
+}
+
+void EditPaneTest::fillsStamps()
+{
+    QFETCH(QString, text);
+
+    parseNSStringStamp4strftime(text, QDateTime(QDate(2009, 3, 5), QTime(14, 7)));
+    QTEST(text, "expected");
+}
+
+void EditPaneTest::userFormatsComeFromTheDefaults()
+{
+    const QDateTime moment(QDate(2009, 3, 5), QTime(14, 7));
+    const auto filled = [&moment](QString text) {
+        parseNSStringStamp4strftime(text, moment);
+        return text;
+    };
+    QCOMPARE(filled(u"[[0]]"_s), u"5 Mar 2009"_s);
+    // A format may hold a stamp; only those that come later in the order are filled in.
+    Preferences::setValue(u"NSShortDateFormatString"_s, u"%d.%m. [[3]]"_s, u"global"_s);
+    QVERIFY(Preferences::synchronize(u"global"_s));
+    UserDefaults::standardUserDefaults().synchronize();
+    QCOMPARE(filled(u"[[0]]"_s), u"05.03. 14:07"_s);
+    Preferences::setValue(u"NSShortDateFormatString"_s, {}, u"global"_s);
+    Preferences::synchronize(u"global"_s);
+    UserDefaults::standardUserDefaults().synchronize();
+}
+
+void EditPaneTest::menusShowTodayInEveryFormat()
+{
+    const QMenu* const menu = m_ui.dateTimePopUpButton->menu()->actions().constFirst()->menu();
+    QCOMPARE(menu, m_controller->dateFormats);
+    const QList<QAction*> dates = menu->actions().at(0)->menu()->actions();
+    const QList<QAction*> times = menu->actions().at(1)->menu()->actions();
+    QVERIFY(dates.size() >= 22 && times.size() >= 15);
+    for (const QAction* item : dates + times) {
+        QVERIFY(item->data().toInt() <= 999);
+        QVERIFY(!item->text().isEmpty() && !item->text().contains(u'%'));
+    }
+    QVERIFY(menu->actions().at(5)->menu() != nullptr);
+}
+
+void EditPaneTest::itemsInsertByTheirTag_data()
+{
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<QString>("inserted");
+
+    QTest::newRow("format") << 999 << u"tool tip"_s;
+    for (int index = 0; const char* const marker : {"%|", "%<", "%^", "%>", "%v", "%+", "%-"}) {
+        QTest::newRow(marker) << 1000 + index++ << QString::fromLatin1(marker);
+    }
+    QTest::newRow("first symbol") << 1007 << u"t"_s;
+    QTest::newRow("last symbol") << 1010 << u"t"_s;
+    QTest::newRow("unknown") << 1011 << QString();
+}
+
+void EditPaneTest::itemsInsertByTheirTag()
+{
+    QFETCH(int, tag);
+    QFETCH(QString, inserted);
+
+    text().setString(u"ab"_s);
+    text().selectAll();
+    const QSignalSpy changes(&text(), &TextView::textDidChange);
+    QAction item(u"title"_s);
+    item.setData(tag);
+    item.setToolTip(u"tool tip"_s);
+    m_controller->enterDateTimeSyntax(&item);
+    QCOMPARE(text().string(), inserted.isEmpty() ? u"ab"_s : inserted);
+    QCOMPARE(changes.isEmpty(), inserted.isEmpty());
+}
+
+void EditPaneTest::phrasesAreThoseOfTheSetUp()
+{
+    BYGlobals::clippingsArray()->append(Dictionary::create({{PhraseKey::phrase, u"later"_s}}));
+    QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
+    for (int shown = 0; shown < 2; ++shown) {
+        menu->popup({});
+        menu->close();
+    }
+    const QList<QAction*> items = menu->actions();
+    QCOMPARE(items.size(), 2);
+    QVERIFY(items[0]->toolTip().startsWith(u"at ") && !items[0]->toolTip().contains(u'['));
+    QCOMPARE(items[1]->text(), u"R&&D"_s);
+    text().setString(u"x"_s);
+    text().selectAll();
+    items[1]->trigger();
+    QCOMPARE(text().string(), u"\u270DR&D\u270D"_s);
+}
+
+void EditPaneTest::savingPlainTextStoresItAndDropsRichText()
+{
+    NotificationRecorder heard;
+    m_table->selectRow_byExtendingSelection(2, false);
+    text().setString(u"new\ntext"_s);
+    m_ui.saveEditedAbbButton->setEnabled(true);
+    BYGlobals::setEditEntryPaneTextIsDirty(true);
+    m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
+    QCOMPARE(stored(2, PhraseKey::plainText).string(), u"new\ntext"_s);
+    QVERIFY(stored(2, PhraseKey::rtfd).isNull());
+    QVERIFY(!BYGlobals::editEntryPaneTextIsDirty() && !m_ui.saveEditedAbbButton->isEnabled());
+    QTRY_COMPARE(heard.names(), QStringList(NotificationName::preferencesChanged));
+}
+
+void EditPaneTest::savingRichTextStoresBoth()
+{
+    m_table->selectRow_byExtendingSelection(0, false);
+    text().setString(u"styled"_s);
+    choose(m_ui.richText);
+    m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
+    QCOMPARE(stored(0, PhraseKey::plainText).string(), u"styled"_s);
+    text().setString({});
+    QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()));
+    QCOMPARE(text().string(), u"styled"_s);
+}
+
+void EditPaneTest::richTextStartsInTheFontOfMail()
+{
+    const QString mail = u"com.apple.mail"_s;
+    Preferences::setValue(u"NSFont"_s, u"DejaVu Serif"_s, mail);
+    Preferences::setValue(u"NSFontSize"_s, u"17.5"_s, mail);
+    text().setString(u"some text"_s);
+    choose(m_ui.richText);
+    const QTextCharFormat format = text().document()->begin().begin().fragment().charFormat();
+    QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"DejaVu Serif"_s));
+    QCOMPARE(format.fontPointSize(), 17.0);
+    QVERIFY(text().isRichText() && text().importsGraphics() && m_ui.textFormattingPopUpButton->isEnabled());
+    QVERIFY(BYGlobals::editEntryPaneTextIsDirty());
+}
+
+void EditPaneTest::makePlainDropsPicturesAndStoresNothing()
+{
+    choose(m_ui.richText);
+    text().setString(u"ab"_s);
+    QApplication::clipboard()->setImage(picture());
+    text().paste();
+    QCOMPARE(text().string(), u"\uFFFCab"_s);
+    ModalDriver driver(ModalDriver::click(u"Make Plain"_s));
+    choose(m_ui.plainText);
+    QTRY_VERIFY(!text().isRichText());
+    QVERIFY(driver.wasAnswered());
+    QCOMPARE(text().string(), u"ab"_s);
+    QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && m_ui.saveEditedAbbButton->isEnabled());
+    QVERIFY(!m_ui.textFormattingPopUpButton->isEnabled() && !m_ui.formattingBar->isVisible());
+    QCOMPARE(stored(0, PhraseKey::plainText).string(), u"at [[3]]"_s);
+}
+
+void EditPaneTest::keepRichLeavesTheTextAndTellsThePane()
+{
+    NotificationRecorder heard;
+    choose(m_ui.richText);
+    text().setString(u"ab"_s);
+    ModalDriver driver(ModalDriver::click(u"Keep Rich"_s));
+    choose(m_ui.plainText);
+    QTRY_COMPARE(heard.names(), QStringList(NotificationName::keepRich));
+    QVERIFY(text().isRichText());
+    QCOMPARE(text().string(), u"ab"_s);
+}
+
+void EditPaneTest::onlyTheUsersChangesAreSent()
+{
+    const QSignalSpy changes(&text(), &TextView::textDidChange);
+    const QSignalSpy attributes(&text(), &TextView::typingAttributesDidChange);
+    text().setString(u"one"_s);
+    text().setRichText(true);
+    text().setFontOfAll(QFont(u"DejaVu Sans"_s, 20));
+    text().replaceAllWithRTFD("{\\rtf1 two}");
+    text().resetAttributes();
+    QCOMPARE(changes.size() + attributes.size(), 0);
+    QTest::keyClicks(&text(), u"x"_s);
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(attributes.size(), 0);
+    m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s)->click();
+    QCOMPARE(attributes.size(), 1);
+}
+
+void EditPaneTest::stringKeepsWhatTheUserWrote()
+{
+    const QString written = u"a\u2028b\u00A0c\n\n\td \U0001F600\n"_s;
+    text().setString(written);
+    QCOMPARE(text().string(), written);
+    QVERIFY(!text().document()->isUndoAvailable());
+}
+
+void EditPaneTest::picturesArePastedOnlyIntoRichText()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(u"note.txt"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("content") > 0);
+    file.close();
+    auto* const urls = new QMimeData;
+    urls->setUrls({QUrl::fromLocalFile(file.fileName())});
+    QApplication::clipboard()->setMimeData(urls);
+    text().setString({});
+    text().paste();
+    QVERIFY(text().string().endsWith(u"note.txt"));
+
+    choose(m_ui.richText);
+    text().setString({});
+    text().paste();
+    text().paste();
+    QCOMPARE(text().string(), u"\uFFFC\uFFFC"_s);
+    QCOMPARE(TextAttachment::in(*text().document(), u"note.txt"_s)->contents, "content");
+    QVERIFY(TextAttachment::in(*text().document(), u"note 1.txt"_s).has_value());
+}
+
+void EditPaneTest::copiedRichTextBringsItsFilesAlong()
+{
+    choose(m_ui.richText);
+    text().setString({});
+    QApplication::clipboard()->setImage(picture());
+    text().paste();
+    text().selectAll();
+    text().copy();
+    text().setString(u"next "_s);
+    text().moveCursor(QTextCursor::End);
+    text().paste();
+    QCOMPARE(text().string(), u"next \uFFFC"_s);
+    const auto file = TextAttachment::in(*text().document(), u"Pasted Graphic.png"_s);
+    QVERIFY(file.has_value());
+    QCOMPARE(TextAttachment::picture(file->contents).size(), QSize(6, 4));
+}
+
+void EditPaneTest::oneTextsFilesDoNotStayForTheNext()
+{
+    const QByteArray rtf = "{\\rtf1{{\\NeXTGraphic p.png}\xAC}}";
+    TextAttachment{u"p.png"_s, "other phrase", false}.addTo(*text().document());
+    QVERIFY(text().replaceAllWithRTFD(rtf));
+    QCOMPARE(TextAttachment::in(*text().document(), u"p.png"_s)->contents, QByteArray());
+    text().setString({});
+    QVERIFY(!TextAttachment::in(*text().document(), u"p.png"_s));
+}
+
+void EditPaneTest::barFollowsTheCursorAndChangesTheText()
+{
+    choose(m_ui.richText);
+    QVERIFY(m_ui.formattingBar->isVisible());
+    text().replaceAllWithRTFD("{\\rtf1{\\fonttbl\\f0 DejaVu Sans;}\\qc\\f0\\fs30 a\\b b}");
+    const auto* const bold = m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s);
+    QVERIFY(!bold->isChecked());
+    QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignCenter"_s)->isChecked());
+    QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"15"_s);
+    text().moveCursor(QTextCursor::End);
+    QVERIFY(bold->isChecked());
+    text().selectAll();
+    text().setFocus();
+    QTest::keyClick(&text(), Qt::Key_I, Qt::ControlModifier);
+    QVERIFY(text().document()->begin().begin().fragment().charFormat().fontItalic());
+}
+
+QTEST_MAIN(EditPaneTest)
+#include "EditPaneTest.moc"
