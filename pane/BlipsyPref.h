@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QObject>
+
 #include <PreferencePane.h>
 
 #include <memory>
@@ -7,7 +9,7 @@
 class Interface;
 
 /// The settings pane's principal class: loads the interface, whose controllers do the rest.
-class BlipsyPref final : public PreferencePane
+class BlipsyPref final : public QObject, public PreferencePane
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(BlipsyPref)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QtPlugin>
@@ -9,18 +8,15 @@ class QWidget;
 
 /// What a host program asks of a settings pane. The host loads the pane's module, casts its instance to this
 /// interface and needs nothing else of it. All calls are made on the main thread.
-class PreferencePane : public QObject
+class PreferencePane
 {
-    Q_OBJECT
-    Q_DISABLE_COPY_MOVE(PreferencePane)
-
 public:
-    explicit PreferencePane(QObject* parent = nullptr)
-        : QObject(parent)
-    {
-    }
-
-    ~PreferencePane() override = default;
+    PreferencePane() = default;
+    PreferencePane(const PreferencePane&) = delete;
+    PreferencePane& operator=(const PreferencePane&) = delete;
+    PreferencePane(PreferencePane&&) = delete;
+    PreferencePane& operator=(PreferencePane&&) = delete;
+    virtual ~PreferencePane() = default;
 
     /// Tells the pane where its bundle folder is; the first call a host makes.
     virtual void setBundlePath(const QString& path) = 0;

@@ -1,0 +1,51 @@
+#include "BlipsyPref.h"
+
+#include "Interface.h"
+
+#include <BYGlobals.h>
+#include <Bundle.h>
+#include <RecentDocuments.h>
+#include <SharedNames.h>
+
+BlipsyPref::BlipsyPref(QObject* parent)
+    : QObject(parent)
+{
+}
+
+BlipsyPref::~BlipsyPref() = default;
+
+void BlipsyPref::setBundlePath(const QString& path)
+{
+    Bundle::registerBundle(paneBundleIdentifier, path);
+}
+
+void BlipsyPref::openDocument(const QString& path)
+{
+    if (m_interface) {
+        m_interface->openDocument(path);
+        return;
+    }
+    BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
+    RecentDocuments::add(path);
+}
+
+QWidget* BlipsyPref::loadMainView()
+{
+    if (!m_interface) {
+        m_interface = std::make_unique<Interface>();
+        for (const auto& setUp : m_interface->setUps()) {
+            setUp();
+        }
+    }
+    return m_interface->view();
+}
+
+QStringList BlipsyPref::tabNames() const
+{
+    return Interface::tabNames();
+}
+
+bool BlipsyPref::selectTab(const QString& name)
+{
+    return m_interface && m_interface->selectTab(name);
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QWidget;
+
+/// The pane's interface: its views, built from the interface files, one instance of each controller, and the
+/// connections between them.
+///
+/// Building connects every outlet and action but sets nothing up. Each controller's set-up is then run once, in any
+/// order: none relies on another's having run.
+class Interface final
+{
+public:
+    Interface();
+    ~Interface();
+    Interface(const Interface&) = delete;
+    Interface& operator=(const Interface&) = delete;
+    Interface(Interface&&) = delete;
+    Interface& operator=(Interface&&) = delete;
+
+    /// The whole interface. Owned here; a host may put it into a window of its own and takes it out again.
+    QWidget* view() const;
+
+    /// The controllers' set-ups (`awakeFromNib`), in the order in which they are usually run.
+    std::vector<std::function<void()>> setUps();
+
+    /// The tabs' names, untranslated.
+    static QStringList tabNames();
+    /// Shows a tab; false when there is none of that name.
+    bool selectTab(const QString& name);
+
+    /// Makes the document at @p path the one in use.
+    void openDocument(const QString& path);
+
+private:
+    struct Forms;
+    struct Controllers;
+
+    void buildViews();
+    void connectPhrases();
+    void connectSoundPanel();
+    void connectEvents();
+    void connectApplications();
+    void connectEditPane();
+    void connectOptions();
+    void connectLauncher();
+
+    std::unique_ptr<QWidget> m_view;
+    std::unique_ptr<QWidget> m_soundPanelAccessory;
+    std::unique_ptr<Forms> m_forms;
+    std::unique_ptr<Controllers> m_controllers;
+};
