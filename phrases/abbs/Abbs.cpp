@@ -37,7 +37,7 @@ QByteArray nameOfProgram()
             stderr, "Blipsy: GetFrontProcess in openAbbsFile error =%d.\n", FrontmostProcess::processNotFoundError);
         return {};
     }
-    const QByteArray name = MacRoman::encodePascalString(*process).value_or(QByteArray());
+    QByteArray name = MacRoman::encodePascalString(*process).value_or(QByteArray());
     if (name.isEmpty()) {
         std::fprintf(stderr, "Blipsy: GetFrontProcess name in openAbbsFile failed!  =%s.\n", characters(name));
     }
@@ -51,7 +51,7 @@ QByteArray lookupName()
     if (!window || FrontmostWindow::referenceConstant(window) != titledWindow) {
         return nameOfProgram();
     }
-    const QByteArray name = MacRoman::encodePascalString(window->windowTitle()).value_or(QByteArray());
+    QByteArray name = MacRoman::encodePascalString(window->windowTitle()).value_or(QByteArray());
     if (name.isEmpty()) {
         std::fprintf(stderr, "Blipsy: theFrontMostWindowRef name in openAbbsFile failed!  =%s.\n", characters(name));
     }

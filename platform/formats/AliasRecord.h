@@ -13,6 +13,6 @@ namespace AliasRecord {
 
 /// Reads a record. Nothing when it is neither version, shorter than its header, or leads outside its volume with
 /// a ".."; a record that is cut off gives what comes before the cut.
-std::optional<AliasTarget> parse(QByteArrayView record);
+std::optional<AliasTarget> parse(QByteArrayView bytes);
 
 } // namespace AliasRecord

@@ -49,6 +49,6 @@ struct DecodeResult
 
 /// Reads one resource. Every length in it is taken as hostile: samples that are announced but not there are left out, a
 /// sequence of notes and rests ends after 64 notes or 10 seconds, and what is decoded never exceeds 64 MiB.
-DecodeResult decode(QByteArrayView resource);
+DecodeResult decode(QByteArrayView bytes);
 
 } // namespace SoundResource

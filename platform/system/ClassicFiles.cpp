@@ -147,7 +147,7 @@ std::optional<QString> ClassicFiles::pathOf(const FileSpecification& specificati
     if (!place || !isName(specification.name)) {
         return std::nullopt;
     }
-    const QString path = pathIn(*place, withSeparatorsExchanged(MacRoman::decode(specification.name)));
+    QString path = pathIn(*place, withSeparatorsExchanged(MacRoman::decode(specification.name)));
     if (isThere(path)) {
         return path;
     }

@@ -90,7 +90,7 @@ std::optional<QString> aliasFileTarget(const QString& path)
     }
     const QString own = QFileInfo(path).absoluteFilePath();
     for (const QString& possible : possibleTargets(*target, path)) {
-        if (const auto found = existingPath(possible); found && *found != own) {
+        if (auto found = existingPath(possible); found && *found != own) {
             return found;
         }
     }
