@@ -1,6 +1,7 @@
 #include "PullDownButton.h"
 
 #include <QKeyEvent>
+#include <QStyle>
 #include <QStyleOptionButton>
 
 PullDownButton::PullDownButton(QWidget* parent)
@@ -9,6 +10,13 @@ PullDownButton::PullDownButton(QWidget* parent)
 {
     m_menu->addAction(QString());
     connect(this, &QPushButton::pressed, this, &PullDownButton::dropDown);
+}
+
+QSize PullDownButton::sizeHint() const
+{
+    // The base class leaves room for the arrow only where it owns the menu.
+    const int arrowWidth = style()->pixelMetric(QStyle::PM_MenuButtonIndicator, nullptr, this);
+    return QPushButton::sizeHint() + QSize(arrowWidth, 0);
 }
 
 void PullDownButton::initStyleOption(QStyleOptionButton* option) const

@@ -17,6 +17,10 @@ public:
 
     QMenu* menu() const { return m_menu; }
 
+    QSize sizeHint() const override;
+
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
 protected:
     void initStyleOption(QStyleOptionButton* option) const override;
     void keyPressEvent(QKeyEvent* event) override;
