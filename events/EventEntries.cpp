@@ -28,7 +28,7 @@ void EventEntries::filter(const ArrayPointer& all, const ArrayPointer& filtered,
     }
     filtered->clear();
     for (const Value& entry : std::as_const(*all)) {
-        if (text.isEmpty() || matches(entry, text)) {
+        if (entry.dictionary() && (text.isEmpty() || matches(entry, text))) {
             filtered->append(entry);
         }
     }

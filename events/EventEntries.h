@@ -15,7 +15,7 @@ constexpr int systemAlertCode = 28;
 bool matches(const PropertyList::Value& entry, QStringView text);
 
 /// Makes @p filtered hold those entries of @p all, in the same order, that @p text matches; all of them for an empty
-/// text. Null lists are left alone.
+/// text. Elements that are no dictionaries are left out. Null lists are left alone.
 void filter(const PropertyList::ArrayPointer& all, const PropertyList::ArrayPointer& filtered, QStringView text);
 
 /// The entry at @p row, or a null pointer when there is no such row or it holds no dictionary.
