@@ -227,6 +227,7 @@ private:
     int addRecentDocuments(QStringList& paths, const QString& current);
     void answer(const DistributedNotification& notification);
     void answerWaitingNotifications();
+    PropertyList::DictionaryPointer entryAfterQuestion(const PropertyList::DictionaryPointer& entry);
     void showRowAddedViaMenu(const QString& phrase);
     void editNewRow();
 

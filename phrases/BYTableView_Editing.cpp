@@ -64,9 +64,10 @@ void BYTableView::chooseApplication(const DictionaryPointer& entry)
     OpenPanel panel(window());
     panel.setAllowsMultipleSelection(false);
     const QStringList types{u"app"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
-    if (panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types) == okButton &&
-        !panel.filenames().isEmpty()) {
-        entry->insert(PhraseKey::app, panel.filenames().constFirst());
+    const int result = panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types);
+    const DictionaryPointer asked = entryAfterQuestion(entry);
+    if (result == okButton && asked && !panel.filenames().isEmpty()) {
+        asked->insert(PhraseKey::app, panel.filenames().constFirst());
     }
     BYGlobals::writeDocument();
 }
@@ -81,8 +82,9 @@ void BYTableView::askToClearApplication(const DictionaryPointer& entry)
                             localized(u"\nDo you wish to clear the association?"_s);
     const int result =
         Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Clear"_s), localized(u"Cancel"_s));
-    if (result == Alert::defaultReturn) {
-        entry->remove(PhraseKey::app);
+    const DictionaryPointer asked = entryAfterQuestion(entry);
+    if (result == Alert::defaultReturn && asked) {
+        asked->remove(PhraseKey::app);
         BYGlobals::writeDocument();
     }
 }

@@ -12,10 +12,12 @@
 #include <SharedNames.h>
 #include <Slider.h>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
+using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
 namespace {
@@ -104,7 +106,7 @@ int BYTableView::addRecentDocuments(QStringList& paths, const QString& current)
 
 void BYTableView::updateVolumeSlider()
 {
-    const PropertyList::DictionaryPointer root = BYGlobals::clippingsDictionary();
+    const DictionaryPointer root = BYGlobals::clippingsDictionary();
     const Value* volume = root ? root->find(DocumentKey::setVolume) : nullptr;
     if (myVolumeSlider) {
         myVolumeSlider->setFloatValue(volume ? float(volume->doubleValue()) : 0);
@@ -157,6 +159,20 @@ void BYTableView::answerWaitingNotifications()
     for (const DistributedNotification& notification : std::exchange(m_waitingNotifications, {})) {
         prefsChanged(notification);
     }
+}
+
+// The helper may have added a phrase to the file while a question about an entry was open: the answer then goes to the
+// entry of that phrase in the new document, or nowhere when it has none, so that the write loses nothing.
+DictionaryPointer BYTableView::entryAfterQuestion(const DictionaryPointer& entry)
+{
+    const bool isOutdated = std::any_of(m_waitingNotifications.cbegin(), m_waitingNotifications.cend(),
+        [](const DistributedNotification& waiting) { return waiting.name == NotificationName::newRowAddedViaMenu; });
+    if (!isOutdated) {
+        return entry;
+    }
+    const QString phrase = entry->value(PhraseKey::phrase).string();
+    BYGlobals::fillArray();
+    return entryAt(PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase));
 }
 
 void BYTableView::answer(const DistributedNotification& notification)

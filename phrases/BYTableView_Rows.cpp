@@ -8,6 +8,8 @@
 #include <RemovalQuestion.h>
 #include <SharedNames.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using PropertyList::DictionaryPointer;
@@ -41,26 +43,32 @@ void BYTableView::removeRow(QObject*)
         qCInfo(logPhraseRows).noquote() << u"remove row called but editEntryInProgress"_s;
         return;
     }
-    const int row = selectedRow();
+    int row = selectedRow();
     if (row == -1) {
         return;
     }
+    const DictionaryPointer entry = entryAt(row);
     if (gConfirmRemove && !confirmRemoval()) {
         gConfirmRemove = true;
         return;
     }
+    if (entry) {
+        row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), entryAfterQuestion(entry));
+    }
     // Text that was not saved goes with its phrase: there is nothing left to ask about.
     setEditPaneDirty(false);
-    if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray(); phrases && row < phrases->size()) {
+    if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
+        phrases && row >= 0 && row < phrases->size()) {
         phrases->removeAt(row);
     }
     noteNumberOfRowsChanged();
     reloadData();
     BYGlobals::sendNotification(NotificationName::rowRemoved);
     clearEditPane();
-    BYGlobals::setSelectedClippingRowForEditing(row - 1);
-    selectRow_byExtendingSelection(row - 1, false);
-    scrollRowToVisible(row - 1);
+    const int rowBefore = std::max(row - 1, -1);
+    BYGlobals::setSelectedClippingRowForEditing(rowBefore);
+    selectRow_byExtendingSelection(rowBefore, false);
+    scrollRowToVisible(rowBefore);
     gConfirmRemove = true;
 }
 

@@ -63,8 +63,9 @@ void BYTableView::askAboutUnsavedText()
     const int result =
         Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Save"_s), localized(u"Discard"_s));
     std::fprintf(stderr, "NSRunAlertPanel result = %d.\n", result);
-    if (result == Alert::defaultReturn) {
-        saveEditedText(entry);
+    const DictionaryPointer edited = result == Alert::defaultReturn ? entryAfterQuestion(entry) : DictionaryPointer();
+    if (edited) {
+        saveEditedText(edited);
     }
 }
 

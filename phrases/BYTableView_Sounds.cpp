@@ -56,8 +56,10 @@ void BYTableView::chooseSound(const DictionaryPointer& entry)
     if (myOpenPanelViewChosenEventLabel) {
         myOpenPanelViewChosenEventLabel->setText(entry->value(PhraseKey::phrase).textValue());
     }
-    for (const QString& path : SoundPanel::run(*_activeOpenPanel)) {
-        entry->insert(PhraseKey::soundFilepath, path);
+    const QStringList paths = SoundPanel::run(*_activeOpenPanel);
+    const DictionaryPointer asked = entryAfterQuestion(entry);
+    if (!paths.isEmpty() && asked) {
+        asked->insert(PhraseKey::soundFilepath, paths.constFirst());
         SoundDocument::saveAndRefreshMenu();
     }
     viewport()->update();

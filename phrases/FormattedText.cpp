@@ -66,6 +66,15 @@ QTextCharFormat characterFormat(const AttributedText::Attributes& attributes)
     return format;
 }
 
+void alignParagraph(QTextCursor& cursor, Qt::Alignment alignment)
+{
+    if (cursor.blockFormat().alignment() != alignment) {
+        QTextBlockFormat format;
+        format.setAlignment(alignment);
+        cursor.mergeBlockFormat(format);
+    }
+}
+
 void insertAttachment(QTextCursor& cursor, TextAttachment file)
 {
     QTextDocument& document = *cursor.document();
@@ -106,21 +115,14 @@ void FormattedText::fill(QTextDocument& document, const AttributedText& text)
     QTextCursor cursor(&document);
     qsizetype position = 0;
     for (const AttributedText::Run& run : text.runs) {
-        const int start = cursor.position();
+        // Paragraphs that the run begins take over the format of the one in which it starts.
+        alignParagraph(cursor, blockAlignment(run.attributes.alignment));
         if (run.attributes.attachment) {
             insertAttachment(cursor, *run.attributes.attachment);
         } else {
             cursor.insertText(text.text.mid(position, run.length), characterFormat(run.attributes));
         }
         position += run.length;
-        if (run.attributes.alignment != AttributedText::Alignment::Natural) {
-            QTextBlockFormat blockFormat;
-            blockFormat.setAlignment(blockAlignment(run.attributes.alignment));
-            QTextCursor paragraphs(&document);
-            paragraphs.setPosition(start);
-            paragraphs.setPosition(cursor.position(), QTextCursor::KeepAnchor);
-            paragraphs.mergeBlockFormat(blockFormat);
-        }
     }
 }
 

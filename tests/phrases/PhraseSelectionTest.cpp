@@ -60,7 +60,7 @@ private Q_SLOTS:
         typeIntoPaneOf(1);
         QString question;
         ModalDriver driver([&](QWidget* modal) {
-            question = modal->property("text").toString();
+            question = modal->property("informativeText").toString();
             ModalDriver::click(answer)(modal);
         });
         move(*m_tab);
@@ -105,7 +105,6 @@ private Q_SLOTS:
         });
         m_tab->table->selectRow_byExtendingSelection(2, false);
         QCOMPARE(rowsMeanwhile, 3);
-        verifyPaneShows(u"c"_s);
         QTRY_COMPARE(m_tab->table->numberOfRows(), 4);
         verifyPaneShows(u"aa"_s);
     }

@@ -117,8 +117,10 @@ private Q_SLOTS:
     {
         const int row = PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), u"Banana");
         m_tab->table->editColumn_row_withEvent_select(1, row, nullptr, true);
-        QTest::keyClicks(QApplication::focusWidget(), u"zebra"_s);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        auto* editor = m_tab->table->findChild<QLineEdit*>(u"FieldEditor"_s);
+        QVERIFY(editor);
+        QTest::keyClicks(editor, u"zebra"_s);
+        QTest::keyClick(editor, Qt::Key_Return);
         QCOMPARE(phrasesIn(m_tab->storedPhrases()).at(row), u"zebra"_s);
         QCOMPARE(BYGlobals::lastEditedAbb(), u"zebra"_s);
         m_tab->settle();
@@ -172,6 +174,8 @@ private Q_SLOTS:
         QTest::keyClick(m_tab->table, Qt::Key_Delete);
         QVERIFY(cancel.wasAnswered());
         QVERIFY(m_tab->entryCalled(u"Banana"_s));
+        m_tab->window.activateWindow();
+        QTRY_VERIFY(m_tab->table->hasFocus());
 
         const int row = rowOf(u"Banana"_s);
         QTest::keyClick(m_tab->table, Qt::Key_Backspace, Qt::ControlModifier);
@@ -269,14 +273,16 @@ private Q_SLOTS:
         data.setUrls({QUrl(u"file:///x/a%20b.wav"_s)});
         const Pasteboard pasteboard(&data);
         const DraggingInfo info(pasteboard, false);
+        const auto drop = [this, &info](int row) {
+            return m_tab->table->tableView_acceptDrop_row_dropOperation(m_tab->table, info, row, DropOperation::On);
+        };
+        QVERIFY(!drop(brokenRow()));
+        BYGlobals::clippingsArray()->replace(0, phraseEntry(u"first"_s, u""_s));
         for (const int row : {-1, 1}) {
-            QVERIFY(m_tab->table->tableView_acceptDrop_row_dropOperation(m_tab->table, info, row, DropOperation::On));
-            QCOMPARE(
-                PhraseList::entryAt(m_tab->storedPhrases(), std::max(row, 0))->value(PhraseKey::soundFilepath).string(),
-                u"/x/a b.wav"_s);
+            QVERIFY(drop(row));
+            const DictionaryPointer stored = PhraseList::entryAt(m_tab->storedPhrases(), std::max(row, 0));
+            QCOMPARE(stored->value(PhraseKey::soundFilepath).string(), u"/x/a b.wav"_s);
         }
-        QVERIFY(
-            !m_tab->table->tableView_acceptDrop_row_dropOperation(m_tab->table, info, brokenRow(), DropOperation::On));
         QCOMPARE(m_tab->table->tableView_validateDrop_proposedRow_proposedDropOperation(
                      m_tab->table, info, 4, DropOperation::Above),
             DragOperation::None);

@@ -94,6 +94,7 @@ PhrasesTabFixture::PhrasesTabFixture(const QList<Value>& phrases)
     window.show();
     window.activateWindow();
     table->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
 }
 
 PhrasesTabFixture::~PhrasesTabFixture()
