@@ -47,7 +47,7 @@ qint16 volumeNumber(const QString& mountPoint)
 /// What the identifier of a folder is tried with first: its inode, folded where it is too large.
 qint32 identifierForInode(quint64 inode)
 {
-    const qint32 folded = qint32((inode ^ (inode >> 31)) & identifierMask);
+    const auto folded = qint32((inode ^ (inode >> 31)) & identifierMask);
     return folded < firstIdentifier ? folded + firstIdentifier : folded;
 }
 

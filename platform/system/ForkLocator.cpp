@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -90,8 +91,8 @@ std::optional<Container> containerOf(const FilePeek& file)
 class ForkHunt final
 {
 public:
-    explicit ForkHunt(const QString& path)
-        : m_path(path)
+    explicit ForkHunt(QString path)
+        : m_path(std::move(path))
     {
     }
 
