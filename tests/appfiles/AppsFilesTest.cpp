@@ -104,7 +104,7 @@ private Q_SLOTS:
         Preferences::setValue(SettingKey::appsFiles, paths, BYGlobals::appID());
         QVERIFY(Preferences::synchronize(BYGlobals::appID()));
         m_tab = std::make_unique<ApplicationsTab>();
-        m_recorder.clear();
+        QVERIFY(m_recorder.forgetAllPosted());
     }
 
     void cleanup() { m_tab.reset(); }

@@ -131,7 +131,9 @@ private Q_SLOTS:
         BYGlobals::fillArray();
         gConfirmRemove = true;
         m_tab = std::make_unique<EventsTab>();
-        m_recorder.clear();
+        QVERIFY(QTest::qWaitForWindowActive(&m_tab->table));
+        m_tab->table.setFocus();
+        QVERIFY(m_recorder.forgetAllPosted());
     }
 
     void cleanup() { m_tab.reset(); }
@@ -206,6 +208,9 @@ private Q_SLOTS:
         QVERIFY(cancel.wasAnswered());
         QCOMPARE(entryAt(0)->value(EventKey::soundFilepath).string(), m_sound);
 
+        // The offscreen platform gives the focus back only when it is asked to.
+        m_tab->table.activateWindow();
+        QTRY_VERIFY(m_tab->table.hasFocus());
         QTest::keyClick(&m_tab->table, Qt::Key_Delete, Qt::ControlModifier);
         QCOMPARE(storedEntryAt(0)->value(EventKey::soundFilepath).string(), QString());
         QVERIFY(gConfirmRemove);

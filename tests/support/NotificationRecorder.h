@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTest>
 
 #include <DistributedNotificationCenter.h>
 
@@ -38,6 +39,18 @@ public:
     }
 
     void clear() { m_heard.clear(); }
+
+    /// Forgets everything that was posted until now, what is still on its way included. False when the bus is slower than
+    /// any test should wait for.
+    [[nodiscard]] bool forgetAllPosted()
+    {
+        const QString marker = QStringLiteral("end of what was posted");
+        DistributedNotificationCenter::defaultCenter().postNotification(
+            marker, QStringLiteral("com.blipsy.BlipsyMenu"));
+        const bool heard = QTest::qWaitFor([&] { return names().contains(marker); });
+        clear();
+        return heard;
+    }
 
 private:
     std::vector<DistributedNotification> m_heard;
