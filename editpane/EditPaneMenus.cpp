@@ -5,6 +5,7 @@
 #include <Bundle.h>
 #include <SharedNames.h>
 
+#include <array>
 #include <span>
 
 using namespace Qt::StringLiterals;
@@ -18,11 +19,12 @@ constexpr int firstSymbolTag = 1007;
 constexpr int firstTimeTag = 100;
 constexpr int firstUserTag = 200;
 
-constexpr const char* dates[] = {"%Y-%m-%d", "%Y%m%d", "%Y-%j", "%A, %B %e, %Y", "%a, %b %e, %Y", "%B %e, %Y",
-    "%b %e, %Y", "%A, %e %B %Y", "%a %e %b %Y", "%e %B %Y", "%e %b %Y", "%d-%b-%Y", "%m/%d/%Y", "%1m/%e/%y", "%d/%m/%Y",
-    "%d/%m/%y", "%d.%m.%Y", "%e.%1m.%Y", "%d-%m-%Y", "%Y/%m/%d", "%y%m%d", "%y-%m-%d"};
-constexpr const char* times[] = {"%H:%M", "%H:%M:%S", "%1H:%M", "%H.%M", "%Hh%M", "%H%M", "%H%M%S", "%1I:%M %p",
-    "%1I:%M:%S %p", "%I:%M %p", "%I:%M:%S %p", "%H:%M:%S%z", "%H:%M:%S %Z", "%Y-%m-%dT%H:%M:%S%z", "%Y%m%dT%H%M%S"};
+constexpr auto dates = std::to_array<const char*>({"%Y-%m-%d", "%Y%m%d", "%Y-%j", "%A, %B %e, %Y", "%a, %b %e, %Y",
+    "%B %e, %Y", "%b %e, %Y", "%A, %e %B %Y", "%a %e %b %Y", "%e %B %Y", "%e %b %Y", "%d-%b-%Y", "%m/%d/%Y",
+    "%1m/%e/%y", "%d/%m/%Y", "%d/%m/%y", "%d.%m.%Y", "%e.%1m.%Y", "%d-%m-%Y", "%Y/%m/%d", "%y%m%d", "%y-%m-%d"});
+constexpr auto times = std::to_array<const char*>(
+    {"%H:%M", "%H:%M:%S", "%1H:%M", "%H.%M", "%Hh%M", "%H%M", "%H%M%S", "%1I:%M %p", "%1I:%M:%S %p", "%I:%M %p",
+        "%I:%M:%S %p", "%H:%M:%S%z", "%H:%M:%S %Z", "%Y-%m-%dT%H:%M:%S%z", "%Y%m%dT%H%M%S"});
 
 struct Item
 {
@@ -30,11 +32,13 @@ struct Item
     const char* inserted;
 };
 
-constexpr Item userFormats[] = {{"Short date as in the settings", "[[0]]"}, {"Long date as in the settings", "[[1]]"},
-    {"Time as in the settings", "[[4]]"}};
-constexpr Item markers[] = {{"Insertion point", "%|"}, {"Move left", "%<"}, {"Move up", "%^"}, {"Move right", "%>"},
-    {"Move down", "%v"}, {"Keep the trigger character", "%+"}, {"Leave out the trigger character", "%-"}};
-constexpr const char* symbols[] = {"\u2013 Dash", "\u2022 Bullet", "\u2026 Ellipsis", "\u2192 Arrow"};
+constexpr auto userFormats = std::to_array<Item>({{"Short date as in the settings", "[[0]]"},
+    {"Long date as in the settings", "[[1]]"}, {"Time as in the settings", "[[4]]"}});
+constexpr auto markers =
+    std::to_array<Item>({{"Insertion point", "%|"}, {"Move left", "%<"}, {"Move up", "%^"}, {"Move right", "%>"},
+        {"Move down", "%v"}, {"Keep the trigger character", "%+"}, {"Leave out the trigger character", "%-"}});
+constexpr auto symbols =
+    std::to_array<const char*>({"\u2013 Dash", "\u2022 Bullet", "\u2026 Ellipsis", "\u2192 Arrow"});
 
 QString localized(const char* text)
 {

@@ -6,6 +6,8 @@
 #include <CalendarFormat.h>
 #include <Preferences.h>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,9 +22,10 @@ struct Stamp
     bool isUserFormat = false;
 };
 
-constexpr Stamp stamps[] = {{u'0', "NSShortDateFormatString"_L1, true}, {u'1', "NSDateFormatString"_L1, true},
-    {u'2', "%a, %b %e, %Y"_L1}, {u'3', "%H:%M"_L1}, {u'4', "NSTimeFormatString"_L1, true}, {u'5', "%Y%m%d"_L1},
-    {u'6', "%Y-%m-%d"_L1}, {u'7', "%B %e, %Y"_L1}, {u'8', "%b %e, %Y"_L1}, {u'9', "%y%m%d"_L1}, {u':', "%y-%m-%d"_L1}};
+constexpr auto stamps = std::to_array<Stamp>(
+    {{u'0', "NSShortDateFormatString"_L1, true}, {u'1', "NSDateFormatString"_L1, true}, {u'2', "%a, %b %e, %Y"_L1},
+        {u'3', "%H:%M"_L1}, {u'4', "NSTimeFormatString"_L1, true}, {u'5', "%Y%m%d"_L1}, {u'6', "%Y-%m-%d"_L1},
+        {u'7', "%B %e, %Y"_L1}, {u'8', "%b %e, %Y"_L1}, {u'9', "%y%m%d"_L1}, {u':', "%y-%m-%d"_L1}});
 
 /// The names and formats of the session's language, taken apart once: asking Qt for them costs more than a whole text.
 const CalendarFormat::Locale& sessionLocale()

@@ -8,7 +8,6 @@
 #include <QStandardPaths>
 
 #include <BYGlobals.h>
-#include <Bundle.h>
 #include <FileTypes.h>
 #include <Pasteboard.h>
 #include <SharedNames.h>
@@ -28,8 +27,10 @@ namespace {
 /// 'SFIL' or 'sfil': the pane cannot preview a suitcase without holding up the panel, the helper can.
 bool isSuitcase(const QString& path)
 {
+    constexpr FileTypes::TypeCode capitals = FileTypes::typeCode("SFIL");
+    constexpr FileTypes::TypeCode smallLetters = FileTypes::typeCode("sfil");
     const std::optional<FileTypes::TypeCode> type = FileTypes::hfsTypeCode(path);
-    return type == FileTypes::typeCode("SFIL") || type == FileTypes::typeCode("sfil");
+    return type == capitals || type == smallLetters;
 }
 
 void addFolder(QComboBox* popUp, const QString& title, const QString& path)
@@ -61,7 +62,6 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
         return;
     }
     OpenPanel panel(mySoundEventsTable);
-    panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose a Sound"_s));
     prepareOpenPanel(&panel);
     myOpenPanelViewChosenEventLabel->setText(entry->value(EventKey::eventName).textValue());
     panel.setSelectionDidChange([this] { panelSelectionDidChange(nullptr); });

@@ -11,16 +11,18 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollArea>
-#include <QVBoxLayout>
+#include <QStackedLayout>
 
 #include <BYAppsFilesController.h>
 #include <BYController.h>
 #include <BYEditPaneController.h>
 #include <BYlauncher.h>
 #include <Bundle.h>
+#include <NotificationCenter.h>
 #include <SharedNames.h>
 #include <Sound.h>
 #include <SoundEventsController.h>
@@ -42,8 +44,23 @@ QWidget* scrolling(QWidget* page)
     auto* area = new QScrollArea;
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
+    // It scrolls to whatever gets the focus; a stop of its own in the tab order would be an empty one.
+    area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(page);
     return area;
+}
+
+/// Fills @p place with @p editPane while @p table has a selected row, and with a hint while it has none.
+void showHintWithoutSelection(QWidget* place, QWidget* editPane, TableView* table)
+{
+    auto* hint = new QLabel(localized(u"Select a phrase to see its text."_s), place);
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setEnabled(false);
+    auto* layout = new QStackedLayout(place);
+    layout->addWidget(hint);
+    layout->addWidget(editPane);
+    NotificationCenter::defaultCenter().addObserver(place, TableView::selectionDidChangeNotification, table,
+        [layout, table](const Notification&) { layout->setCurrentIndex(table->selectedRow() < 0 ? 0 : 1); });
 }
 
 void addTaggedAction(QMenu* menu, const QString& title, int tag)
@@ -139,11 +156,10 @@ void Interface::buildViews()
     forms.eventMenu = new QMenu(m_view.get());
     forms.applicationMenu = new QMenu(m_view.get());
 
-    auto* editPaneLayout = new QVBoxLayout(forms.phrases.editPanePlaceholder);
-    editPaneLayout->setContentsMargins(0, 0, 0, 0);
     auto* editPane = new QWidget(forms.phrases.editPanePlaceholder);
     forms.editPane.setupUi(editPane);
-    editPaneLayout->addWidget(editPane);
+    forms.editPane.formattingBar->setTextView(forms.editPane.editEntryPane);
+    showHintWithoutSelection(forms.phrases.editPanePlaceholder, editPane, forms.phrases.abbsTableView);
 
     const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
     const auto addTab = [&](QWidget* page, const QString& name) {

@@ -9,6 +9,7 @@
 #include <SharedNames.h>
 
 #include <algorithm>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -84,8 +85,8 @@ void BYTableView::tableView_sortDescriptorsDidChange(TableView*, const QList<Sor
     reloadFollowingSelection([this] {
         const QList<SortDescriptor> descriptors = sortDescriptors();
         // Stable, so that the first descriptor, sorted by last, has the most say.
-        for (auto descriptor = descriptors.crbegin(); descriptor != descriptors.crend(); ++descriptor) {
-            PhraseList::sort(BYGlobals::clippingsArray(), *descriptor);
+        for (const SortDescriptor& descriptor : descriptors | std::views::reverse) {
+            PhraseList::sort(BYGlobals::clippingsArray(), descriptor);
         }
     });
 }

@@ -4,7 +4,9 @@
 
 #include <QAbstractButton>
 
+#include <Bundle.h>
 #include <OpenPanel.h>
+#include <SharedNames.h>
 
 #include <utility>
 
@@ -53,6 +55,7 @@ void SoundPanel::selectionDidChange(const OpenPanel& panel, const SoundPanelAcce
 
 QStringList SoundPanel::run(OpenPanel& panel)
 {
+    panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose a Sound"_s));
     panel.setAllowsMultipleSelection(false);
     panel.setCanChooseDirectories(true);
     panel.setCanChooseFiles(true);

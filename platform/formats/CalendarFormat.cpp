@@ -5,6 +5,7 @@
 #include <QTimeZone>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <span>
 
@@ -204,14 +205,14 @@ struct Translation
 };
 
 // Longer fields first: the first that fits is taken.
-constexpr Translation translations[] = {{"dddd"_L1, "%A"_L1}, {"ddd"_L1, "%a"_L1}, {"dd"_L1, "%d"_L1},
+constexpr auto translations = std::to_array<Translation>({{"dddd"_L1, "%A"_L1}, {"ddd"_L1, "%a"_L1}, {"dd"_L1, "%d"_L1},
     {"d"_L1, "%e"_L1}, {"MMMM"_L1, "%B"_L1}, {"MMM"_L1, "%b"_L1}, {"MM"_L1, "%m"_L1}, {"M"_L1, "%1m"_L1},
     {"yyyy"_L1, "%Y"_L1}, {"yy"_L1, "%y"_L1}, {"HH"_L1, "%H"_L1}, {"H"_L1, "%1H"_L1}, {"mm"_L1, "%M"_L1},
     {"m"_L1, "%1M"_L1}, {"ss"_L1, "%S"_L1}, {"s"_L1, "%1S"_L1}, {"zzz"_L1, "%F"_L1}, {"z"_L1, "%1F"_L1},
     {"AP"_L1, "%p"_L1}, {"ap"_L1, "%p"_L1}, {"Ap"_L1, "%p"_L1}, {"aP"_L1, "%p"_L1}, {"A"_L1, "%p"_L1},
-    {"a"_L1, "%p"_L1}, {"tttt"_L1, ""_L1}, {"ttt"_L1, ""_L1}, {"tt"_L1, ""_L1}, {"t"_L1, ""_L1}};
-constexpr Translation twelveHours[] = {{"hh"_L1, "%I"_L1}, {"h"_L1, "%1I"_L1}};
-constexpr Translation allHours[] = {{"hh"_L1, "%H"_L1}, {"h"_L1, "%1H"_L1}};
+    {"a"_L1, "%p"_L1}, {"tttt"_L1, ""_L1}, {"ttt"_L1, ""_L1}, {"tt"_L1, ""_L1}, {"t"_L1, ""_L1}});
+constexpr auto twelveHours = std::to_array<Translation>({{"hh"_L1, "%I"_L1}, {"h"_L1, "%1I"_L1}});
+constexpr auto allHours = std::to_array<Translation>({{"hh"_L1, "%H"_L1}, {"h"_L1, "%1H"_L1}});
 
 const Translation* translationAt(QStringView format, std::span<const Translation> table)
 {

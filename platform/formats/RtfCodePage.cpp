@@ -3,6 +3,7 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -19,8 +20,9 @@ struct Charset
     int codePage;
 };
 
-constexpr Charset charsets[] = {{77, 10000}, {128, 932}, {129, 949}, {134, 936}, {136, 950}, {161, 1253}, {162, 1254},
-    {163, 1258}, {177, 1255}, {178, 1256}, {186, 1257}, {204, 1251}, {222, 874}, {238, 1250}};
+constexpr auto charsets =
+    std::to_array<Charset>({{77, 10000}, {128, 932}, {129, 949}, {134, 936}, {136, 950}, {161, 1253}, {162, 1254},
+        {163, 1258}, {177, 1255}, {178, 1256}, {186, 1257}, {204, 1251}, {222, 874}, {238, 1250}});
 
 struct Known
 {
@@ -29,12 +31,12 @@ struct Known
     bool multiByte;
 };
 
-constexpr Known knownPages[] = {{westernNumber, "windows-1252", false}, {10000, "macintosh", false},
+constexpr auto knownPages = std::to_array<Known>({{westernNumber, "windows-1252", false}, {10000, "macintosh", false},
     {437, "IBM437", false}, {850, "IBM850", false}, {874, "windows-874", false}, {932, "Shift_JIS", true},
     {936, "GBK", true}, {949, "windows-949", true}, {950, "Big5", true}, {1250, "windows-1250", false},
     {1251, "windows-1251", false}, {1253, "windows-1253", false}, {1254, "windows-1254", false},
     {1255, "windows-1255", false}, {1256, "windows-1256", false}, {1257, "windows-1257", false},
-    {1258, "windows-1258", false}, {65001, "UTF-8", true}};
+    {1258, "windows-1258", false}, {65001, "UTF-8", true}});
 
 const Known& knownPage(int number)
 {

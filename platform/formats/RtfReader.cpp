@@ -3,6 +3,7 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -311,9 +312,9 @@ void Reader::appendUnit(char16_t unit)
         append({});
         m_highSurrogate = unit;
     } else if (QChar::isLowSurrogate(unit) && m_highSurrogate != 0) {
-        const char16_t pair[] = {m_highSurrogate, unit};
+        const auto pair = std::to_array<char16_t>({m_highSurrogate, unit});
         m_highSurrogate = 0;
-        append(QStringView(pair, 2));
+        append(QStringView(pair.data(), 2));
     } else {
         append(QChar::isSurrogate(unit) ? QStringView(u"\uFFFD") : QStringView(&unit, 1));
     }

@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -17,9 +18,9 @@ struct Style
     bool italic;
 };
 
-constexpr Style styles[] = {{"BoldItalic"_L1, true, true}, {"BoldOblique"_L1, true, true},
+constexpr auto styles = std::to_array<Style>({{"BoldItalic"_L1, true, true}, {"BoldOblique"_L1, true, true},
     {"BoldItalicMT"_L1, true, true}, {"BoldMT"_L1, true, false}, {"Bold"_L1, true, false}, {"ItalicMT"_L1, false, true},
-    {"Italic"_L1, false, true}, {"Oblique"_L1, false, true}, {"Regular"_L1, false, false}, {"Roman"_L1, false, false}};
+    {"Italic"_L1, false, true}, {"Oblique"_L1, false, true}, {"Regular"_L1, false, false}, {"Roman"_L1, false, false}});
 
 struct FamilyName
 {
@@ -28,11 +29,11 @@ struct FamilyName
 };
 
 // The families whose PostScript name cannot be taken apart by rule.
-constexpr FamilyName familyNames[] = {{"TimesNewRomanPSMT"_L1, "Times New Roman"_L1},
-    {"TimesNewRomanPS"_L1, "Times New Roman"_L1}, {"ArialMT"_L1, "Arial"_L1}, {"CourierNewPSMT"_L1, "Courier New"_L1},
-    {"CourierNewPS"_L1, "Courier New"_L1}, {"HelveticaNeue"_L1, "Helvetica Neue"_L1},
-    {"LucidaGrande"_L1, "Lucida Grande"_L1}, {"TrebuchetMS"_L1, "Trebuchet MS"_L1},
-    {"ComicSansMS"_L1, "Comic Sans MS"_L1}};
+constexpr auto familyNames = std::to_array<FamilyName>(
+    {{"TimesNewRomanPSMT"_L1, "Times New Roman"_L1}, {"TimesNewRomanPS"_L1, "Times New Roman"_L1},
+        {"ArialMT"_L1, "Arial"_L1}, {"CourierNewPSMT"_L1, "Courier New"_L1}, {"CourierNewPS"_L1, "Courier New"_L1},
+        {"HelveticaNeue"_L1, "Helvetica Neue"_L1}, {"LucidaGrande"_L1, "Lucida Grande"_L1},
+        {"TrebuchetMS"_L1, "Trebuchet MS"_L1}, {"ComicSansMS"_L1, "Comic Sans MS"_L1}});
 
 QString familyOf(const QString& name)
 {

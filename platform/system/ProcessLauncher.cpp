@@ -29,6 +29,9 @@ bool ProcessLauncher::launch(const QString& path, const QStringList& arguments)
     process.setArguments(arguments);
     process.setWorkingDirectory(QDir::homePath());
     process.setStandardInputFile(QProcess::nullDevice());
+    // A program that outlives this one must not write into its terminal.
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
     if (process.startDetached()) {
         return true;
     }

@@ -696,6 +696,10 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Bereiche der Einstellungen</translation>
     </message>
     <message>
+        <source>Select a phrase to see its text.</source>
+        <translation>Wählen Sie ein Kürzel, um seinen Text zu sehen.</translation>
+    </message>
+    <message>
         <source>Semicolon</source>
         <translation>Strichpunkt</translation>
     </message>

@@ -200,7 +200,5 @@ private Q_SLOTS:
     }
 };
 
-Q_DECLARE_METATYPE(Value)
-
 QTEST_GUILESS_MAIN(BYGlobalsTest)
 #include "BYGlobalsTest.moc"

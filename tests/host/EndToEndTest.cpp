@@ -1,0 +1,194 @@
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <NotificationRecorder.h>
+#include <PropertyList.h>
+#include <SharedNames.h>
+#include <SoundFixtures.h>
+#include <SoundServerControl.h>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Array;
+using PropertyList::Dictionary;
+using PropertyList::Value;
+using SoundServerControl::Recording;
+
+namespace {
+
+/// Runs xdotool, which moves the pointer and presses keys as a person does.
+bool act(const QStringList& arguments)
+{
+    return QProcess::execute(u"xdotool"_s, arguments) == 0;
+}
+
+/// The program under test on the private display, with its window in the corner of the screen.
+class Program final
+{
+public:
+    explicit Program(const QStringList& arguments)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(QStringLiteral(BLIPSY_HOST), arguments);
+    }
+
+    ~Program()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    /// Waits for the window and gives it the keyboard; there is no window manager that would.
+    bool takeFocus()
+    {
+        const bool isUp = QTest::qWaitFor([this] { return !window().isEmpty(); }, 20'000);
+        return isUp && act({u"windowmove"_s, window(), u"0"_s, u"0"_s}) && act({u"windowfocus"_s, window()});
+    }
+
+    bool click(int x, int y)
+    {
+        return act({u"mousemove"_s, u"--window"_s, window(), QString::number(x), QString::number(y)}) &&
+               act({u"click"_s, u"1"_s});
+    }
+
+    QProcess process;
+
+private:
+    static QString window()
+    {
+        QProcess search;
+        search.start(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Blipsy$"_s});
+        search.waitForFinished();
+        return QString::fromLatin1(search.readAllStandardOutput().split('\n').first());
+    }
+};
+
+/// Where the first row and its columns are in the window as it opens.
+constexpr int firstRow = 100;
+constexpr int phraseColumn = 120;
+constexpr int playColumn = 762;
+
+} // namespace
+
+class EndToEndTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init()
+    {
+        SoundFixtures::write(path(u"alpha.aiff"_s), SoundFixtures::aiff(440, 0.5));
+        SoundFixtures::write(path(u"beta.wav"_s), SoundFixtures::wave(1000, 0.5));
+        const auto phrase = [](const QString& text, const QString& sound) {
+            return Value(Dictionary::create({{PhraseKey::phrase, text}, {PhraseKey::soundFilepath, sound}}));
+        };
+        const auto root = Dictionary::create({{DocumentKey::clippings,
+            Array::create({phrase(u"alpha"_s, path(u"alpha.aiff"_s)), phrase(u"beta"_s, u""_s)})}});
+        SoundFixtures::write(path(u"test.blipsy"_s), PropertyList::write(root));
+    }
+
+    void phraseGetsASoundAndIsHeard()
+    {
+        Recording recording;
+        QVERIFY(recording.isRunning());
+        NotificationRecorder bus;
+        Program program({u"--document"_s, path(u"test.blipsy"_s)});
+        QVERIFY(program.takeFocus());
+
+        QVERIFY(program.click(playColumn, firstRow));
+        QTRY_VERIFY_WITH_TIMEOUT(recording.secondsOf(440) > 0.4, 10'000);
+
+        QVERIFY(program.click(phraseColumn, firstRow));
+        QVERIFY(bus.forgetAllPosted());
+        QVERIFY(act({u"type"_s, u"b"_s}));
+        QVERIFY(act({u"key"_s, u"ctrl+a"_s}));
+        QTRY_VERIFY_WITH_TIMEOUT(act({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"Choose a Sound"_s}), 10'000);
+        QVERIFY(act({u"search"_s, u"--name"_s, u"Choose a Sound"_s, u"windowfocus"_s}));
+        QVERIFY(act({u"type"_s, path(u"beta.wav"_s)}));
+        QVERIFY(act({u"key"_s, u"Return"_s}));
+        QTRY_COMPARE_WITH_TIMEOUT(storedSoundOf(u"beta"_s), path(u"beta.wav"_s), 10'000);
+        QTRY_VERIFY(bus.names().contains(u"RefreshMenu"_s));
+
+        recording.clear();
+        QVERIFY(program.click(playColumn, firstRow + 24));
+        QTRY_VERIFY_WITH_TIMEOUT(recording.secondsOf(1000) > 0.4, 10'000);
+    }
+
+    void stoppedSoundServerHoldsNothingUp()
+    {
+        Program program({u"--document"_s, path(u"test.blipsy"_s)});
+        QVERIFY(program.takeFocus());
+        QVERIFY(SoundServerControl::signalServer(SIGSTOP));
+        const auto goOn = qScopeGuard([] { SoundServerControl::signalServer(SIGCONT); });
+        QVERIFY(program.click(playColumn, firstRow));
+        QVERIFY(program.click(phraseColumn, firstRow));
+        QVERIFY(act({u"key"_s, u"ctrl+a"_s}));
+        QTRY_COMPARE_WITH_TIMEOUT(storedSoundOf(u"alpha"_s), QString(), 2'000);
+    }
+
+    void everyTabIsPicturedAndTheProgramEnds()
+    {
+        Program program({u"--document"_s, path(u"test.blipsy"_s), u"--screenshot"_s, path(u"pictures"_s)});
+        QVERIFY(program.process.waitForFinished(30'000));
+        QCOMPARE(program.process.exitCode(), 0);
+        for (const QString& tab : {u"Phrases"_s, u"Events"_s, u"Applications"_s, u"Options"_s}) {
+            QVERIFY(!QImage(path(u"pictures/"_s + tab + u".png"_s)).isNull());
+        }
+    }
+
+    void unreadableDocumentIsLeftAlone_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("garbage") << QByteArray("bplist00\xFF\xFF\xFF");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("wrong types") << QByteArray(
+            "<plist><dict><key>Clippings</key><string>x</string></dict></plist>");
+    }
+
+    void unreadableDocumentIsLeftAlone()
+    {
+        QFETCH(QByteArray, bytes);
+        SoundFixtures::write(path(u"test.blipsy"_s), bytes);
+        Program program({u"--document"_s, path(u"test.blipsy"_s)});
+        QVERIFY(program.takeFocus());
+        QVERIFY(program.click(playColumn, firstRow));
+        QVERIFY(act({u"key"_s, u"ctrl+v"_s}));
+        QFile file(path(u"test.blipsy"_s));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), bytes);
+        QCOMPARE(program.process.state(), QProcess::Running);
+    }
+
+private:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    QString storedSoundOf(const QString& phrase) const
+    {
+        QFile file(path(u"test.blipsy"_s));
+        if (!file.open(QIODevice::ReadOnly)) {
+            return {};
+        }
+        const Value root = PropertyList::read(file.readAll()).root;
+        const auto phrases = root.dictionary()->value(DocumentKey::clippings).array();
+        for (const Value& entry : std::as_const(*phrases)) {
+            if (entry.dictionary()->value(PhraseKey::phrase).string() == phrase) {
+                return entry.dictionary()->value(PhraseKey::soundFilepath).string();
+            }
+        }
+        return {};
+    }
+
+    QTemporaryDir m_folder;
+};
+
+QTEST_GUILESS_MAIN(EndToEndTest)
+#include "EndToEndTest.moc"

@@ -1,0 +1,131 @@
+#include "Interface.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <BYGlobals.h>
+#include <BYTableView.h>
+#include <Bundle.h>
+#include <Matrix.h>
+#include <SharedNames.h>
+#include <Slider.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Array;
+using PropertyList::Dictionary;
+
+namespace {
+
+template <typename Widget>
+Widget* child(const Interface& interface, const QString& name)
+{
+    auto* found = interface.view()->findChild<Widget*>(name);
+    if (found == nullptr) {
+        qFatal("no widget called %s", qPrintable(name));
+    }
+    return found;
+}
+
+/// What an assistive program says of a control: its name, or else what it shows.
+QString spokenName(QWidget* widget)
+{
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+    const QString name = accessible != nullptr ? accessible->text(QAccessible::Name) : QString();
+    return name.isEmpty() ? widget->toolTip() : name;
+}
+
+} // namespace
+
+class PaneTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void initTestCase() { Bundle::registerBundle(paneBundleIdentifier, QStringLiteral(BLIPSY_TEST_BUNDLE)); }
+
+    void init()
+    {
+        const auto phrase = Dictionary::create({{PhraseKey::phrase, u"hello"_s}, {PhraseKey::soundFilepath, u""_s}});
+        const auto event = Dictionary::create({{EventKey::event, u"28"_s}, {EventKey::eventName, u"System alert"_s}});
+        const auto root = Dictionary::create({{DocumentKey::clippings, Array::create({phrase})},
+            {DocumentKey::sounds, Array::create({event})}, {DocumentKey::setVolume, u"0.5"_s}});
+        const QString path = m_folder.filePath(u"test.blipsy"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.write(PropertyList::write(root)) > 0);
+        BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
+        BYGlobals::storeSetting(Array::create({path}), SettingKey::recentFilesArray);
+        // A helper of the present build is left alone.
+        BYGlobals::storeSetting(u"10012"_s, SettingKey::menuBuild);
+    }
+
+    void controllersCanBeSetUpInAnyOrder_data()
+    {
+        QTest::addColumn<QList<int>>("order");
+        const int count = int(Interface().setUps().size());
+        for (int first = 0; first < count; ++first) {
+            QList<int> order;
+            for (int i = 0; i < count; ++i) {
+                order.append((first + i) % count);
+            }
+            QTest::addRow("from %d on", first) << order;
+            std::reverse(order.begin(), order.end());
+            QTest::addRow("backwards, %d last", first) << order;
+        }
+    }
+
+    void controllersCanBeSetUpInAnyOrder()
+    {
+        QFETCH(QList<int>, order);
+        const Interface interface;
+        auto setUps = const_cast<Interface&>(interface).setUps();
+        for (const int index : order) {
+            setUps[size_t(index)]();
+        }
+        QCOMPARE(child<BYTableView>(interface, u"abbsTableView"_s)->numberOfRows(), 1);
+        QCOMPARE(child<TableView>(interface, u"mySoundEventsTable"_s)->numberOfRows(), 1);
+        QCOMPARE(child<QLabel>(interface, u"numClippings"_s)->text(), u"1 clippings"_s);
+        QCOMPARE(child<QComboBox>(interface, u"defaultClippingsFileNSPopUpButton"_s)->currentText(), u"test"_s);
+        QCOMPARE(child<Slider>(interface, u"myVolumeSlider"_s)->floatValue(), 0.5F);
+        QCOMPARE(child<Matrix>(interface, u"menuPrefsMatrix"_s)->selectedRow(), 3);
+        QCOMPARE(child<Matrix>(interface, u"iTunesAnnouncerPrefMatrix"_s)->selectedColumn(), 1);
+        QCOMPARE(child<QAbstractButton>(interface, u"pauseHotKeyButton"_s)->text(), u"(None)"_s);
+        QTRY_COMPARE(child<Matrix>(interface, u"onOffRadioButton"_s)->selectedColumn(), 1);
+    }
+
+    void everyControlInTheTabOrderHasAName()
+    {
+        Interface interface;
+        for (const auto& setUp : interface.setUps()) {
+            setUp();
+        }
+        interface.view()->show();
+        QStringList nameless;
+        for (const QString& tab : Interface::tabNames()) {
+            QVERIFY(interface.selectTab(tab));
+            const QList<QWidget*> widgets = interface.view()->findChildren<QWidget*>();
+            for (QWidget* widget : widgets) {
+                const bool isReached = (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isVisible();
+                if (isReached && spokenName(widget).isEmpty()) {
+                    nameless.append(tab + u": "_s + QString::fromLatin1(widget->metaObject()->className()) + u' ' +
+                                    widget->objectName());
+                }
+            }
+        }
+        QCOMPARE(nameless.join(u", "_s), QString());
+        QVERIFY(!interface.selectTab(u"Nowhere"_s));
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+QTEST_MAIN(PaneTest)
+#include "PaneTest.moc"
