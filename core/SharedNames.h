@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// The names that the pane and the helper share, each in one place. Values are what other programs see: none may change.
+/// The names that the pane and the helper share, each in one place. Values are what other programs see: none may
+/// change.
 
 /// Keys of the sounds document.
 namespace DocumentKey {

@@ -30,7 +30,7 @@ bool isSuitcase(const QString& path)
     constexpr FileTypes::TypeCode capitals = FileTypes::typeCode("SFIL");
     constexpr FileTypes::TypeCode smallLetters = FileTypes::typeCode("sfil");
     const std::optional<FileTypes::TypeCode> type = FileTypes::hfsTypeCode(path);
-    return type == capitals || type == smallLetters;
+    return type && (*type == capitals || *type == smallLetters);
 }
 
 void addFolder(QComboBox* popUp, const QString& title, const QString& path)

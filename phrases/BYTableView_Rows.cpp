@@ -9,7 +9,6 @@
 #include <SharedNames.h>
 
 #include <algorithm>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -85,9 +84,8 @@ void BYTableView::tableView_sortDescriptorsDidChange(TableView*, const QList<Sor
     reloadFollowingSelection([this] {
         const QList<SortDescriptor> descriptors = sortDescriptors();
         // Stable, so that the first descriptor, sorted by last, has the most say.
-        for (const SortDescriptor& descriptor : descriptors | std::views::reverse) {
-            PhraseList::sort(BYGlobals::clippingsArray(), descriptor);
-        }
+        std::for_each(descriptors.crbegin(), descriptors.crend(),
+            [](const SortDescriptor& descriptor) { PhraseList::sort(BYGlobals::clippingsArray(), descriptor); });
     });
 }
 

@@ -22,7 +22,7 @@ qint16 openAbbsFile();
 /// there or the file does not open; no file stays open.
 std::optional<QString> abbExists(const QString& abb, const ClassicFiles::FileSpecification* file = nullptr);
 
-/// Fills @p out with the specification of the file or folder at @p path and answers it. A failure leaves an empty
+/// Fills @p out with the file specification of the file or folder at @p path and answers it. A failure leaves an empty
 /// specification.
 ClassicFiles::FileSpecification& posixStringToFSSpec(
     ClassicFiles::FileSpecification& out, const QString& path, bool isDirectory);

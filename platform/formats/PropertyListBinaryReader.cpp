@@ -258,7 +258,7 @@ Value BinaryReader::readDate(const Head& head)
     if (head.low != 3 || !holds(head.body, 8)) {
         return failed(u"an impossible date", head.body);
     }
-    const double seconds = qFromBigEndian<double>(at(head.body));
+    const auto seconds = qFromBigEndian<double>(at(head.body));
     if (!(std::abs(seconds) <= farthestSeconds)) {
         return failed(u"a date out of range", head.body);
     }

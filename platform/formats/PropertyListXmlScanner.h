@@ -52,11 +52,11 @@ private:
     bool skipClosingTag(std::string_view element);
     bool skipRestOfTag(Tag& tag);
     unsigned scanPlain();
-    std::optional<Content> assembledContent(std::string_view element, std::string_view beginning, unsigned classes);
+    std::optional<Content> assembledContent(std::string_view element, std::string_view beginning, unsigned seen);
     bool appendMarkup();
     bool appendEntity();
     bool appendCharacterReference(std::string_view digits);
-    bool accept(unsigned classes);
+    bool accept(unsigned seen);
 
     const char* m_begin;
     const char* m_at;

@@ -44,6 +44,7 @@ private:
         bool underline = false;
         bool strike = false;
 
+        // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the generated comparison with 0 for a pointer's.
         auto operator<=>(const Character&) const = default;
     };
 

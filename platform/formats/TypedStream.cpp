@@ -423,9 +423,10 @@ bool Reader::readInteger(qint64& number)
     if (head() >= 0x80 && head() <= lastReserved) {
         return fail(u"no integer where one should be");
     }
-    qint8 small = 0;
+    // One byte in two's complement.
+    quint8 small = 0;
     const bool isRead = readFixed(small);
-    number = small;
+    number = small < 0x80 ? qint64{small} : qint64{small} - 0x100;
     return isRead;
 }
 

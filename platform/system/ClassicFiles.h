@@ -65,7 +65,7 @@ struct SpecificationResult
 
 SpecificationResult makeSpecification(const Folder& folder, const QByteArray& name);
 
-/// The specification of the existing file or folder at @p path. A link at the end of the path is not followed.
+/// The file specification of the existing file or folder at @p path. A link at the end of the path is not followed.
 std::optional<FileSpecification> specificationForPath(const QString& path);
 
 /// The absolute path of a specification whose folder exists, whether the file itself does or not.

@@ -129,7 +129,7 @@ void CellDelegate::paintFeedback(QPainter* painter, const QStyleOptionViewItem& 
 void CellDelegate::paintMenuArrow(
     QPainter* painter, const QStyleOptionViewItem& option, const CellContent& content) const
 {
-    QStyleOption arrow(option);
+    QStyleOptionViewItem arrow(option);
     arrow.palette.setColor(QPalette::ButtonText, textColor(option));
     arrow.palette.setColor(QPalette::WindowText, textColor(option));
     arrow.rect = imageRect(option.rect);

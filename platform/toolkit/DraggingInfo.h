@@ -19,6 +19,7 @@ public:
     }
 
     const Pasteboard& draggingPasteboard() const { return m_pasteboard; }
+
     /// The drag began in this process.
     bool isLocal() const { return m_isLocal; }
 

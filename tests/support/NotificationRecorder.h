@@ -40,8 +40,8 @@ public:
 
     void clear() { m_heard.clear(); }
 
-    /// Forgets everything that was posted until now, what is still on its way included. False when the bus is slower than
-    /// any test should wait for.
+    /// Forgets everything that was posted until now, what is still on its way included. False when the bus is slower
+    /// than any test should wait for.
     [[nodiscard]] bool forgetAllPosted()
     {
         const QString marker = QStringLiteral("end of what was posted");

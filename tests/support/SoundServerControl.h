@@ -101,6 +101,9 @@ private:
     {
         m_bytes += m_process.readAllStandardOutput();
         QList<float> all(m_bytes.size() / qsizetype(sizeof(float)));
+        if (all.isEmpty()) {
+            return all;
+        }
         std::memcpy(all.data(), m_bytes.constData(), size_t(all.size()) * sizeof(float));
         return all;
     }
