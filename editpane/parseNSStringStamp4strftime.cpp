@@ -52,13 +52,13 @@ QString userFormat(const QString& key)
                                           : locale.shortDateFormat;
 }
 
-/// Where a stamp begins at or before @p from; -1 where none does.
-qsizetype lastStamp(const QString& text, char16_t code, qsizetype from)
+/// Where a stamp begins at or after @p from; -1 where none does.
+qsizetype nextStamp(QStringView text, char16_t code, qsizetype from)
 {
-    for (qsizetype at = text.lastIndexOf(code, from); at >= 2; at = text.lastIndexOf(code, at - 1)) {
-        const QStringView around = QStringView(text).sliced(at - 2);
-        if (around.startsWith(u"[[") && around.sliced(3).startsWith(u"]]")) {
-            return at - 2;
+    for (qsizetype at = text.indexOf(u'[', from); at >= 0 && at <= text.size() - stampLength;
+         at = text.indexOf(u'[', at + 1)) {
+        if (text[at + 1] == u'[' && text[at + 2] == code && text[at + 3] == u']' && text[at + 4] == u']') {
+            return at;
         }
     }
     return -1;
@@ -66,12 +66,12 @@ qsizetype lastStamp(const QString& text, char16_t code, qsizetype from)
 
 void replaceStamp(QString& text, const Stamp& stamp)
 {
-    qsizetype at = lastStamp(text, stamp.code, -1);
+    qsizetype at = nextStamp(text, stamp.code, 0);
     if (at < 0) {
         return;
     }
     const QString format = stamp.isUserFormat ? userFormat(stamp.text) : QString(stamp.text);
-    for (; at >= 0; at = at > 0 ? lastStamp(text, stamp.code, at - 1) : -1) {
+    for (; at >= 0; at = nextStamp(text, stamp.code, at + format.size())) {
         text.replace(at, stampLength, format);
     }
 }

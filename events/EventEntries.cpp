@@ -8,8 +8,8 @@ using PropertyList::Value;
 
 bool EventEntries::matches(const Value& entry, QStringView text)
 {
-    const DictionaryPointer dictionary = entry.dictionary();
-    if (!dictionary) {
+    const PropertyList::Dictionary* dictionary = entry.dictionaryInPlace();
+    if (dictionary == nullptr) {
         return false;
     }
     for (const QString* key : {&EventKey::eventName, &EventKey::soundFilepath, &EventKey::eventCatName}) {
@@ -28,7 +28,7 @@ void EventEntries::filter(const ArrayPointer& all, const ArrayPointer& filtered,
     }
     filtered->clear();
     for (const Value& entry : std::as_const(*all)) {
-        if (entry.dictionary() && (text.isEmpty() || matches(entry, text))) {
+        if (entry.dictionaryInPlace() != nullptr && (text.isEmpty() || matches(entry, text))) {
             filtered->append(entry);
         }
     }

@@ -144,8 +144,8 @@ void TableView::Implementation::activateCell(const QModelIndex& index)
 
 void TableView::Implementation::openMenu(const QModelIndex& index)
 {
-    QMenu* const menu = dynamic_cast<const PopUpButtonCell*>(model->cell(index))->menu();
-    if (menu) {
-        menu->popup(table->viewport()->mapToGlobal(table->visualRect(index).bottomLeft()));
+    const auto* const cell = dynamic_cast<const PopUpButtonCell*>(model->cell(index));
+    if (cell && cell->menu()) {
+        cell->menu()->popup(table->viewport()->mapToGlobal(table->visualRect(index).bottomLeft()));
     }
 }
