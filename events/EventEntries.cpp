@@ -6,7 +6,40 @@ using PropertyList::ArrayPointer;
 using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
-bool EventEntries::matches(const Value& entry, QStringView text)
+namespace {
+
+/// Looks for one text in many, without regard to letter case. Its first character is looked for before anything is
+/// compared, which is what a long list spends its time on.
+class TextSearch final
+{
+public:
+    explicit TextSearch(QStringView text)
+        : m_text(text)
+        , m_first(text.isEmpty() ? QChar() : text.front().toCaseFolded())
+    {
+    }
+
+    bool occursIn(QStringView text) const
+    {
+        if (m_first.isSurrogate()) {
+            return text.contains(m_text, Qt::CaseInsensitive);
+        }
+        const qsizetype last = text.size() - m_text.size();
+        for (qsizetype at = 0; at <= last; ++at) {
+            if (text[at].toCaseFolded() == m_first && text.sliced(at).startsWith(m_text, Qt::CaseInsensitive)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    QStringView m_text;
+    QChar m_first;
+};
+
+/// Whether the text occurs in the entry's name, its sound's path or its category.
+bool matches(const Value& entry, const TextSearch& search)
 {
     const PropertyList::Dictionary* dictionary = entry.dictionaryInPlace();
     if (dictionary == nullptr) {
@@ -14,12 +47,14 @@ bool EventEntries::matches(const Value& entry, QStringView text)
     }
     for (const QString* key : {&EventKey::eventName, &EventKey::soundFilepath, &EventKey::eventCatName}) {
         const Value* value = dictionary->find(*key);
-        if (value != nullptr && value->stringView().contains(text, Qt::CaseInsensitive)) {
+        if (value != nullptr && search.occursIn(value->stringView())) {
             return true;
         }
     }
     return false;
 }
+
+} // namespace
 
 void EventEntries::filter(const ArrayPointer& all, const ArrayPointer& filtered, QStringView text)
 {
@@ -27,8 +62,9 @@ void EventEntries::filter(const ArrayPointer& all, const ArrayPointer& filtered,
         return;
     }
     filtered->clear();
+    const TextSearch search(text);
     for (const Value& entry : std::as_const(*all)) {
-        if (entry.dictionaryInPlace() != nullptr && (text.isEmpty() || matches(entry, text))) {
+        if (text.isEmpty() ? entry.dictionaryInPlace() != nullptr : matches(entry, search)) {
             filtered->append(entry);
         }
     }

@@ -11,9 +11,6 @@ namespace EventEntries {
 /// The code of the system alert, whose volume is the system's own.
 constexpr int systemAlertCode = 28;
 
-/// Whether @p text occurs in the entry's name, its sound's path or its category, without regard to letter case.
-bool matches(const PropertyList::Value& entry, QStringView text);
-
 /// Makes @p filtered hold those entries of @p all, in the same order, that @p text matches; all of them for an empty
 /// text. Elements that are no dictionaries are left out. Null lists are left alone.
 void filter(const PropertyList::ArrayPointer& all, const PropertyList::ArrayPointer& filtered, QStringView text);

@@ -1,0 +1,140 @@
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QTemporaryDir>
+
+#include <BYEventsTableView.h>
+#include <BYGlobals.h>
+#include <Bench.h>
+#include <SharedNames.h>
+#include <Slider.h>
+#include <SoundEventsController.h>
+
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Array;
+using PropertyList::ArrayPointer;
+using PropertyList::Dictionary;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+constexpr int manyEvents = 100'000;
+constexpr int catalogue = 80;
+constexpr int rounds = 15;
+
+DictionaryPointer documentOf(int count)
+{
+    const ArrayPointer events = Array::create();
+    for (int i = 0; i < count; ++i) {
+        events->append(Dictionary::create({{EventKey::event, QString::number(i % catalogue)},
+            {EventKey::eventName, QString(u"Something happens, number %1"_s.arg(i))},
+            {EventKey::eventCatName, u"Desktop"_s}, {EventKey::volume, u"0.5"_s},
+            {EventKey::soundFilepath, QString(u"/usr/share/sounds/stereo/sound-%1.wav"_s.arg(i))}}));
+    }
+    return Dictionary::create({{DocumentKey::sounds, events}, {DocumentKey::setVolume, u"0.5"_s}});
+}
+
+void load(const QTemporaryDir& folder, int count)
+{
+    const QString path = folder.filePath(u"bench.blipsy"_s);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(PropertyList::write(documentOf(count))) < 0 || !file.commit()) {
+        qFatal("cannot write the document");
+    }
+    BYGlobals::setDefaultFilePath(path);
+    BYGlobals::fillArray();
+}
+
+/// The events tab's table, field and slider, connected as in the pane.
+struct EventsTab
+{
+    EventsTab()
+    {
+        controller.mySearchField = &search;
+        controller.mySoundEventsTable = &table;
+        controller.myVolumePopUp = &menu;
+        controller.myVolumeSlider = &slider;
+        controller.myVolumeSliderLabel = &label;
+        controller.myFavouriteFoldersPopUpButton = &favourites;
+        table.setColumns({u"EventName"_s, u"SoundFilepath"_s, u"Play"_s, u"Reveal"_s, u"Trash"_s, u"actionPopUp"_s});
+        table.setColumnTitles({u"Event"_s, u"Sound"_s, u"Play"_s, u"Show"_s, u"Sound"_s, u"Filter"_s});
+        controller.awakeFromNib();
+        table.resize(800, 600);
+        table.show();
+        QCoreApplication::processEvents();
+    }
+
+    QLineEdit search;
+    BYEventsTableView table;
+    QMenu menu;
+    Slider slider;
+    QLabel label;
+    QComboBox favourites;
+    SoundEventsController controller;
+};
+
+void benchFilter(const QTemporaryDir& folder)
+{
+    load(folder, manyEvents);
+    EventsTab tab;
+    tab.search.setText(u"no such event"_s);
+    std::vector<QString> texts;
+    for (const PropertyList::Value& event : *BYGlobals::soundsPrefsArray()) {
+        for (const QString& key : {EventKey::eventName, EventKey::soundFilepath, EventKey::eventCatName}) {
+            texts.push_back(event.dictionary()->value(key).string());
+        }
+    }
+    // Volatile: the comparison is a pure function, and a result that nobody reads would take it along.
+    volatile int found = 0;
+    const auto [ours, peer] = Bench::millisecondsInTurn(
+        rounds,
+        [&] {
+            tab.controller.volumePopUpAction(nullptr);
+            tab.table.viewport()->repaint();
+        },
+        [&] {
+            for (const QString& text : texts) {
+                found = found + (QStringView(text).contains(tab.search.text(), Qt::CaseInsensitive) ? 1 : 0);
+            }
+        });
+    Bench::report("events/filter-100000", ours, peer, 2);
+    Bench::reportAbsolute("events/filter-100000-ms", ours, peer, 16);
+}
+
+void benchSlider(const QTemporaryDir& folder)
+{
+    load(folder, catalogue);
+    EventsTab tab;
+    tab.table.selectRow_byExtendingSelection(1, false);
+    tab.slider.setFloatValue(0.25F);
+    const QByteArray bytes = PropertyList::write(BYGlobals::clippingsDictionary());
+    const QString other = folder.filePath(u"peer.blipsy"_s);
+    const auto [ours, peer] = Bench::millisecondsInTurn(
+        rounds, [&] { tab.controller.volumeSliderAction(&tab.slider); },
+        [&] {
+            QSaveFile file(other);
+            if (!file.open(QIODevice::WriteOnly) || file.write(bytes) < 0 || !file.commit()) {
+                qFatal("cannot write the document");
+            }
+        });
+    Bench::report("events/slider-step-ms", ours, peer, 1.5);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    BYGlobals::init();
+    const QTemporaryDir folder;
+    benchFilter(folder);
+    benchSlider(folder);
+    return 0;
+}
