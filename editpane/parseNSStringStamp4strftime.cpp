@@ -6,6 +6,7 @@
 #include <CalendarFormat.h>
 #include <Preferences.h>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -77,9 +78,19 @@ void replaceStamp(QString& text, const Stamp& stamp)
 }
 
 /// Whether the formats that the locale names (`%x`, `%X`, `%c`) are wanted: only then are the user's own looked up.
-bool namesLocaleFormats(const QString& format)
+bool namesLocaleFormats(QStringView format)
 {
-    return format.contains(u"%x") || format.contains(u"%X") || format.contains(u"%c");
+    const QStringView widths = u".0123456789";
+    for (qsizetype at = format.indexOf(u'%'); at >= 0; at = format.indexOf(u'%', at)) {
+        do {
+            ++at;
+        } while (at < format.size() && widths.contains(format[at]));
+        if (at < format.size() && (format[at] == u'x' || format[at] == u'X' || format[at] == u'c')) {
+            return true;
+        }
+        at = std::min(at + 1, format.size());
+    }
+    return false;
 }
 
 } // namespace
@@ -91,7 +102,7 @@ void parseNSStringStamp4strftime(QString& text)
 
 void parseNSStringStamp4strftime(QString& text, const QDateTime& moment)
 {
-    if (text.contains(u"[[")) {
+    if (text.contains(u'[')) {
         for (const Stamp& stamp : stamps) {
             replaceStamp(text, stamp);
         }

@@ -1,5 +1,6 @@
 #include "EventEntries.h"
 
+#include <FoldedCharacter.h>
 #include <SharedNames.h>
 
 using PropertyList::ArrayPointer;
@@ -15,18 +16,19 @@ class TextSearch final
 public:
     explicit TextSearch(QStringView text)
         : m_text(text)
-        , m_first(text.isEmpty() ? QChar() : text.front().toCaseFolded())
+        , m_first(text.isEmpty() ? QChar() : text.front())
     {
     }
 
     bool occursIn(QStringView text) const
     {
-        if (m_first.isSurrogate()) {
+        // Inside a pair case is a matter of both halves.
+        if (!m_text.isEmpty() && m_text.front().isSurrogate()) {
             return text.contains(m_text, Qt::CaseInsensitive);
         }
         const qsizetype last = text.size() - m_text.size();
         for (qsizetype at = 0; at <= last; ++at) {
-            if (text[at].toCaseFolded() == m_first && text.sliced(at).startsWith(m_text, Qt::CaseInsensitive)) {
+            if (m_first.matches(text[at]) && text.sliced(at).startsWith(m_text, Qt::CaseInsensitive)) {
                 return true;
             }
         }
@@ -35,7 +37,7 @@ public:
 
 private:
     QStringView m_text;
-    QChar m_first;
+    FoldedCharacter m_first;
 };
 
 /// Whether the text occurs in the entry's name, its sound's path or its category.

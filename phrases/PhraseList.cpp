@@ -1,5 +1,6 @@
 #include "PhraseList.h"
 
+#include <FoldedCharacter.h>
 #include <PhraseOrder.h>
 #include <SharedNames.h>
 #include <TableColumn.h>
@@ -54,13 +55,13 @@ int PhraseList::rowOfPhrase(const ArrayPointer& phrases, QStringView phrase)
 int PhraseList::rowOfPhraseStartingWith(const ArrayPointer& phrases, QStringView start)
 {
     // Almost every phrase differs in the first character already, which costs far less than a comparison of texts.
-    const char16_t first = start.isEmpty() ? u'\0' : QChar(start.front()).toCaseFolded().unicode();
+    const FoldedCharacter first(start.isEmpty() ? QChar() : start.front());
     return firstRow(phrases, [start, first](const Value& value) {
         const QStringView text = phraseOf(value);
         if (text.isNull() || text.size() < start.size()) {
             return false;
         }
-        return start.isEmpty() || (text.front().toCaseFolded() == first && text.startsWith(start, Qt::CaseInsensitive));
+        return start.isEmpty() || (first.matches(text.front()) && text.startsWith(start, Qt::CaseInsensitive));
     });
 }
 

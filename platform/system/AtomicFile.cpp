@@ -147,15 +147,6 @@ std::error_code refusal(const QByteArray& target, const struct stat& existing)
     return ::access(target.constData(), W_OK) == 0 ? std::error_code() : systemError();
 }
 
-/// The rename survives a power cut only when the folder is on disk too. Not every file system can sync a folder.
-void syncFolder(const QByteArray& folder)
-{
-    const FileDescriptor descriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor.get() >= 0) {
-        ::fsync(descriptor.get());
-    }
-}
-
 std::error_code replaceFile(const QByteArray& target, const QByteArray& folder, QByteArrayView bytes)
 {
     struct stat existing = {};
@@ -174,7 +165,8 @@ std::error_code replaceFile(const QByteArray& target, const QByteArray& folder, 
         !temporary.syncAndClose() || !temporary.replace(target)) {
         return systemError();
     }
-    syncFolder(folder);
+    // The folder is not synced: a power cut right now leaves the old file, whole, and a drag of a slider saves at every
+    // step.
     return {};
 }
 
