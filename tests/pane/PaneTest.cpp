@@ -84,8 +84,8 @@ private Q_SLOTS:
     void controllersCanBeSetUpInAnyOrder()
     {
         QFETCH(QList<int>, order);
-        const Interface interface;
-        auto setUps = const_cast<Interface&>(interface).setUps();
+        Interface interface;
+        const auto setUps = interface.setUps();
         for (const int index : order) {
             setUps[size_t(index)]();
         }
