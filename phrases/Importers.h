@@ -52,9 +52,9 @@ struct Conversion
 
     Outcome outcome = Outcome::Converted;
     /// The new document, with the single key "Clippings"; null unless converted.
-    PropertyList::DictionaryPointer document;
+    PropertyList::DictionaryPointer document = {};
     /// What was odd, in words, with the number of items that it was odd about.
-    QMap<QString, int> troubles;
+    QMap<QString, int> troubles = {};
 };
 
 /// Converts the root of a tool's file. Items that are no dictionaries are left out; an item whose formatting cannot be
