@@ -1,6 +1,5 @@
 #include "BYAppsFilesController.h"
 
-#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QPushButton>
 
@@ -40,11 +39,19 @@ QStringList stringsOf(const Value& value)
     return strings;
 }
 
+QStringView lastPathComponent(QStringView path)
+{
+    while (path.size() > 1 && path.endsWith(u'/')) {
+        path.chop(1);
+    }
+    return path.sliced(path.lastIndexOf(u'/') + 1);
+}
+
 } // namespace
 
 int sortbyfilename(const QString& a, const QString& b)
 {
-    return QFileInfo(a).fileName().compare(QFileInfo(b).fileName(), Qt::CaseInsensitive);
+    return lastPathComponent(a).compare(lastPathComponent(b), Qt::CaseInsensitive);
 }
 
 BYAppsFilesController::BYAppsFilesController(QObject* parent)

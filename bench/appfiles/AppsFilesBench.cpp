@@ -1,16 +1,16 @@
+#include "ui_ApplicationsTab.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QImage>
 #include <QMenu>
 #include <QPixmapCache>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 #include <BYAppsFilesController.h>
 #include <BYGlobals.h>
 #include <Bench.h>
 #include <SharedNames.h>
-#include <TableView.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
@@ -50,18 +50,17 @@ double firstPaint(const ArrayPointer& paths)
     BYGlobals::storeSetting(paths, SettingKey::appsFiles);
     QPixmapCache::clear();
     return Bench::milliseconds(1, [] {
-        TableView table;
-        table.setColumns({u"icon:icon"_s, u"application:width=260"_s, u"assocFile:stretch"_s, u"actionPopUp:icon"_s});
-        table.resize(820, 560);
-        QPushButton removeButton;
+        QWidget tab;
+        Ui::ApplicationsTab ui;
+        ui.setupUi(&tab);
+        tab.resize(840, 600);
         QMenu menu;
         BYAppsFilesController controller;
-        controller.appsFilesTable = &table;
-        controller.removeAppButton = &removeButton;
+        controller.appsFilesTable = ui.appsFilesTable;
+        controller.removeAppButton = ui.removeAppButton;
         controller.appsPopUp = &menu;
         controller.awakeFromNib();
-        table.show();
-        table.grab();
+        tab.grab();
     });
 }
 
