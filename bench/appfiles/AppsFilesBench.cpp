@@ -18,7 +18,7 @@ using PropertyList::ArrayPointer;
 
 namespace {
 
-constexpr int rounds = 25;
+constexpr int rounds = 60;
 constexpr int few = 10;
 constexpr int many = 1'000;
 
