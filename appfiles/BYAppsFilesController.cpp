@@ -1,6 +1,5 @@
 #include "BYAppsFilesController.h"
 
-#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QPushButton>
 
@@ -13,6 +12,7 @@
 #include <Workspace.h>
 
 #include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
@@ -40,11 +40,24 @@ QStringList stringsOf(const Value& value)
     return strings;
 }
 
+QStringView lastPathComponent(QStringView path)
+{
+    while (path.size() > 1 && path.endsWith(u'/')) {
+        path.chop(1);
+    }
+    return path.sliced(path.lastIndexOf(u'/') + 1);
+}
+
+int compareNames(QStringView a, QStringView b)
+{
+    return a.compare(b, Qt::CaseInsensitive);
+}
+
 } // namespace
 
 int sortbyfilename(const QString& a, const QString& b)
 {
-    return QFileInfo(a).fileName().compare(QFileInfo(b).fileName(), Qt::CaseInsensitive);
+    return compareNames(lastPathComponent(a), lastPathComponent(b));
 }
 
 BYAppsFilesController::BYAppsFilesController(QObject* parent)
@@ -114,9 +127,19 @@ void BYAppsFilesController::refresh(QObject* /*sender*/)
 const QStringList& BYAppsFilesController::getSortedAppsArray()
 {
     if (!sortedAppsArray) {
-        sortedAppsArray = appsArray;
-        std::stable_sort(sortedAppsArray->begin(), sortedAppsArray->end(),
-            [](const QString& a, const QString& b) { return sortbyfilename(a, b) < 0; });
+        // Each name is found once, not once a comparison.
+        std::vector<std::pair<QStringView, qsizetype>> names;
+        names.reserve(size_t(appsArray.size()));
+        for (const QString& path : std::as_const(appsArray)) {
+            names.emplace_back(lastPathComponent(path), names.size());
+        }
+        std::ranges::stable_sort(
+            names, [](const auto& a, const auto& b) { return compareNames(a.first, b.first) < 0; });
+        sortedAppsArray.emplace();
+        sortedAppsArray->reserve(appsArray.size());
+        for (const auto& [name, index] : names) {
+            sortedAppsArray->append(appsArray.at(index));
+        }
     }
     return *sortedAppsArray;
 }

@@ -252,6 +252,7 @@ private:
     void createDocument();
     void openFile();
     void importFile(const QString& path, Importers::Source source);
+    Importers::Conversion convertShowingProgress(const QString& path, Importers::Source source);
     void leaveDocument();
     void forgetDocument(const QString& path);
     void finishDocumentCommand();

@@ -5,7 +5,6 @@
 
 #include <QComboBox>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLoggingCategory>
@@ -16,6 +15,7 @@
 #include <BYGlobals.h>
 #include <FileTypes.h>
 #include <OpenPanel.h>
+#include <RegularFile.h>
 #include <SavePanel.h>
 #include <SharedNames.h>
 
@@ -33,6 +33,7 @@ const QLatin1StringView documentSuffix(".Blipsy");
 /// The user is asked once a conversion has taken this long.
 constexpr int progressDelayMilliseconds = 500;
 constexpr qsizetype itemsPerProgressStep = 64;
+constexpr qint64 maximumSourceSize = 1 << 30;
 
 /// The path at which a document is to be written; nothing when the user cancels.
 std::optional<QString> chooseNewPath(QWidget* window, const QString& directory, const QString& name)
@@ -52,18 +53,22 @@ void writeNewDocument(const PropertyList::DictionaryPointer& document, const QSt
     }
 }
 
-PropertyList::Value readSource(const QString& path)
+void reportImportProblem(const QString& path, const QString& problem)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        qCWarning(logDocuments).noquote() << u"cannot read %1: %2"_s.arg(path, file.errorString());
-        return {};
+    qCWarning(logDocuments).noquote() << u"cannot import %1: %2"_s.arg(path, problem);
+}
+
+/// The root of another tool's file; nothing, after a log line, for a file that cannot be read.
+std::optional<PropertyList::Value> readSource(const QString& path)
+{
+    const RegularFile::Contents contents = RegularFile::read(path, maximumSourceSize);
+    PropertyList::ReadResult result = PropertyList::read(contents.bytes);
+    const QString problem = contents.error.isEmpty() ? result.error : contents.error;
+    if (!problem.isEmpty()) {
+        reportImportProblem(path, problem);
+        return std::nullopt;
     }
-    const PropertyList::ReadResult result = PropertyList::read(file.readAll());
-    if (!result.error.isEmpty()) {
-        qCWarning(logDocuments).noquote() << u"cannot import %1: %2"_s.arg(path, result.error);
-    }
-    return result.root;
+    return std::move(result.root);
 }
 
 QStringList importableTypes()
@@ -155,18 +160,7 @@ void BYTableView::importFile(const QString& path, Importers::Source source)
         qCInfo(logDocuments).noquote() << Importers::cancelledText(source);
         return;
     }
-    leaveDocument();
-    QProgressDialog progress(localized(u"Importing phrases…"_s), localized(u"Cancel"_s), 0, 0, window());
-    progress.setWindowModality(Qt::ApplicationModal);
-    progress.setMinimumDuration(progressDelayMilliseconds);
-    const Conversion conversion = Importers::convert(
-        readSource(path), source, FormattedText::converters(), [&progress](qsizetype done, qsizetype total) {
-            if (done % itemsPerProgressStep == 0) {
-                progress.setMaximum(int(total));
-                progress.setValue(int(done));
-            }
-            return !progress.wasCanceled();
-        });
+    const Conversion conversion = convertShowingProgress(path, source);
     if (conversion.outcome == Conversion::Outcome::Cancelled) {
         qCInfo(logDocuments).noquote() << u"user cancelled the import of %1"_s.arg(path);
         return;
@@ -174,11 +168,35 @@ void BYTableView::importFile(const QString& path, Importers::Source source)
     for (auto trouble = conversion.troubles.cbegin(); trouble != conversion.troubles.cend(); ++trouble) {
         qCWarning(logDocuments).noquote() << u"%1: %2 (%3 items)"_s.arg(path, trouble.key()).arg(trouble.value());
     }
+    leaveDocument();
     BYGlobals::setDefaultFilePath(*newPath);
     if (conversion.outcome == Conversion::Outcome::Converted) {
         BYGlobals::storeSetting(*newPath, SettingKey::defaultFilePath);
         writeNewDocument(conversion.document, *newPath);
     }
+}
+
+Conversion BYTableView::convertShowingProgress(const QString& path, Importers::Source source)
+{
+    const std::optional<PropertyList::Value> root = readSource(path);
+    if (!root) {
+        return {.outcome = Conversion::Outcome::NoList};
+    }
+    QProgressDialog progress(localized(u"Importing phrases…"_s), localized(u"Cancel"_s), 0, 0, window());
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(progressDelayMilliseconds);
+    Conversion conversion =
+        Importers::convert(*root, source, FormattedText::converters(), [&progress](qsizetype done, qsizetype total) {
+            if (done % itemsPerProgressStep == 0) {
+                progress.setMaximum(int(total));
+                progress.setValue(int(done));
+            }
+            return !progress.wasCanceled();
+        });
+    if (conversion.outcome == Conversion::Outcome::NoList) {
+        reportImportProblem(path, u"it holds no list of phrases"_s);
+    }
+    return conversion;
 }
 
 // The document in use stays on the list, and the file where it is.

@@ -4,17 +4,23 @@
 #include <QTextDocument>
 
 #include <AttributedText.h>
+#include <Rtf.h>
 #include <Rtfd.h>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
+using Importers::Formatting;
+
 namespace {
 
+/// Nothing for the side that the language's own direction gives.
 Qt::Alignment blockAlignment(AttributedText::Alignment alignment)
 {
     switch (alignment) {
     case AttributedText::Alignment::Left:
-        return Qt::AlignLeft | Qt::AlignAbsolute;
+        return Qt::AlignLeft;
     case AttributedText::Alignment::Right:
         return Qt::AlignRight | Qt::AlignAbsolute;
     case AttributedText::Alignment::Center:
@@ -24,7 +30,7 @@ Qt::Alignment blockAlignment(AttributedText::Alignment alignment)
     case AttributedText::Alignment::Natural:
         break;
     }
-    return Qt::AlignLeft;
+    return {};
 }
 
 /// States only what was set, so that the rest stays the document's own.
@@ -68,10 +74,15 @@ QTextCharFormat characterFormat(const AttributedText::Attributes& attributes)
 
 void alignParagraph(QTextCursor& cursor, Qt::Alignment alignment)
 {
-    if (cursor.blockFormat().alignment() != alignment) {
-        QTextBlockFormat format;
-        format.setAlignment(alignment);
-        cursor.mergeBlockFormat(format);
+    const QTextBlockFormat current = cursor.blockFormat();
+    QTextBlockFormat wanted = current;
+    if (alignment) {
+        wanted.setAlignment(alignment);
+    } else {
+        wanted.clearProperty(QTextFormat::BlockAlignment);
+    }
+    if (wanted != current) {
+        cursor.setBlockFormat(wanted);
     }
 }
 
@@ -83,27 +94,54 @@ void insertAttachment(QTextCursor& cursor, TextAttachment file)
     cursor.insertImage(TextAttachment::imageFormat(file.name, {}));
 }
 
-std::optional<QByteArray> rtfdOfAttributedString(const QByteArray& archive)
+/// The characters that stand for an attached file show it; whatever else has the file as its attribute stays text.
+void insertRun(QTextCursor& cursor, const QString& text, const AttributedText::Attributes& attributes)
 {
-    const AttributedText::ReadResult result = AttributedText::unarchived(archive);
+    if (!attributes.attachment) {
+        cursor.insertText(text, characterFormat(attributes));
+        return;
+    }
+    for (const QChar character : text) {
+        if (character == QChar::ObjectReplacementCharacter) {
+            insertAttachment(cursor, *attributes.attachment);
+        } else {
+            cursor.insertText(character, characterFormat(attributes));
+        }
+    }
+}
+
+Formatting wholeRtfd(const QByteArray& rtfd)
+{
+    if (Rtf::isRtf(rtfd)) {
+        return {rtfd, {}};
+    }
+    const Rtfd::Contents contents = Rtfd::readWrapper(rtfd);
+    const bool hasText =
+        std::ranges::any_of(contents.files, [](const TextAttachment& file) { return Rtf::isRtf(file.contents); });
+    return hasText && contents.warnings.isEmpty() ? Formatting{rtfd, {}} : Formatting();
+}
+
+Formatting rtfdOfAttributedString(const QByteArray& archive)
+{
+    AttributedText::ReadResult result = AttributedText::unarchived(archive);
     if (!result.text) {
-        return std::nullopt;
+        return {};
     }
     QTextDocument document;
     FormattedText::fill(document, *result.text);
-    return Rtfd::write(document);
+    return {Rtfd::write(document), std::move(result.warnings)};
 }
 
-std::optional<QByteArray> rtfdOfImage(const QByteArray& archive)
+Formatting rtfdOfImage(const QByteArray& archive)
 {
     const std::optional<QByteArray> picture = unarchivedImageFile(archive);
     if (!picture || TextAttachment::picture(*picture).isNull()) {
-        return std::nullopt;
+        return {};
     }
     QTextDocument document;
     QTextCursor cursor(&document);
     insertAttachment(cursor, {u"my_image.tif"_s, *picture, false});
-    return Rtfd::write(document);
+    return {Rtfd::write(document), {}};
 }
 
 } // namespace
@@ -117,16 +155,12 @@ void FormattedText::fill(QTextDocument& document, const AttributedText& text)
     for (const AttributedText::Run& run : text.runs) {
         // Paragraphs that the run begins take over the format of the one in which it starts.
         alignParagraph(cursor, blockAlignment(run.attributes.alignment));
-        if (run.attributes.attachment) {
-            insertAttachment(cursor, *run.attributes.attachment);
-        } else {
-            cursor.insertText(text.text.mid(position, run.length), characterFormat(run.attributes));
-        }
+        insertRun(cursor, text.text.mid(position, run.length), run.attributes);
         position += run.length;
     }
 }
 
 Importers::Converters FormattedText::converters()
 {
-    return {rtfdOfAttributedString, rtfdOfImage};
+    return {wholeRtfd, rtfdOfAttributedString, rtfdOfImage};
 }

@@ -42,8 +42,16 @@ Keys keysOf(Source source)
 
 QString phraseOf(const Dictionary& item, const Keys& keys, qsizetype number)
 {
-    const Value* phrase = item.find(QString(keys.phrase));
-    return phrase ? phrase->textValue() : u"(%1)"_s.arg(number);
+    const QString phrase = item.value(QString(keys.phrase)).textValue();
+    return phrase.isNull() ? u"(%1)"_s.arg(number) : phrase;
+}
+
+/// Old-style property lists have no booleans: there a text stands for yes that begins as "YES", "true" or a number do.
+bool isTrue(const Value& value)
+{
+    const QStringView text = value.stringView();
+    return value.integerValue() != 0 || text.startsWith(u'y', Qt::CaseInsensitive) ||
+           text.startsWith(u't', Qt::CaseInsensitive);
 }
 
 /// A text that is present but empty, where @p value is no text: an entry's keys always hold something.
@@ -53,37 +61,38 @@ QString textOrEmpty(const Value& value)
     return text.isNull() ? u""_s : text;
 }
 
-/// Converts the archive under @p key, if there is one; what cannot be converted is counted under @p trouble.
-std::optional<Value> convertedFormatting(const Dictionary& item, const QString& key,
-    const Importers::RtfdConverter& converter, const QString& trouble, Conversion& conversion)
+/// Reads what is stored under @p key, if anything is; what cannot be read is counted under @p trouble.
+std::optional<QByteArray> formattingUnder(const QString& key, const Dictionary& item,
+    const Importers::FormattingReader& reader, const QString& trouble, Conversion& conversion)
 {
-    const Value* archive = item.find(key);
-    if (!archive) {
+    const Value* stored = item.find(key);
+    if (!stored) {
         return std::nullopt;
     }
-    if (archive->type() == PropertyList::Type::Data) {
-        if (std::optional<QByteArray> rtfd = converter(archive->data())) {
-            return Value(*std::move(rtfd));
-        }
+    const bool isData = stored->type() == PropertyList::Type::Data;
+    Importers::Formatting formatting = isData ? reader(stored->data()) : Importers::Formatting();
+    for (const QString& leftOut : std::as_const(formatting.troubles)) {
+        ++conversion.troubles[leftOut];
     }
-    ++conversion.troubles[trouble];
-    return std::nullopt;
+    if (!formatting.rtfd) {
+        ++conversion.troubles[trouble];
+    }
+    return std::move(formatting.rtfd);
 }
 
-std::optional<Value> formattedTextOf(
+std::optional<QByteArray> formattingOf(
     const Dictionary& item, Source source, const Converters& converters, Conversion& conversion)
 {
-    const auto unchanged = [](const QByteArray& rtfd) { return std::optional(rtfd); };
     const QString unreadableText = u"formatted text cannot be read, imported as plain text"_s;
     const QString unreadablePicture = u"picture cannot be read, imported as plain text"_s;
     switch (source) {
     case Source::Typinator:
         if (item.contains(u"Formatted")) {
-            return convertedFormatting(item, u"Formatted"_s, unchanged, unreadableText, conversion);
+            return formattingUnder(u"Formatted"_s, item, converters.rtfd, unreadableText, conversion);
         }
-        return convertedFormatting(item, u"Picture"_s, converters.image, unreadablePicture, conversion);
+        return formattingUnder(u"Picture"_s, item, converters.image, unreadablePicture, conversion);
     case Source::TextExpander:
-        return convertedFormatting(item, u"Formatted Text"_s, converters.attributedString, unreadableText, conversion);
+        return formattingUnder(u"Formatted Text"_s, item, converters.attributedString, unreadableText, conversion);
     case Source::SpellCatcher:
         break;
     }
@@ -93,7 +102,7 @@ std::optional<Value> formattedTextOf(
 DictionaryPointer makeEntry(const QString& phrase, const QString& sortOrder)
 {
     const DictionaryPointer entry = Dictionary::create();
-    entry->insert(PhraseKey::phrase, phrase.isNull() ? u""_s : phrase);
+    entry->insert(PhraseKey::phrase, phrase);
     entry->insert(PhraseKey::option, u""_s);
     entry->insert(PhraseKey::sortOrder, sortOrder);
     entry->insert(PhraseKey::service, u""_s);
@@ -113,11 +122,11 @@ DictionaryPointer convertItem(
     const Keys keys = keysOf(source);
     const DictionaryPointer entry = makeEntry(phraseOf(item, keys, number), QString::number(number));
     QString text = textOrEmpty(item.value(QString(keys.text)));
-    if (source == Source::SpellCatcher && item.value(u"supressSep").integerValue() != 0) {
+    if (source == Source::SpellCatcher && isTrue(item.value(u"supressSep"))) {
         text += suppressSeparatorMarker;
     }
     entry->insert(PhraseKey::plainText, text);
-    if (std::optional<Value> rtfd = formattedTextOf(item, source, converters, conversion)) {
+    if (std::optional<QByteArray> rtfd = formattingOf(item, source, converters, conversion)) {
         entry->insert(PhraseKey::rtfd, *std::move(rtfd));
     }
     return entry;

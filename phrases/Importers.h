@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <PropertyList.h>
 
@@ -22,14 +23,24 @@ std::optional<Source> sourceOf(const QString& path);
 /// What is logged when the user does not say where the imported document is to go.
 QString cancelledText(Source source);
 
-/// Makes flattened RTFD of archived formatting; nothing when the archive cannot be read.
-using RtfdConverter = std::function<std::optional<QByteArray>(const QByteArray& archive)>;
+/// What the formatting of one item comes to.
+struct Formatting
+{
+    /// Flattened RTFD; nothing when the formatting cannot be read.
+    std::optional<QByteArray> rtfd;
+    /// What of it was left out, in words that are the same for every item.
+    QStringList troubles;
+};
 
-/// How formatting comes over: archived attributed strings, and archived images as the one attachment of a text.
+using FormattingReader = std::function<Formatting(const QByteArray& stored)>;
+
+/// How formatting comes over: RTFD itself, archived attributed strings, and archived images as the one attachment of a
+/// text.
 struct Converters
 {
-    RtfdConverter attributedString;
-    RtfdConverter image;
+    FormattingReader rtfd;
+    FormattingReader attributedString;
+    FormattingReader image;
 };
 
 /// Hears how many of all items are done; false ends the conversion.
@@ -41,9 +52,9 @@ struct Conversion
 
     Outcome outcome = Outcome::Converted;
     /// The new document, with the single key "Clippings"; null unless converted.
-    PropertyList::DictionaryPointer document;
+    PropertyList::DictionaryPointer document = {};
     /// What was odd, in words, with the number of items that it was odd about.
-    QMap<QString, int> troubles;
+    QMap<QString, int> troubles = {};
 };
 
 /// Converts the root of a tool's file. Items that are no dictionaries are left out; an item whose formatting cannot be

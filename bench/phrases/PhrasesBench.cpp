@@ -1,14 +1,12 @@
 #include "Bench.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QKeyEvent>
 #include <QTemporaryDir>
 
 #include <AtomicFile.h>
 #include <BYGlobals.h>
 #include <BYTableView.h>
-#include <Importers.h>
 #include <PhraseList.h>
 #include <PropertyList.h>
 #include <SharedNames.h>
@@ -71,12 +69,6 @@ void save(const DictionaryPointer& root, const QString& path)
     }
 }
 
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 void benchTypeAhead(BYTableView& table)
 {
     const ArrayPointer phrases = BYGlobals::clippingsArray();
@@ -123,27 +115,6 @@ void benchRows(BYTableView& table)
     Bench::reportAbsolute("phrases/add-row-ms", addition, 0, frameMilliseconds);
 }
 
-void benchImport(const QTemporaryDir& folder)
-{
-    const QString source = folder.filePath(u"words.xml"_s);
-    const QString document = folder.filePath(u"words.blipsy"_s);
-    save(rootWithList(u"entries"_s,
-             [](Dictionary& item, int number) {
-                 item.insert(u"abbr"_s, u"phrase %1"_s.arg(number));
-                 item.insert(u"exp"_s, u"The text that stands for phrase number %1."_s.arg(number));
-             }),
-        source);
-    const auto import = [&] {
-        const auto conversion = Importers::convert(PropertyList::read(contents(source)).root,
-            Importers::Source::SpellCatcher, {}, [](qsizetype, qsizetype) { return true; });
-        save(conversion.document, document);
-    };
-    import();
-    const auto [ours, peer] = Bench::millisecondsInTurn(
-        3, import, [&] { save(PropertyList::read(contents(document)).root.dictionary(), document); });
-    Bench::report("phrases/import-100000-plain", ours, peer, 1.5);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -168,6 +139,5 @@ int main(int argc, char** argv)
 
     benchTypeAhead(table);
     benchRows(table);
-    benchImport(folder);
     return 0;
 }

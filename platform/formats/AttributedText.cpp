@@ -40,11 +40,11 @@ public:
     AttributedText::ReadResult read(const Entry& root);
 
 private:
-    void readRuns(Items& items, AttributedText& text);
-    const Attributes& attributesOf(const Entry* dictionary);
+    bool readRuns(Items& items, AttributedText& text);
+    const Attributes& attributesOf(const Entry& dictionary);
     void apply(QByteArrayView name, const Entry* value, Attributes& attributes);
     void applyFont(const Entry& font, Attributes& attributes);
-    QString textOf(const Entry* entry);
+    QString textOf(const Entry& entry);
     QString linkOf(const Entry& entry, int depth);
     std::optional<TextAttachment> attachmentOf(const Entry& entry);
     const Entry* fileDataBelow(const Entry& entry);
@@ -68,57 +68,58 @@ AttributedText::ReadResult Interpreter::read(const Entry& root)
 {
     AttributedText text;
     Items items(m_archive, root);
-    text.text = textOf(items.nextObject());
-    readRuns(items, text);
+    const Entry* string = items.nextObject();
+    if (string == nullptr || !m_archive.isKindOf(*string, "NSString")) {
+        return {std::nullopt, u"the attributed string has no text"_s, {}};
+    }
+    text.text = textOf(*string);
+    if (!readRuns(items, text)) {
+        return {std::nullopt, u"the runs do not match the text"_s, {}};
+    }
     return {std::move(text), {}, std::move(m_warnings)};
 }
 
 /// Pairs of a run's number (from 1) and length; where a number comes first, its dictionary follows.
-void Interpreter::readRuns(Items& items, AttributedText& text)
+bool Interpreter::readRuns(Items& items, AttributedText& text)
 {
     qsizetype rest = text.text.size();
     std::vector<const Entry*> dictionaries;
     while (rest > 0) {
         const std::optional<qint64> number = items.nextInteger();
         const std::optional<qint64> length = number ? items.nextInteger() : std::nullopt;
-        if (!length || *number < 1 || *length < 0 || quint64(*number) > dictionaries.size() + 1) {
-            warn(u"the runs do not cover the text"_s);
-            text.runs.append(Run{rest, {}});
-            return;
+        if (!length || *number < 1 || *length < 0 || *length > rest || quint64(*number) > dictionaries.size() + 1) {
+            return false;
         }
         if (quint64(*number) > dictionaries.size()) {
             dictionaries.push_back(items.nextObject());
         }
-        if (*length > rest) {
-            warn(u"the runs reach beyond the text"_s);
+        const Entry* dictionary = dictionaries[size_t(*number - 1)];
+        if (dictionary == nullptr || !m_archive.isKindOf(*dictionary, "NSDictionary")) {
+            return false;
         }
-        const qsizetype covered = std::min<qsizetype>(*length, rest);
-        if (covered > 0) {
-            text.runs.append(Run{covered, attributesOf(dictionaries[size_t(*number - 1)])});
+        if (*length > 0) {
+            text.runs.append(Run{*length, attributesOf(*dictionary)});
         }
-        rest -= covered;
+        rest -= *length;
     }
+    return true;
 }
 
-const Attributes& Interpreter::attributesOf(const Entry* dictionary)
+const Attributes& Interpreter::attributesOf(const Entry& dictionary)
 {
-    const auto known = m_attributes.constFind(dictionary);
+    const auto known = m_attributes.constFind(&dictionary);
     if (known != m_attributes.cend()) {
         return *known;
     }
     Attributes attributes;
-    if (dictionary != nullptr && m_archive.isKindOf(*dictionary, "NSDictionary")) {
-        Items items(m_archive, *dictionary);
-        const qint64 count = items.nextInteger().value_or(0);
-        for (qint64 i = 0; i < count && !items.atEnd(); ++i) {
-            const Entry* key = items.nextObject();
-            apply(key != nullptr ? TypedStream::stringBytes(m_archive, *key) : QByteArrayView(), items.nextObject(),
-                attributes);
-        }
-    } else {
-        warn(u"a run has no dictionary of attributes"_s);
+    Items items(m_archive, dictionary);
+    const qint64 count = items.nextInteger().value_or(0);
+    for (qint64 i = 0; i < count && !items.atEnd(); ++i) {
+        const Entry* key = items.nextObject();
+        apply(key != nullptr ? TypedStream::stringBytes(m_archive, *key) : QByteArrayView(), items.nextObject(),
+            attributes);
     }
-    return *m_attributes.insert(dictionary, attributes);
+    return *m_attributes.insert(&dictionary, attributes);
 }
 
 void Interpreter::apply(QByteArrayView name, const Entry* value, Attributes& attributes)
@@ -165,28 +166,26 @@ void Interpreter::applyFont(const Entry& font, Attributes& attributes)
     attributes.fontSize = read->size;
 }
 
-QString Interpreter::textOf(const Entry* entry)
+QString Interpreter::textOf(const Entry& entry)
 {
-    if (entry == nullptr || !m_archive.isKindOf(*entry, "NSString")) {
-        return {};
-    }
-    const auto known = m_texts.constFind(entry);
+    const auto known = m_texts.constFind(&entry);
     if (known != m_texts.cend()) {
         return *known;
     }
-    return *m_texts.insert(entry, QString::fromUtf8(TypedStream::stringBytes(m_archive, *entry)));
+    return *m_texts.insert(&entry, QString::fromUtf8(TypedStream::stringBytes(m_archive, entry)));
 }
 
 QString Interpreter::linkOf(const Entry& entry, int depth)
 {
     constexpr int deepestBase = 8;
     if (!m_archive.isKindOf(entry, "NSURL") || depth > deepestBase) {
-        return textOf(&entry);
+        return textOf(entry);
     }
     Items items(m_archive, entry);
     const bool isRelative = items.nextInteger().value_or(0) != 0;
     const Entry* base = isRelative ? items.nextObject() : nullptr;
-    const QString text = textOf(items.nextObject());
+    const Entry* string = items.nextObject();
+    const QString text = string != nullptr ? textOf(*string) : QString();
     return base == nullptr ? text : QUrl(linkOf(*base, depth + 1)).resolved(QUrl(text)).toString();
 }
 
@@ -261,7 +260,7 @@ AttributedText::ReadResult AttributedText::unarchived(QByteArrayView bytes)
     }
     ReadResult result = Interpreter(*archived.archive).read(*root);
     if (!archived.warning.isEmpty()) {
-        result.warnings.append(archived.warning);
+        result.warnings.append(u"something unreadable follows the text"_s);
     }
     return result;
 }
@@ -281,5 +280,5 @@ std::optional<QByteArray> unarchivedImageFile(QByteArrayView bytes)
         return std::nullopt;
     }
     QByteArray file = TypedStream::dataBytes(archive, *found);
-    return TypedStream::isPictureFile(file) ? std::optional(std::move(file)) : std::nullopt;
+    return TypedStream::isTiffFile(file) ? std::optional(std::move(file)) : std::nullopt;
 }

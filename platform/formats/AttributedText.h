@@ -54,11 +54,13 @@ struct AttributedText
 
     struct ReadResult;
 
-    /// The attributed string that the non-keyed archive @p bytes has as its root.
+    /// The attributed string that the non-keyed archive @p bytes has as its root. An archive whose text or runs are
+    /// damaged is refused; a font or file that cannot be read is left out.
     static ReadResult unarchived(QByteArrayView bytes);
 };
 
-/// No text and the reason, or the text; warnings tell what of it could not be read.
+/// No text and the reason, or the text; warnings tell what was left out, each kind once and in the same words for every
+/// archive.
 struct AttributedText::ReadResult
 {
     std::optional<AttributedText> text;
@@ -67,5 +69,5 @@ struct AttributedText::ReadResult
 };
 
 /// The TIFF file inside the archived image @p bytes: that of its first bitmap representation. Nothing where the
-/// archive is damaged, or holds no bitmap.
+/// archive is damaged, or holds no bitmap that begins as a TIFF file.
 std::optional<QByteArray> unarchivedImageFile(QByteArrayView bytes);

@@ -180,11 +180,16 @@ std::optional<Font> font(const Archive& archive, const Entry& entry)
     return font;
 }
 
+bool isTiffFile(QByteArrayView bytes)
+{
+    return bytes.startsWith(QByteArrayView("II*\0", 4)) || bytes.startsWith(QByteArrayView("MM\0*", 4));
+}
+
 bool isPictureFile(QByteArrayView bytes)
 {
-    static constexpr std::array<QByteArrayView, 6> beginnings{
-        QByteArrayView("II*\0", 4), QByteArrayView("MM\0*", 4), "\x89PNG", "\xFF\xD8\xFF", "GIF8", "%PDF"};
-    return std::ranges::any_of(beginnings, [bytes](QByteArrayView beginning) { return bytes.startsWith(beginning); });
+    static constexpr std::array<QByteArrayView, 4> beginnings{"\x89PNG", "\xFF\xD8\xFF", "GIF8", "%PDF"};
+    return isTiffFile(bytes) ||
+           std::ranges::any_of(beginnings, [bytes](QByteArrayView beginning) { return bytes.startsWith(beginning); });
 }
 
 } // namespace TypedStream

@@ -49,6 +49,8 @@ struct Font
 
 std::optional<Font> font(const Archive& archive, const Entry& entry);
 
+/// Whether @p bytes begin as a TIFF file, of either byte order.
+bool isTiffFile(QByteArrayView bytes);
 /// Whether @p bytes begin as a TIFF, PNG, JPEG, GIF or PDF file.
 bool isPictureFile(QByteArrayView bytes);
 

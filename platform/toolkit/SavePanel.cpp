@@ -13,7 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Asks before the file that the caller is going to write replaces another one.
+/// Asks before the file that the caller is going to write replaces another one, and stays open where it could not be
+/// written.
 class SaveDialog final : public QFileDialog
 {
 public:
@@ -33,21 +34,34 @@ public:
     void accept() override
     {
         const QString path = selectedFiles().value(0);
-        const QFileInfo written(path + m_suffix);
-        if (!QFileInfo(path).isDir() && written.exists() && !mayReplace(written)) {
-            return;
+        if (QFileInfo(path).isDir() || mayWrite(QFileInfo(path + m_suffix))) {
+            QFileDialog::accept();
         }
-        QFileDialog::accept();
     }
 
 private:
-    bool mayReplace(const QFileInfo& file)
+    bool mayWrite(const QFileInfo& file)
     {
         if (file.isDir()) {
-            Alert::runAlertPanel(this, panelText(u"“%1” is a folder."_s).arg(file.fileName()),
-                panelText(u"Choose another name."_s), panelText(u"OK"_s), {});
+            refuse(panelText(u"“%1” is a folder."_s).arg(file.fileName()), panelText(u"Choose another name."_s));
             return false;
         }
+        const bool isWritable = QFileInfo(file.absolutePath()).isWritable() && (!file.exists() || file.isWritable());
+        if (!isWritable) {
+            refuse(panelText(u"“%1” cannot be saved here."_s).arg(file.fileName()),
+                panelText(u"Choose another name or another folder."_s));
+            return false;
+        }
+        return !file.exists() || mayReplace(file);
+    }
+
+    void refuse(const QString& what, const QString& advice)
+    {
+        Alert::runAlertPanel(this, what, advice, panelText(u"OK"_s), {});
+    }
+
+    bool mayReplace(const QFileInfo& file)
+    {
         return Alert::runAlertPanel(this, panelText(u"“%1” already exists."_s).arg(file.fileName()),
                    panelText(u"Do you want to replace it?"_s), panelText(u"Replace"_s),
                    panelText(u"Cancel"_s)) == Alert::defaultReturn;

@@ -13,7 +13,7 @@ public:
     void setTitle(const QString& title) { m_title = title; }
 
     /// A suffix that the caller will append (".Blipsy"): the panel asks before a file of the resulting name is
-    /// replaced.
+    /// replaced, and refuses a name that cannot be written.
     void setAppendedSuffix(const QString& suffix) { m_suffix = suffix; }
 
     /// Runs the panel: 1 when the user has chosen, 0 when not. @p directory is the folder shown first, @p file the name

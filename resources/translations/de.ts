@@ -887,5 +887,13 @@ Das lässt sich nicht rückgängig machen.</translation>
         <source>“%1” is a folder.</source>
         <translation>„%1“ ist ein Ordner.</translation>
     </message>
+    <message>
+        <source>“%1” cannot be saved here.</source>
+        <translation>„%1“ kann hier nicht gesichert werden.</translation>
+    </message>
+    <message>
+        <source>Choose another name or another folder.</source>
+        <translation>Wählen Sie einen anderen Namen oder einen anderen Ordner.</translation>
+    </message>
 </context>
 </TS>

@@ -116,6 +116,35 @@ private Q_SLOTS:
         QCOMPARE(m_tab->text(u"assocFile"_s, 0), u"do not expand"_s);
     }
 
+    void iconsAreFetchedOnceAndOnlyForRowsThatAreSeen()
+    {
+        const auto install = [this](Qt::GlobalColor color) {
+            const auto paths = PropertyList::Array::create();
+            QImage icon(16, 16, QImage::Format_RGB32);
+            icon.fill(color);
+            const QString picture = path(u"%1.png"_s.arg(int(color)));
+            for (int number = 100; number < 200 && icon.save(picture); ++number) {
+                QFile entry(path(u"%1.desktop"_s.arg(number)));
+                entry.open(QIODevice::WriteOnly);
+                entry.write(u"[Desktop Entry]\nType=Application\nName=n\nIcon=%1\n"_s.arg(picture).toUtf8());
+                paths->append(entry.fileName());
+            }
+            return paths;
+        };
+        Preferences::setValue(SettingKey::appsFiles, install(Qt::red), BYGlobals::appID());
+        m_tab = std::make_unique<ApplicationsTab>();
+        m_tab->table.resize(400, 200);
+        m_tab->table.show();
+        m_tab->table.grab();
+        install(Qt::blue);
+        const auto colorOfRow = [this](int row) {
+            const QString application = m_tab->controller.getSortedAppsArray().at(row);
+            return m_tab->controller.iconForFileAtPath(application).pixmap(16).toImage().pixelColor(8, 8);
+        };
+        QCOMPARE(colorOfRow(0), QColor(Qt::red));
+        QCOMPARE(colorOfRow(99), QColor(Qt::blue));
+    }
+
     void droppedDocumentServesTheRowsApplication()
     {
         QVERIFY(m_tab->drop({path(u"Phrases.Blipsy"_s)}, 1));

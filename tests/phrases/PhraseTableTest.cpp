@@ -1,8 +1,10 @@
 #include "PhrasesTabFixture.h"
 
 #include <QFile>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMimeData>
 #include <QTest>
 
@@ -11,6 +13,8 @@
 #include <ModalDriver.h>
 #include <Pasteboard.h>
 #include <SharedNames.h>
+#include <SoundFixtures.h>
+#include <SoundServerControl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -265,6 +269,30 @@ private Q_SLOTS:
         QCOMPARE(shownPhrase, u"cherry"_s);
         QVERIFY(!canPlay);
         QCOMPARE(PhraseList::entryAt(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(m_sound));
+    }
+
+    void previewInThePanelFallsSilentOnStop()
+    {
+        QTemporaryDir folder;
+        SoundFixtures::write(folder.filePath(u"long.aiff"_s), SoundFixtures::aiff(440, 20));
+        const int row = rowOf(u"cherry"_s);
+        PhraseList::entryAt(BYGlobals::clippingsArray(), row)->insert(PhraseKey::soundFilepath, u""_s);
+        ModalDriver preview([&](QWidget* modal) {
+            const auto close = qScopeGuard([modal] { modal->close(); });
+            qobject_cast<QFileDialog*>(modal)->setDirectory(folder.path());
+            auto* list = modal->findChild<QListView*>(u"listView"_s);
+            QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 1);
+            list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
+            QVERIFY(m_tab->table->myPlayButton->isEnabled());
+            m_tab->table->myPlayButton->click();
+            QTRY_VERIFY(SoundServerControl::hasStreams());
+            QVERIFY(m_tab->table->myStopButton->isEnabled());
+            m_tab->table->myStopButton->click();
+            QTRY_VERIFY(!SoundServerControl::hasStreams());
+            QVERIFY(!m_tab->table->myStopButton->isEnabled());
+        });
+        m_tab->table->handleAssignSoundDialog_row(nullptr, row);
+        QVERIFY(preview.wasAnswered());
     }
 
     void dropGivesTheRowItsSound()

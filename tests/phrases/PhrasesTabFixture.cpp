@@ -1,6 +1,7 @@
 #include "PhrasesTabFixture.h"
 
 #include "ui_PhrasesTab.h"
+#include "ui_PrintClippingsWindow.h"
 
 #include <QFile>
 #include <QLabel>
@@ -87,6 +88,11 @@ PhrasesTabFixture::PhrasesTabFixture(const QList<Value>& phrases)
     table->myPlayButton = new QPushButton(u"Play"_s, table->myOpenPanelView);
     table->myStopButton = new QPushButton(u"Stop"_s, table->myOpenPanelView);
     table->myAddToFavouritesButton = new QPushButton(table->myOpenPanelView);
+    Ui::PrintClippingsWindow printing;
+    printing.setupUi(table->printClippingsWindow = new QDialog(&window));
+    table->printClippingsTextView = printing.printClippingsTextView;
+    table->printClippingsPrintButton = printing.printClippingsPrintButton;
+    table->printClippingsCancelButton = printing.printClippingsCancelButton;
     table->awakeFromNib();
     QObject::connect(popUp, &QComboBox::activated, table, [this] { table->openDoc(popUp); });
 

@@ -229,6 +229,7 @@ void PanelsTest::savePanelAsksAboutTheNameThatWillBeWritten_data()
     QTest::newRow("new name") << u"fresh"_s << QString() << 1;
     QTest::newRow("replace") << u"notes"_s << u"Replace"_s << 1;
     QTest::newRow("keep") << u"notes"_s << u"Cancel"_s << 0;
+    QTest::newRow("folder that is not there") << u"missing/fresh"_s << u"OK"_s << 0;
 }
 
 void PanelsTest::savePanelAsksAboutTheNameThatWillBeWritten()
