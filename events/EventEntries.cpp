@@ -3,6 +3,8 @@
 #include <FoldedCharacter.h>
 #include <SharedNames.h>
 
+#include <algorithm>
+
 using PropertyList::ArrayPointer;
 using PropertyList::DictionaryPointer;
 using PropertyList::Value;
@@ -99,4 +101,10 @@ DictionaryPointer EventEntries::firstWithEventOf(const ArrayPointer& all, const 
         }
     }
     return {};
+}
+
+DictionaryPointer EventEntries::present(const ArrayPointer& all, const DictionaryPointer& entry)
+{
+    const auto isEntry = [&entry](const Value& value) { return value.dictionaryInPlace() == entry.data(); };
+    return all && std::any_of(all->begin(), all->end(), isEntry) ? entry : firstWithEventOf(all, entry);
 }

@@ -68,8 +68,10 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     const QStringList chosen = SoundPanel::run(panel);
     _activeOpenPanel = nullptr;
     stopSelectedSound(this);
-    for (const QString& chosenPath : chosen) {
-        entry->insert(EventKey::soundFilepath, chosenPath);
+    // The helper may have had the document loaded anew while the panel was open.
+    const DictionaryPointer present = EventEntries::present(BYGlobals::soundsPrefsArray(), entry);
+    if (present && !chosen.isEmpty()) {
+        present->insert(EventKey::soundFilepath, chosen.constFirst());
         SoundDocument::saveAndRefreshMenu();
     }
     mySoundEventsTable->viewport()->update();

@@ -253,6 +253,7 @@ private Q_SLOTS:
             shownEvent = m_tab->controller.myOpenPanelViewChosenEventLabel->text();
             auto* name = modal->findChild<QLineEdit*>(u"fileNameEdit"_s);
             QVERIFY(name != nullptr);
+            BYGlobals::fillArray(); // as when the helper has changed the document
             name->setText(m_sound);
             QTest::keyClick(name, Qt::Key_Return);
         });
