@@ -7,6 +7,7 @@
 #include <QShortcut>
 #include <QTest>
 
+#include <Bundle.h>
 #include <HotKeyGrabs.h>
 #include <InternalInconsistency.h>
 #include <PTHotKeyCenter.h>
@@ -101,6 +102,7 @@ private Q_SLOTS:
     void modalRunRegistersHotKey();
     void sheetTellsTargetOnce();
     void sheetGoesWithItsWindow();
+    void panelSpeaksTheUsersLanguage();
 };
 
 void HotKeysTest::init()
@@ -416,6 +418,16 @@ void HotKeysTest::sheetGoesWithItsWindow()
     QCOMPARE(panel.mComboField->text(), panel.keyCombo().description());
     panel.cancel();
     QCOMPARE(target.codes, QList{0});
+}
+
+void HotKeysTest::panelSpeaksTheUsersLanguage()
+{
+    QLocale::setDefault(QLocale::German);
+    Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_TEST_BUNDLE));
+    PTKeyComboPanel panel;
+    QVERIFY(panel.window()->findChild<QPushButton*>(u"cancelButton"_s)->text().contains(u"Abbrechen"_s));
+    panel.setKeyBindingName(u"Pause"_s);
+    QCOMPARE(panel.mTitleField->text(), u"Drücken Sie die Tasten für „Pause“."_s);
 }
 
 QTEST_MAIN(HotKeysTest)
