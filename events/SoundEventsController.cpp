@@ -153,7 +153,7 @@ void SoundEventsController::tableView_setObjectValue_forTableColumn_row(
         return;
     }
     if (column->identifier() == playColumn) {
-        BYGlobals::playSoundForEvent(int(entry->value(EventKey::event).integerValue()));
+        BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
     } else if (column->identifier() == revealColumn) {
         Workspace::selectFile(entry->value(EventKey::soundFilepath).string());
     }

@@ -212,7 +212,7 @@ bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     entry->insert(EventKey::soundFilepath, url->toLocalFile());
     SoundDocument::saveAndRefreshMenu();
     if (BYGlobals::retrieveFromUserDefaults(SettingKey::playSoundOnDrop).integerValue() != 0) {
-        BYGlobals::playSoundForEvent(int(entry->value(EventKey::event).integerValue()));
+        BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
     }
     mySoundEventsTable->viewport()->update();
     return true;
