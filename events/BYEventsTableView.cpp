@@ -123,7 +123,7 @@ bool BYEventsTableView::performKeyEquivalent(QKeyEvent* event)
         return true;
     case rightArrow:
         if (entry) {
-            BYGlobals::playSoundForEvent(int(entry->value(EventKey::event).integerValue()));
+            BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
         }
         return true;
     default:

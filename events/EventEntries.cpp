@@ -3,32 +3,37 @@
 #include <FoldedCharacter.h>
 #include <SharedNames.h>
 
+#include <algorithm>
+
 using PropertyList::ArrayPointer;
 using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
 namespace {
 
-/// Looks for one text in many, without regard to letter case. Its first character is looked for before anything is
-/// compared, which is what a long list spends its time on.
+/// Looks for one text in many, without regard to letter case. Its first and its last character are looked for before
+/// anything is compared, which is what a long list spends its time on.
 class TextSearch final
 {
 public:
     explicit TextSearch(QStringView text)
         : m_text(text)
         , m_first(text.isEmpty() ? QChar() : text.front())
+        , m_last(text.isEmpty() ? QChar() : text.back())
+        , m_endsInPair(!text.isEmpty() && (text.front().isSurrogate() || text.back().isSurrogate()))
     {
     }
 
     bool occursIn(QStringView text) const
     {
         // Inside a pair case is a matter of both halves.
-        if (!m_text.isEmpty() && m_text.front().isSurrogate()) {
+        if (m_endsInPair) {
             return text.contains(m_text, Qt::CaseInsensitive);
         }
-        const qsizetype last = text.size() - m_text.size();
-        for (qsizetype at = 0; at <= last; ++at) {
-            if (m_first.matches(text[at]) && text.sliced(at).startsWith(m_text, Qt::CaseInsensitive)) {
+        const qsizetype toLast = m_text.size() - 1;
+        for (qsizetype at = 0; at + toLast < text.size(); ++at) {
+            if (m_first.matches(text[at]) && m_last.matches(text[at + toLast]) &&
+                text.sliced(at).startsWith(m_text, Qt::CaseInsensitive)) {
                 return true;
             }
         }
@@ -38,6 +43,8 @@ public:
 private:
     QStringView m_text;
     FoldedCharacter m_first;
+    FoldedCharacter m_last;
+    bool m_endsInPair;
 };
 
 /// Whether the text occurs in the entry's name, its sound's path or its category.
@@ -94,4 +101,10 @@ DictionaryPointer EventEntries::firstWithEventOf(const ArrayPointer& all, const 
         }
     }
     return {};
+}
+
+DictionaryPointer EventEntries::present(const ArrayPointer& all, const DictionaryPointer& entry)
+{
+    const auto isEntry = [&entry](const Value& value) { return value.dictionaryInPlace() == entry.data(); };
+    return all && std::any_of(all->begin(), all->end(), isEntry) ? entry : firstWithEventOf(all, entry);
 }

@@ -22,4 +22,9 @@ PropertyList::DictionaryPointer entryAt(const PropertyList::ArrayPointer& entrie
 PropertyList::DictionaryPointer firstWithEventOf(
     const PropertyList::ArrayPointer& all, const PropertyList::DictionaryPointer& entry);
 
+/// What has become of @p entry: itself while it is in @p all; after @p all was loaded anew, the first entry of its
+/// event; a null pointer when there is none.
+PropertyList::DictionaryPointer present(
+    const PropertyList::ArrayPointer& all, const PropertyList::DictionaryPointer& entry);
+
 } // namespace EventEntries

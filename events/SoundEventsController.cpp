@@ -9,10 +9,10 @@
 #include <BYGlobals.h>
 #include <Bundle.h>
 #include <NotificationCenter.h>
+#include <RowButtons.h>
 #include <SharedNames.h>
 #include <Sound.h>
 #include <TableView.h>
-#include <TemplateIcon.h>
 #include <Workspace.h>
 
 using namespace Qt::StringLiterals;
@@ -32,19 +32,11 @@ const QString actionColumn = u"actionPopUp"_s;
 
 void loadIcons()
 {
-    const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
-    finderIcon = templateIcon(resources + u"/reveal.tif"_s);
-    playIcon = templateIcon(resources + u"/play.tif"_s);
-    trashIcon = templateIcon(resources + u"/removeCross.tif"_s);
-    addIcon = templateIcon(resources + u"/addCross.tif"_s);
-}
-
-std::shared_ptr<ButtonCell> smallButtonCell()
-{
-    auto cell = std::make_shared<ButtonCell>();
-    cell->setControlSize(Cell::ControlSize::Small);
-    cell->setEditable(false);
-    return cell;
+    const RowButtons::Icons icons = RowButtons::loadIcons();
+    finderIcon = icons.reveal;
+    playIcon = icons.play;
+    trashIcon = icons.remove;
+    addIcon = icons.add;
 }
 
 DictionaryPointer entryAtRow(int row)
@@ -102,25 +94,15 @@ void SoundEventsController::awakeFromNib()
 
 void SoundEventsController::buildCells()
 {
-    const std::shared_ptr<ButtonCell> sharedCell = smallButtonCell();
-    const std::shared_ptr<ButtonCell> trashCell = smallButtonCell();
-    trashCell->setKeyEquivalent(u"a"_s);
-    trashCell->setAction([this](TableView* table) { trashButtonAction(table); });
-    const auto popUpCell = std::make_shared<PopUpButtonCell>();
-    popUpCell->setEditable(true);
-    popUpCell->setMenu(myVolumePopUp);
-
-    const auto give = [this](const QString& identifier, const std::shared_ptr<Cell>& cell) {
-        TableColumn* column = mySoundEventsTable->tableColumnWithIdentifier(identifier);
-        if (column != nullptr) {
-            column->setDataCell(cell);
-        }
-        return column;
-    };
-    give(revealColumn, sharedCell);
-    give(playColumn, sharedCell);
-    give(trashColumn, trashCell);
-    popUpColumn = give(actionColumn, popUpCell);
+    RowButtons::giveTo(
+        *mySoundEventsTable, {revealColumn, playColumn}, [this](TableView* table) { trashButtonAction(table); });
+    popUpColumn = mySoundEventsTable->tableColumnWithIdentifier(actionColumn);
+    if (popUpColumn != nullptr) {
+        const auto cell = std::make_shared<PopUpButtonCell>();
+        cell->setEditable(true);
+        cell->setMenu(myVolumePopUp);
+        popUpColumn->setDataCell(cell);
+    }
 }
 
 void SoundEventsController::volumePopUpAction(QObject* /*sender*/)
@@ -171,7 +153,7 @@ void SoundEventsController::tableView_setObjectValue_forTableColumn_row(
         return;
     }
     if (column->identifier() == playColumn) {
-        BYGlobals::playSoundForEvent(int(entry->value(EventKey::event).integerValue()));
+        BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
     } else if (column->identifier() == revealColumn) {
         Workspace::selectFile(entry->value(EventKey::soundFilepath).string());
     }

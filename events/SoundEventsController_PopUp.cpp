@@ -29,8 +29,7 @@ void SoundEventsController::searchForValue(const QString& key)
 {
     const PropertyList::DictionaryPointer entry =
         EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), mySoundEventsTable->selectedRow());
-    const QString text = entry ? entry->value(key).string() : QString();
-    const QSignalBlocker once(mySearchField);
-    mySearchField->setText(text);
+    mySearchField->setText(entry ? entry->value(key).string() : QString());
+    // The field tells of a new text only.
     volumePopUpAction(myVolumePopUp);
 }

@@ -68,8 +68,10 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     const QStringList chosen = SoundPanel::run(panel);
     _activeOpenPanel = nullptr;
     stopSelectedSound(this);
-    for (const QString& chosenPath : chosen) {
-        entry->insert(EventKey::soundFilepath, chosenPath);
+    // The helper may have had the document loaded anew while the panel was open.
+    const DictionaryPointer present = EventEntries::present(BYGlobals::soundsPrefsArray(), entry);
+    if (present && !chosen.isEmpty()) {
+        present->insert(EventKey::soundFilepath, chosen.constFirst());
         SoundDocument::saveAndRefreshMenu();
     }
     mySoundEventsTable->viewport()->update();
@@ -210,7 +212,7 @@ bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     entry->insert(EventKey::soundFilepath, url->toLocalFile());
     SoundDocument::saveAndRefreshMenu();
     if (BYGlobals::retrieveFromUserDefaults(SettingKey::playSoundOnDrop).integerValue() != 0) {
-        BYGlobals::playSoundForEvent(int(entry->value(EventKey::event).integerValue()));
+        BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
     }
     mySoundEventsTable->viewport()->update();
     return true;

@@ -11,6 +11,7 @@
 #include <NotificationCenter.h>
 #include <SharedNames.h>
 #include <Slider.h>
+#include <SoundDocument.h>
 #include <TableView.h>
 
 using namespace Qt::StringLiterals;
@@ -87,8 +88,7 @@ void SoundEventsController::volumeSliderAction(Slider* sender)
     } else if (const DictionaryPointer document = BYGlobals::clippingsDictionary()) {
         document->insert(DocumentKey::setVolume, sender->stringValue());
     }
-    BYGlobals::writeDocument();
-    BYGlobals::sendNotification(NotificationName::refreshMenu);
+    SoundDocument::saveAndRefreshMenu();
     if (entry) {
         const DictionaryPointer userInfo = Dictionary::create();
         userInfo->insert(EventKey::event, entry->value(EventKey::event));

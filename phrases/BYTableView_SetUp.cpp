@@ -7,9 +7,9 @@
 #include <BYGlobals.h>
 #include <Bundle.h>
 #include <OpenPanel.h>
+#include <RowButtons.h>
 #include <SharedNames.h>
 #include <Sound.h>
-#include <TemplateIcon.h>
 #include <TextView.h>
 #include <Workspace.h>
 
@@ -83,11 +83,11 @@ void BYTableView::observeNotifications()
 
 void BYTableView::loadIcons()
 {
-    const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
-    revealIcon = templateIcon(resources + u"/reveal.tif"_s);
-    playIcon = templateIcon(resources + u"/play.tif"_s);
-    trashIcon = templateIcon(resources + u"/removeCross.tif"_s);
-    addIcon = templateIcon(resources + u"/addCross.tif"_s);
+    const RowButtons::Icons icons = RowButtons::loadIcons();
+    revealIcon = icons.reveal;
+    playIcon = icons.play;
+    trashIcon = icons.remove;
+    addIcon = icons.add;
 }
 
 // Designer knows no separators: the item without a title stands for one.
@@ -114,24 +114,6 @@ void BYTableView::useDefaultDocumentOnFirstStart()
 
 void BYTableView::makeButtonCells()
 {
-    const auto makeCell = [] {
-        auto cell = std::make_shared<ButtonCell>();
-        cell->setControlSize(Cell::ControlSize::Small);
-        cell->setEditable(false);
-        return cell;
-    };
-    const auto sharedCell = makeCell();
-    trashButtonCell = makeCell();
-    trashButtonCell->setKeyEquivalent(u"a"_s);
-    trashButtonCell->setAction([this](TableView* sender) { trashButtonAction(sender); });
-
-    const auto setCell = [this](const QString& identifier, const std::shared_ptr<ButtonCell>& cell) {
-        if (TableColumn* column = tableColumnWithIdentifier(identifier)) {
-            column->setDataCell(cell);
-        }
-    };
-    setCell(u"App"_s, sharedCell);
-    setCell(u"Play"_s, sharedCell);
-    setCell(u"Reveal"_s, sharedCell);
-    setCell(u"Trash"_s, trashButtonCell);
+    trashButtonCell = RowButtons::giveTo(
+        *this, {u"App"_s, u"Play"_s, u"Reveal"_s}, [this](TableView* sender) { trashButtonAction(sender); });
 }

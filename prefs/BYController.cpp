@@ -18,9 +18,6 @@
 #include <HelperProcess.h>
 #include <Matrix.h>
 
-#include <algorithm>
-#include <limits>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -31,19 +28,13 @@ Q_LOGGING_CATEGORY(lcOptions, "blipsy.options")
 constexpr int menuOptionNeedingRestart = 4;
 constexpr qsizetype arrowPosition = 4;
 
-qint32 intValue(const PropertyList::Value& value)
-{
-    using Limits = std::numeric_limits<qint32>;
-    return qint32(std::clamp<qint64>(value.integerValue(), Limits::min(), Limits::max()));
-}
-
 qint32 intValueOf(const QWidget* control)
 {
     if (const auto* const stepper = qobject_cast<const QSpinBox*>(control)) {
         return stepper->value();
     }
     const auto* const field = qobject_cast<const QLineEdit*>(control);
-    return field ? intValue(PropertyList::Value(field->text())) : 0;
+    return field ? PropertyList::Value(field->text()).intValue() : 0;
 }
 
 /// Check boxes come alone or in a matrix; a lone one is its own selected cell.
@@ -83,7 +74,7 @@ void BYController::showIdleTalkInterval()
     const PropertyList::Value shown = stored == PropertyList::Value(u""_s) ? PropertyList::Value(u"2"_s) : stored;
     idleTalkIntervalText->setText(shown.textValue());
     const QSignalBlocker quiet(idleTalkIntervalStepper);
-    idleTalkIntervalStepper->setValue(intValue(shown));
+    idleTalkIntervalStepper->setValue(shown.intValue());
 }
 
 void BYController::showArrow()
@@ -117,7 +108,7 @@ void BYController::enterExpansionPref(QWidget* sender)
 void BYController::enterMenuPref(Matrix* sender)
 {
     const int chosen = Matrix::tagOf(sender->selectedCell());
-    const int before = intValue(BYGlobals::retrieveFromUserDefaults(SettingKey::menuPref));
+    const int before = BYGlobals::retrieveFromUserDefaults(SettingKey::menuPref).intValue();
     BYGlobals::saveToUserDefaults_forKey(QString::number(chosen), SettingKey::menuPref);
     if (chosen == before || (chosen != menuOptionNeedingRestart && before != menuOptionNeedingRestart)) {
         return;

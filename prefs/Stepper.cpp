@@ -21,8 +21,10 @@ QSize Stepper::sizeHint() const
     option.rect = QRect({}, QSpinBox::sizeHint());
     const QRect up = style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, this);
     const QRect down = style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxDown, this);
-    const int frame = style()->pixelMetric(QStyle::PM_SpinBoxFrameWidth, &option, this);
-    return {up.united(down).width() + 2 * frame, option.rect.height()};
+    const QRect arrows = up.united(down);
+    // As much frame on the left as on the right: more would show a piece of the hidden field.
+    const int frame = option.rect.right() - arrows.right();
+    return {arrows.width() + 2 * frame, option.rect.height()};
 }
 
 QSize Stepper::minimumSizeHint() const

@@ -9,8 +9,7 @@ using namespace Qt::StringLiterals;
 bool RemovalQuestion::confirm(QWidget* parent, const QString& question)
 {
     const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
-    const QString message = question + bundle.localizedString(u"\nYou will not be able to undo this operation."_s);
     Alert::beep();
-    return Alert::runAlertPanel(parent, bundle.localizedString(u"Confirm remove"_s), message,
+    return Alert::runAlertPanel(parent, bundle.localizedString(u"Confirm remove"_s), question,
                bundle.localizedString(u"Remove"_s), bundle.localizedString(u"Cancel"_s)) == Alert::defaultReturn;
 }

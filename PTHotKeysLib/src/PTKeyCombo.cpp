@@ -1,7 +1,6 @@
 #include "PTKeyCombo.h"
 
 #include <algorithm>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -9,12 +8,6 @@ namespace {
 
 const QString keyCodeKey = u"keyCode"_s;
 const QString modifiersKey = u"modifiers"_s;
-
-qint32 intValue(const PropertyList::Value& value)
-{
-    using Limits = std::numeric_limits<qint32>;
-    return qint32(std::clamp<qint64>(value.integerValue(), Limits::min(), Limits::max()));
-}
 
 } // namespace
 
@@ -39,8 +32,8 @@ PTKeyCombo PTKeyCombo::initWithPlistRepresentation(const PropertyList::Dictionar
     if (!plist || plist->isEmpty()) {
         return {};
     }
-    const qint32 keyCode = std::max(intValue(plist->value(keyCodeKey)), -1);
-    const qint32 modifiers = intValue(plist->value(modifiersKey));
+    const qint32 keyCode = std::max(plist->value(keyCodeKey).intValue(), -1);
+    const qint32 modifiers = plist->value(modifiersKey).intValue();
     return {keyCode, modifiers > 0 ? modifiers : -1};
 }
 

@@ -7,6 +7,8 @@
 
 #include <NotificationCenter.h>
 
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 
 PTKeyComboPanelTarget::PTKeyComboPanelTarget(QObject* parent)
@@ -55,6 +57,9 @@ void PTKeyComboPanel::loadWindow()
     connect(ui.cancelButton, &QPushButton::clicked, this, [this, sender = ui.cancelButton] { cancel(sender); });
     connect(ui.clearButton, &QPushButton::clicked, this, [this, sender = ui.clearButton] { clear(sender); });
     windowDidLoad();
+    // Reading the keyboard layout and the names of keys takes longer than a frame: not while the user waits for the
+    // first key press to show.
+    std::ignore = PTKeyCombo::_stringForKeyCode(0);
 }
 
 void PTKeyComboPanel::windowDidLoad()
@@ -108,7 +113,7 @@ void PTKeyComboPanel::runModalForHotKey(const PTHotKey::Pointer& hotKey)
     }
     hotKey->setKeyCombo(mKeyCombo);
     // A refusal is the registry's to log; the combination stands either way.
-    static_cast<void>(PTHotKeyCenter::sharedCenter().registerHotKey(hotKey));
+    std::ignore = PTHotKeyCenter::sharedCenter().registerHotKey(hotKey);
 }
 
 void PTKeyComboPanel::runSheeetForModalWindow_target(QWidget* window, PTKeyComboPanelTarget* target)

@@ -99,6 +99,8 @@ public:
     /// boolean as 0 or 1, the leading decimal integer of a string (after white space, with an optional sign), held to
     /// the range of the type. Everything else, and text without leading digits, gives 0.
     qint64 integerValue() const;
+    /// The same held to 32 bits.
+    qint32 intValue() const;
     /// The same held to 0 … 2^64 - 1, for the integers beyond qint64.
     quint64 unsignedIntegerValue() const;
     /// The same for floating point: "0.5abc" gives 0.5, text that does not begin with a number 0.

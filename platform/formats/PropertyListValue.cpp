@@ -221,6 +221,12 @@ qint64 Value::integerValue() const
     return boolean != nullptr && *boolean ? 1 : 0;
 }
 
+qint32 Value::intValue() const
+{
+    using Limits = std::numeric_limits<qint32>;
+    return qint32(std::clamp<qint64>(integerValue(), Limits::min(), Limits::max()));
+}
+
 quint64 Value::unsignedIntegerValue() const
 {
     if (const auto* text = std::get_if<QString>(&m_value)) {

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
@@ -203,9 +204,15 @@ private Q_SLOTS:
     {
         m_tab->table.setFocus();
         m_tab->table.selectRow_byExtendingSelection(0, false);
-        ModalDriver cancel(ModalDriver::click(u"Cancel"_s));
+        QString question;
+        ModalDriver cancel([&question](QWidget* modal) {
+            question = qobject_cast<QMessageBox*>(modal)->informativeText();
+            ModalDriver::click(u"Cancel"_s)(modal);
+        });
         QTest::keyClick(&m_tab->table, Qt::Key_Delete);
         QVERIFY(cancel.wasAnswered());
+        QCOMPARE(
+            question, u"Are you sure you wish to remove this sound?\nYou will not be able to undo this operation."_s);
         QCOMPARE(entryAt(0)->value(EventKey::soundFilepath).string(), m_sound);
 
         // The offscreen platform gives the focus back only when it is asked to.
@@ -246,6 +253,7 @@ private Q_SLOTS:
             shownEvent = m_tab->controller.myOpenPanelViewChosenEventLabel->text();
             auto* name = modal->findChild<QLineEdit*>(u"fileNameEdit"_s);
             QVERIFY(name != nullptr);
+            BYGlobals::fillArray(); // as when the helper has changed the document
             name->setText(m_sound);
             QTest::keyClick(name, Qt::Key_Return);
         });

@@ -7,11 +7,19 @@
 #include <QShortcut>
 #include <QTest>
 
+#include <Bundle.h>
 #include <HotKeyGrabs.h>
 #include <InternalInconsistency.h>
 #include <PTHotKeyCenter.h>
 #include <PTKeyCodeTranslator.h>
 #include <PTKeyComboPanel.h>
+
+// The header, written for C, calls a field "explicit".
+#define explicit explicitField
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -25,9 +33,30 @@ PTHotKey::Pointer hotKey(const QString& identifier, const PTKeyCombo& combo)
     return std::make_shared<PTHotKey>(identifier, combo);
 }
 
-bool setLayout(const QString& layout)
+/// Runs a program to its end. A server that is slow fails the test; it does not stall it.
+bool run(const QString& program, const QStringList& arguments)
 {
-    return QProcess::execute(u"setxkbmap"_s, {layout}) == 0;
+    constexpr int patience = 20'000;
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(program, arguments);
+    return process.waitForFinished(patience) && process.exitCode() == 0;
+}
+
+/// One layout or several ("us,de"), of which the first is in use.
+bool setLayout(const QString& layouts)
+{
+    return run(u"setxkbmap"_s, {layouts});
+}
+
+/// Switches to another of the layouts, as the desktop's indicator does, through a connection of its own.
+void lockGroup(quint8 group)
+{
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    std::free(xcb_xkb_use_extension_reply(connection, xcb_xkb_use_extension(connection, 1, 0), nullptr));
+    const auto request = xcb_xkb_latch_lock_state_checked(connection, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, group, 0, 0, 0);
+    std::free(xcb_request_check(connection, request));
+    xcb_disconnect(connection);
 }
 
 /// A key press as the window system makes it, with the scan code of the key.
@@ -56,6 +85,7 @@ private Q_SLOTS:
     void namesFollowTheLayout_data();
     void namesFollowTheLayout();
     void translatorIsKeptUntilTheLayoutChanges();
+    void namesFollowTheGroup();
     void registersOnceAndGivesBack();
     void invalidCombinationEndsUnregistered();
     void combinationOfAnotherProgramIsRefused();
@@ -72,6 +102,7 @@ private Q_SLOTS:
     void modalRunRegistersHotKey();
     void sheetTellsTargetOnce();
     void sheetGoesWithItsWindow();
+    void panelSpeaksTheUsersLanguage();
 };
 
 void HotKeysTest::init()
@@ -115,6 +146,20 @@ void HotKeysTest::translatorIsKeptUntilTheLayoutChanges()
     QTRY_VERIFY(PTKeyCodeTranslator::currentTranslator() != before);
     QTRY_COMPARE(
         PTKeyCodeTranslator::currentTranslator()->description(), u"PTKeyCodeTranslator layout=German (uchr)"_s);
+}
+
+void HotKeysTest::namesFollowTheGroup()
+{
+    QVERIFY(setLayout(u"us,de,fr"_s));
+    quint8 group = 0;
+    for (const QString& character : {u"z"_s, u"y"_s, u"w"_s}) {
+        lockGroup(group++);
+        QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(0x06), character);
+    }
+    // Fewer layouts than the number of the one in use: the server goes back to one that is there.
+    QVERIFY(setLayout(u"de"_s));
+    QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(0x06), u"y"_s);
+    lockGroup(0);
 }
 
 void HotKeysTest::registersOnceAndGivesBack()
@@ -373,6 +418,16 @@ void HotKeysTest::sheetGoesWithItsWindow()
     QCOMPARE(panel.mComboField->text(), panel.keyCombo().description());
     panel.cancel();
     QCOMPARE(target.codes, QList{0});
+}
+
+void HotKeysTest::panelSpeaksTheUsersLanguage()
+{
+    QLocale::setDefault(QLocale::German);
+    Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_TEST_BUNDLE));
+    PTKeyComboPanel panel;
+    QVERIFY(panel.window()->findChild<QPushButton*>(u"cancelButton"_s)->text().contains(u"Abbrechen"_s));
+    panel.setKeyBindingName(u"Pause"_s);
+    QCOMPARE(panel.mTitleField->text(), u"Drücken Sie die Tasten für „Pause“."_s);
 }
 
 QTEST_MAIN(HotKeysTest)

@@ -1,6 +1,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QListView>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -134,6 +135,7 @@ void SoundsTest::removalIsConfirmedByItsVerbOnly()
     QFETCH(QString, button);
     const ModalDriver driver([&button](QWidget* modal) {
         QCOMPARE(modal->windowTitle(), u"Confirm remove"_s);
+        QCOMPARE(qobject_cast<QMessageBox*>(modal)->informativeText(), u"Sure?"_s);
         ModalDriver::click(button)(modal);
     });
     QTEST(RemovalQuestion::confirm(nullptr, u"Sure?"_s), "confirmed");
