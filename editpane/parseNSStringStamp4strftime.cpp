@@ -6,91 +6,116 @@
 #include <CalendarFormat.h>
 #include <Preferences.h>
 
-#include <algorithm>
 #include <array>
+#include <bitset>
+#include <variant>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+using CalendarFormat::LocaleFormat;
+
 constexpr qsizetype stampLength = 5;
 
+/// What a stamp stands for: a calendar format, or one of the user's own.
 struct Stamp
 {
     char16_t code;
-    /// A calendar format, or the user-defaults key that holds one.
-    QLatin1StringView text;
-    bool isUserFormat = false;
+    std::variant<QStringView, LocaleFormat> format;
 };
 
-constexpr auto stamps = std::to_array<Stamp>(
-    {{u'0', "NSShortDateFormatString"_L1, true}, {u'1', "NSDateFormatString"_L1, true}, {u'2', "%a, %b %e, %Y"_L1},
-        {u'3', "%H:%M"_L1}, {u'4', "NSTimeFormatString"_L1, true}, {u'5', "%Y%m%d"_L1}, {u'6', "%Y-%m-%d"_L1},
-        {u'7', "%B %e, %Y"_L1}, {u'8', "%b %e, %Y"_L1}, {u'9', "%y%m%d"_L1}, {u':', "%y-%m-%d"_L1}});
+constexpr std::array<Stamp, 11> stamps{{{u'0', LocaleFormat::ShortDate}, {u'1', LocaleFormat::Date},
+    {u'2', u"%a, %b %e, %Y"}, {u'3', u"%H:%M"}, {u'4', LocaleFormat::Time}, {u'5', u"%Y%m%d"}, {u'6', u"%Y-%m-%d"},
+    {u'7', u"%B %e, %Y"}, {u'8', u"%b %e, %Y"}, {u'9', u"%y%m%d"}, {u':', u"%y-%m-%d"}}};
+
+using StampSet = std::bitset<stamps.size()>;
+
+// "[[0]]", "[[1]]" and "[[4]]".
+constexpr StampSet usersStamps = 0b10011;
+
+// In the order of LocaleFormat.
+constexpr std::array userKeys{"NSShortDateFormatString"_L1, "NSDateFormatString"_L1, "NSTimeFormatString"_L1};
+
+CalendarFormat::Locale localeWithUserFormats(const QLocale& locale)
+{
+    auto names = CalendarFormat::Locale::fromLocale(locale);
+    names.format = [own = names.format](LocaleFormat kind) {
+        const QString format = UserDefaults::standardUserDefaults().objectForKey(userKeys[size_t(kind)]).string();
+        return format.isEmpty() ? own(kind) : format;
+    };
+    return names;
+}
 
 /// The names and formats of the session's language, taken apart once: asking Qt for them costs more than a whole text.
 const CalendarFormat::Locale& sessionLocale()
 {
     static QLocale known = QLocale::c();
-    static CalendarFormat::Locale names = CalendarFormat::Locale::fromLocale(known);
+    static CalendarFormat::Locale names = localeWithUserFormats(known);
 
     if (const QLocale current; current != known) {
         known = current;
-        names = CalendarFormat::Locale::fromLocale(current);
+        names = localeWithUserFormats(current);
     }
     return names;
 }
 
-QString userFormat(const QString& key)
+/// Calls @p found (position, index of the stamp) for every stamp in @p text.
+template <typename Function>
+void forEachStamp(QStringView text, Function&& found)
 {
-    const QString format = UserDefaults::standardUserDefaults().objectForKey(key).string();
-    if (!format.isEmpty()) {
-        return format;
-    }
-    const CalendarFormat::Locale& locale = sessionLocale();
-    return key == u"NSTimeFormatString"   ? locale.timeFormat
-           : key == u"NSDateFormatString" ? locale.dateFormat
-                                          : locale.shortDateFormat;
-}
-
-/// Where a stamp begins at or after @p from; -1 where none does.
-qsizetype nextStamp(QStringView text, char16_t code, qsizetype from)
-{
-    for (qsizetype at = text.indexOf(u'[', from); at >= 0 && at <= text.size() - stampLength;
-         at = text.indexOf(u'[', at + 1)) {
-        if (text[at + 1] == u'[' && text[at + 2] == code && text[at + 3] == u']' && text[at + 4] == u']') {
-            return at;
+    for (qsizetype at = text.indexOf(u'['); at >= 0; at = text.indexOf(u'[', at)) {
+        const QStringView rest = text.sliced(at);
+        const bool isStamp = rest.size() >= stampLength && rest[1] == u'[' && rest[3] == u']' && rest[4] == u']' &&
+                             rest[2] >= stamps.front().code && rest[2] <= stamps.back().code;
+        if (isStamp) {
+            found(at, size_t(rest[2].unicode() - stamps.front().code));
         }
-    }
-    return -1;
-}
-
-void replaceStamp(QString& text, const Stamp& stamp)
-{
-    qsizetype at = nextStamp(text, stamp.code, 0);
-    if (at < 0) {
-        return;
-    }
-    const QString format = stamp.isUserFormat ? userFormat(stamp.text) : QString(stamp.text);
-    for (; at >= 0; at = nextStamp(text, stamp.code, at + format.size())) {
-        text.replace(at, stampLength, format);
+        at += isStamp ? stampLength : 1;
     }
 }
 
-/// Whether the formats that the locale names (`%x`, `%X`, `%c`) are wanted: only then are the user's own looked up.
-bool namesLocaleFormats(QStringView format)
+StampSet stampsIn(QStringView text)
 {
-    const QStringView widths = u".0123456789";
-    for (qsizetype at = format.indexOf(u'%'); at >= 0; at = format.indexOf(u'%', at)) {
-        do {
-            ++at;
-        } while (at < format.size() && widths.contains(format[at]));
-        if (at < format.size() && (format[at] == u'x' || format[at] == u'X' || format[at] == u'c')) {
-            return true;
+    StampSet all;
+    forEachStamp(text, [&all](qsizetype, size_t stamp) { all.set(stamp); });
+    return all;
+}
+
+QString withStampsReplaced(QStringView text, StampSet replaced)
+{
+    QString result;
+    result.reserve(text.size() + 64);
+    qsizetype done = 0;
+    forEachStamp(text, [&](qsizetype at, size_t stamp) {
+        if (!replaced[stamp]) {
+            return;
         }
-        at = std::min(at + 1, format.size());
+        result += text.sliced(done, at - done);
+        const auto& format = stamps[stamp].format;
+        if (const auto* ours = std::get_if<QStringView>(&format)) {
+            result += *ours;
+        } else {
+            result += sessionLocale().format(std::get<LocaleFormat>(format));
+        }
+        done = at + stampLength;
+    });
+    result += text.sliced(done);
+    return result;
+}
+
+/// Replaces one kind of stamp after the other. A format of the user's may hold stamps, or complete them with the
+/// brackets around it; ours cannot, so that without the user's all are replaced at once.
+void replaceStamps(QString& text)
+{
+    const StampSet found = stampsIn(text);
+    if ((found & usersStamps).any()) {
+        for (size_t stamp = 0; stamp < stamps.size(); ++stamp) {
+            text = withStampsReplaced(text, StampSet().set(stamp));
+        }
+    } else if (found.any()) {
+        text = withStampsReplaced(text, found);
     }
-    return false;
 }
 
 } // namespace
@@ -102,11 +127,7 @@ void parseNSStringStamp4strftime(QString& text)
 
 void parseNSStringStamp4strftime(QString& text, const QDateTime& moment)
 {
-    if (text.contains(u'[')) {
-        for (const Stamp& stamp : stamps) {
-            replaceStamp(text, stamp);
-        }
-    }
+    replaceStamps(text);
     if (text.contains(u'%')) {
         text = descriptionWithCalendarFormat(text, moment);
     }
@@ -114,11 +135,5 @@ void parseNSStringStamp4strftime(QString& text, const QDateTime& moment)
 
 QString descriptionWithCalendarFormat(const QString& format, const QDateTime& moment)
 {
-    if (!namesLocaleFormats(format)) {
-        return CalendarFormat::formatted(format, moment, sessionLocale());
-    }
-    CalendarFormat::Locale locale = sessionLocale();
-    locale.shortDateFormat = userFormat(u"NSShortDateFormatString"_s);
-    locale.timeFormat = userFormat(u"NSTimeFormatString"_s);
-    return CalendarFormat::formatted(format, moment, locale);
+    return CalendarFormat::formatted(format, moment, sessionLocale());
 }

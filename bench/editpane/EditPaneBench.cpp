@@ -16,6 +16,7 @@ namespace {
 
 constexpr int richTextSize = 100 * 1024;
 constexpr int stampedTexts = 1'000;
+constexpr int stampedTextSize = 200;
 
 /// The same text in both notations: paragraphs with runs of several formats.
 struct Notations
@@ -51,9 +52,10 @@ void richTextLoad()
 
 void stamps()
 {
-    const QString filler(140, u'x');
-    const QString ours = u"On [[6]] at [[3]], %A %e %B: "_s + filler;
-    const std::string peer = "On %Y-%m-%d at %H:%M, %A %d %B: " + std::string(140, 'x');
+    // The same conversions in texts of 200 characters.
+    const QString ours = u"On [[6]] at [[3]], %A %d %B: "_s.leftJustified(stampedTextSize, u'x');
+    std::string peer = "On %Y-%m-%d at %H:%M, %A %d %B: ";
+    peer.resize(stampedTextSize, 'x');
     const std::time_t now = std::time(nullptr);
     std::tm fields{};
     localtime_r(&now, &fields);

@@ -46,14 +46,15 @@ Conversion conversionAt(QStringView format)
 
 void appendNumber(QString& text, int number, int digits)
 {
-    const QString written = QString::number(std::abs(number));
+    std::array<char16_t, maximumWidth + 1> written;
+    auto at = written.end();
+    for (int rest = std::abs(number); rest > 0 || written.end() - at < digits; rest /= 10) {
+        *--at = char16_t(u'0' + rest % 10);
+    }
     if (number < 0) {
-        text += u'-';
+        *--at = u'-';
     }
-    for (qsizetype missing = digits - written.size(); missing > 0; --missing) {
-        text += u'0';
-    }
-    text += written;
+    text += QStringView(at, written.end());
 }
 
 /// Writes one moment; the fields of the date are taken apart once for a whole text.
@@ -175,10 +176,10 @@ private:
             append(text, u"%X %x", depth + 1);
             return true;
         case u'x':
-            append(text, m_locale.shortDateFormat, depth + 1);
+            append(text, m_locale.format(LocaleFormat::ShortDate), depth + 1);
             return true;
         case u'X':
-            append(text, m_locale.timeFormat, depth + 1);
+            append(text, m_locale.format(LocaleFormat::Time), depth + 1);
             return true;
         default:
             return false;
@@ -260,9 +261,10 @@ Locale Locale::fromLocale(const QLocale& locale)
     }
     result.morning = locale.amText();
     result.afternoon = locale.pmText();
-    result.shortDateFormat = fromQtFormat(locale.dateFormat(QLocale::ShortFormat));
-    result.dateFormat = fromQtFormat(locale.dateFormat(QLocale::LongFormat));
-    result.timeFormat = fromQtFormat(locale.timeFormat(QLocale::LongFormat));
+    // In the order of LocaleFormat.
+    const std::array formats{fromQtFormat(locale.dateFormat(QLocale::ShortFormat)),
+        fromQtFormat(locale.dateFormat(QLocale::LongFormat)), fromQtFormat(locale.timeFormat(QLocale::LongFormat))};
+    result.format = [formats](LocaleFormat kind) { return formats[size_t(kind)]; };
     return result;
 }
 

@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <array>
+#include <functional>
 
 class QDateTime;
 class QLocale;
@@ -20,6 +21,9 @@ class QLocale;
 /// leaves out leading zeros; it means nothing for texts. A percent sign that begins no conversion stands for itself.
 namespace CalendarFormat {
 
+/// The formats that a locale has of its own: `%x`, a date with weekday and month in words, and `%X`.
+enum class LocaleFormat { ShortDate, Date, Time };
+
 /// What a language and its user's settings give to a format.
 struct Locale
 {
@@ -30,10 +34,8 @@ struct Locale
     std::array<QString, 12> shortMonths;
     QString morning;
     QString afternoon;
-    /// Calendar formats: `%x`, a date with weekday and month in words, and `%X`.
-    QString shortDateFormat;
-    QString dateFormat;
-    QString timeFormat;
+    /// Answers the calendar formats of this locale; asked only for those that are named.
+    std::function<QString(LocaleFormat)> format;
 
     /// Names and formats of a language and country.
     static Locale fromLocale(const QLocale& locale);

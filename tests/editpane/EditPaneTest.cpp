@@ -176,14 +176,19 @@ void EditPaneTest::userFormatsComeFromTheDefaults()
         return text;
     };
     QCOMPARE(filled(u"[[0]]"_s), u"5 Mar 2009"_s);
-    // A format may hold a stamp; only those that come later in the order are filled in.
-    Preferences::setValue(u"NSShortDateFormatString"_s, u"%d.%m. [[3]]"_s, u"global"_s);
-    QVERIFY(Preferences::synchronize(u"global"_s));
-    UserDefaults::standardUserDefaults().synchronize();
-    QCOMPARE(filled(u"[[0]]"_s), u"05.03. 14:07"_s);
-    Preferences::setValue(u"NSShortDateFormatString"_s, {}, u"global"_s);
-    Preferences::synchronize(u"global"_s);
-    UserDefaults::standardUserDefaults().synchronize();
+    const auto setFormat = [](const QString& key, const Value& format) {
+        Preferences::setValue(key, format, u"global"_s);
+        QVERIFY(Preferences::synchronize(u"global"_s));
+        UserDefaults::standardUserDefaults().synchronize();
+    };
+    // A format may hold a stamp, or complete one; only those that come later in the order are filled in.
+    setFormat(u"NSShortDateFormatString"_s, u"%d.%m. [[3]]"_s);
+    QCOMPARE(filled(u"[[0]] %x"_s), u"05.03. 14:07 05.03. [[3]]"_s);
+    setFormat(u"NSShortDateFormatString"_s, u"6"_s);
+    setFormat(u"NSTimeFormatString"_s, u"[[2]][[0]]"_s);
+    QCOMPARE(filled(u"[[[[0]]]] [[4]]"_s), u"2009-03-05 [[2]][[0]]"_s);
+    setFormat(u"NSShortDateFormatString"_s, {});
+    setFormat(u"NSTimeFormatString"_s, {});
 }
 
 void EditPaneTest::menusShowTodayInEveryFormat()

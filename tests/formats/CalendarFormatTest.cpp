@@ -82,7 +82,7 @@ void CalendarFormatTest::translatesTheFormatsOfALocale()
 void CalendarFormatTest::localeThatNamesItselfEnds()
 {
     auto names = CalendarFormat::Locale::fromLocale(QLocale::c());
-    names.shortDateFormat = u"%x%x"_s;
+    names.format = [](CalendarFormat::LocaleFormat) { return u"%x%x"_s; };
     QVERIFY(CalendarFormat::formatted(u"%x", QDateTime::currentDateTime(), names).size() < 100);
 }
 
