@@ -1,5 +1,6 @@
 #include "Slider.h"
 
+#include <QProxyStyle>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -11,11 +12,26 @@ namespace {
 
 constexpr int steps = 1000;
 
+/// A press beside the knob brings it there. Paging towards it would send an action for each page.
+class KnobJumpsStyle final : public QProxyStyle
+{
+public:
+    int styleHint(
+        StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* returnData) const override
+    {
+        return hint == SH_Slider_AbsoluteSetButtons ? int(Qt::LeftButton)
+                                                    : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
 } // namespace
 
 Slider::Slider(QWidget* parent)
     : QSlider(Qt::Horizontal, parent)
 {
+    auto* const style = new KnobJumpsStyle;
+    style->setParent(this);
+    setStyle(style);
     setRange(0, steps);
     setSingleStep(steps / 100);
     setPageStep(steps / 10);

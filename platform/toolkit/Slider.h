@@ -4,6 +4,7 @@
 
 /// A slider with a floating-point value from 0 to 1.
 ///
+/// A press beside the knob moves it there and drags it on.
 /// A value set by code is kept exactly, although the knob stands on one of a thousand steps, until the user moves it.
 class Slider : public QSlider
 {

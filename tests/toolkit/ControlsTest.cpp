@@ -122,6 +122,10 @@ void ControlsTest::sliderSendsItsActionForTheUserOnly()
     QTest::keyClick(&slider, Qt::Key_Right);
     QCOMPARE(actions.size(), 1);
     QCOMPARE(slider.stringValue(), u"0.51"_s);
+    slider.resize(400, 30);
+    QTest::mouseClick(&slider, Qt::LeftButton, {}, {100, 15});
+    QCOMPARE(actions.size(), 2);
+    QVERIFY(slider.floatValue() > 0.2F && slider.floatValue() < 0.3F);
 }
 
 void ControlsTest::pasteboardCarriesTypesOverTheClipboard()
