@@ -4,11 +4,13 @@
 
 #include <QDialog>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPushButton>
 
+#include <Alert.h>
 #include <BYGlobals.h>
 #include <SharedNames.h>
 #include <Workspace.h>
@@ -17,6 +19,12 @@ using namespace Qt::StringLiterals;
 
 using PropertyList::Dictionary;
 using PropertyList::Value;
+
+namespace {
+
+Q_LOGGING_CATEGORY(logPrinting, "blipsy.printing")
+
+} // namespace
 
 void BYTableView::connectPrintWindow()
 {
@@ -66,8 +74,15 @@ void BYTableView::printClippings()
     printer.setDocName(QFileInfo(BYGlobals::defaultFilePath()).completeBaseName());
     QPrintDialog dialog(&printer, printClippingsWindow);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
-    if (dialog.exec() == QDialog::Accepted) {
-        phrasesToPrint().print(printer);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    if (phrasesToPrint().print(printer)) {
         printClippingsWindow->accept();
+    } else {
+        const QString target = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
+        qCWarning(logPrinting).noquote() << u"cannot print to %1"_s.arg(target);
+        Alert::runAlertPanel(printClippingsWindow, localized(u"The phrases cannot be printed."_s),
+            localized(u"Choose another printer or file."_s), localized(u"OK"_s), {});
     }
 }

@@ -111,11 +111,11 @@ PhraseListPrinter::PhraseListPrinter(QString documentName, Row titles, QString p
 {
 }
 
-void PhraseListPrinter::print(QPrinter& printer) const
+bool PhraseListPrinter::print(QPrinter& printer) const
 {
     QPainter painter;
     if (!painter.begin(&printer)) {
-        return;
+        return false;
     }
     const Page page(printer);
     const std::vector<qsizetype> firstRows = page.breakIntoPages(m_rows);
@@ -138,4 +138,5 @@ void PhraseListPrinter::print(QPrinter& printer) const
             top += height + page.gap();
         }
     }
+    return painter.end() && printer.printerState() != QPrinter::Error;
 }

@@ -19,8 +19,8 @@ public:
     /// @p pageFormat is the text of the page number: "%1" stands for the page, "%2" for the number of pages.
     PhraseListPrinter(QString documentName, Row titles, QString pageFormat, QList<Row> rows);
 
-    /// Prints all pages with the page layout of @p printer.
-    void print(QPrinter& printer) const;
+    /// Prints all pages with the page layout of @p printer; false when it cannot print.
+    bool print(QPrinter& printer) const;
 
 private:
     class Page;
