@@ -24,6 +24,9 @@ namespace {
 
 Q_LOGGING_CATEGORY(logPrinting, "blipsy.printing")
 
+/// A preview holds all its pages in memory; nobody looks at more of them.
+constexpr size_t previewedPages = 100;
+
 } // namespace
 
 void BYTableView::connectPrintWindow()
@@ -32,7 +35,7 @@ void BYTableView::connectPrintWindow()
         return;
     }
     connect(printClippingsTextView, &QPrintPreviewWidget::paintRequested, this,
-        [this](QPrinter* printer) { phrasesToPrint().print(*printer); });
+        [this](QPrinter* printer) { phrasesToPrint().print(*printer, previewedPages); });
     connect(printClippingsPrintButton, &QPushButton::clicked, this, &BYTableView::printClippings);
     connect(printClippingsCancelButton, &QPushButton::clicked, printClippingsWindow, &QDialog::reject);
 }
