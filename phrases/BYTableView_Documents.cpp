@@ -36,9 +36,11 @@ constexpr qsizetype itemsPerProgressStep = 64;
 constexpr qint64 maximumSourceSize = 1 << 30;
 
 /// The path at which a document is to be written; nothing when the user cancels.
-std::optional<QString> chooseNewPath(QWidget* window, const QString& directory, const QString& name)
+std::optional<QString> chooseNewPath(
+    QWidget* window, const QString& title, const QString& directory, const QString& name)
 {
     SavePanel panel(window);
+    panel.setTitle(title);
     panel.setAppendedSuffix(documentSuffix);
     if (panel.runModalForDirectory_file(directory, name) != okButton) {
         return std::nullopt;
@@ -121,7 +123,8 @@ void BYTableView::leaveDocument()
 void BYTableView::createDocument()
 {
     const RowHold hold(*this);
-    const std::optional<QString> path = chooseNewPath(window(), QDir::homePath(), localized(u"new sound set"_s));
+    const std::optional<QString> path =
+        chooseNewPath(window(), localized(u"New Sounds Document"_s), QDir::homePath(), localized(u"new sound set"_s));
     if (!path) {
         return;
     }
@@ -135,6 +138,7 @@ void BYTableView::openFile()
 {
     const RowHold hold(*this);
     OpenPanel panel(window());
+    panel.setTitle(localized(u"Open a Sounds Document or Import Phrases"_s));
     panel.setAllowsMultipleSelection(false);
     if (panel.runModalForDirectory_file_types(QDir::homePath(), {}, importableTypes()) != okButton) {
         return;
@@ -154,7 +158,7 @@ void BYTableView::openFile()
 
 void BYTableView::importFile(const QString& path, Importers::Source source)
 {
-    const std::optional<QString> newPath = chooseNewPath(window(),
+    const std::optional<QString> newPath = chooseNewPath(window(), localized(u"Save the Imported Phrases"_s),
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), QFileInfo(path).completeBaseName());
     if (!newPath) {
         qCInfo(logDocuments).noquote() << Importers::cancelledText(source);
@@ -183,6 +187,7 @@ Conversion BYTableView::convertShowingProgress(const QString& path, Importers::S
         return {.outcome = Conversion::Outcome::NoList};
     }
     QProgressDialog progress(localized(u"Importing phrases…"_s), localized(u"Cancel"_s), 0, 0, window());
+    progress.setWindowTitle(localized(u"Blipsy"_s));
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(progressDelayMilliseconds);
     Conversion conversion =

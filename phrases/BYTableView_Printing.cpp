@@ -4,11 +4,13 @@
 
 #include <QDialog>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPushButton>
 
+#include <Alert.h>
 #include <BYGlobals.h>
 #include <SharedNames.h>
 #include <Workspace.h>
@@ -18,13 +20,22 @@ using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;
 using PropertyList::Value;
 
+namespace {
+
+Q_LOGGING_CATEGORY(logPrinting, "blipsy.printing")
+
+/// A preview holds all its pages in memory; nobody looks at more of them.
+constexpr size_t previewedPages = 100;
+
+} // namespace
+
 void BYTableView::connectPrintWindow()
 {
     if (!printClippingsWindow) {
         return;
     }
     connect(printClippingsTextView, &QPrintPreviewWidget::paintRequested, this,
-        [this](QPrinter* printer) { phrasesToPrint().print(*printer); });
+        [this](QPrinter* printer) { phrasesToPrint().print(*printer, previewedPages); });
     connect(printClippingsPrintButton, &QPushButton::clicked, this, &BYTableView::printClippings);
     connect(printClippingsCancelButton, &QPushButton::clicked, printClippingsWindow, &QDialog::reject);
 }
@@ -66,8 +77,15 @@ void BYTableView::printClippings()
     printer.setDocName(QFileInfo(BYGlobals::defaultFilePath()).completeBaseName());
     QPrintDialog dialog(&printer, printClippingsWindow);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
-    if (dialog.exec() == QDialog::Accepted) {
-        phrasesToPrint().print(printer);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    if (phrasesToPrint().print(printer)) {
         printClippingsWindow->accept();
+    } else {
+        const QString target = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
+        qCWarning(logPrinting).noquote() << u"cannot print to %1"_s.arg(target);
+        Alert::runAlertPanel(printClippingsWindow, localized(u"The phrases cannot be printed."_s),
+            localized(u"Choose another printer or file."_s), localized(u"OK"_s), {});
     }
 }

@@ -44,6 +44,8 @@ public:
 
     double rowsBottom() const { return footer().top() - lineHeight(); }
 
+    QRectF rows() const { return {0, rowsTop(), m_area.width(), rowsBottom() - rowsTop()}; }
+
     QRectF cell(int column, double top, double height) const
     {
         double left = 0;
@@ -59,36 +61,45 @@ public:
         const double most = rowsBottom() - rowsTop();
         double height = lineHeight();
         for (int column = 0; column < columnCount; ++column) {
-            const QRectF wrapped = m_metrics.boundingRect(cell(column, 0, most), wrapFlags, row[size_t(column)]);
-            height = std::max(height, wrapped.height());
+            const QString& text = row[size_t(column)];
+            const QRectF rect = cell(column, 0, most);
+            // Most texts are one line, which costs less to find out than where they would wrap.
+            if (text.contains(u'\n') || m_metrics.horizontalAdvance(text) > rect.width()) {
+                height = std::max(height, m_metrics.boundingRect(rect, wrapFlags, text).height());
+            }
         }
         return std::min(height, most);
     }
 
-    /// The index of the first row of each page; one page at least.
-    std::vector<qsizetype> breakIntoPages(const QList<Row>& rows) const
+    /// Where each row stands on its page.
+    struct Layout
     {
-        std::vector<qsizetype> firstRows{0};
+        std::vector<double> tops;
+        /// The index of the first row of each page; one page at least.
+        std::vector<size_t> firstRows{0};
+    };
+
+    Layout layOut(const QList<Row>& rows) const
+    {
+        Layout layout;
+        layout.tops.reserve(size_t(rows.size()));
         double top = rowsTop();
-        for (qsizetype index = 0; index < rows.size(); ++index) {
-            const double height = rowHeight(rows.at(index));
-            if (top + height > rowsBottom() && index > firstRows.back()) {
-                firstRows.push_back(index);
+        for (const Row& row : rows) {
+            const double height = rowHeight(row);
+            if (top + height > rowsBottom() && layout.tops.size() > layout.firstRows.back()) {
+                layout.firstRows.push_back(layout.tops.size());
                 top = rowsTop();
             }
+            layout.tops.push_back(top);
             top += height + gap();
         }
-        return firstRows;
+        return layout;
     }
 
-    void paintRow(QPainter& painter, const Row& row, double top, double height) const
+    void paintRow(QPainter& painter, const Row& row, double top) const
     {
         for (int column = 0; column < columnCount; ++column) {
-            const QRectF rect = cell(column, top, height);
-            painter.save();
-            painter.setClipRect(rect);
-            painter.drawText(rect, wrapFlags, row[size_t(column)]);
-            painter.restore();
+            painter.drawText(cell(column, top, rowsBottom() - top), wrapFlags, row[size_t(column)]);
         }
     }
 
@@ -111,31 +122,32 @@ PhraseListPrinter::PhraseListPrinter(QString documentName, Row titles, QString p
 {
 }
 
-void PhraseListPrinter::print(QPrinter& printer) const
+bool PhraseListPrinter::print(QPrinter& printer, size_t mostPages) const
 {
     QPainter painter;
     if (!painter.begin(&printer)) {
-        return;
+        return false;
     }
     const Page page(printer);
-    const std::vector<qsizetype> firstRows = page.breakIntoPages(m_rows);
-    for (size_t number = 0; number < firstRows.size(); ++number) {
+    const auto [tops, firstRows] = page.layOut(m_rows);
+    for (size_t number = 0; number < std::min(firstRows.size(), mostPages); ++number) {
         if (number > 0) {
             printer.newPage();
         }
         painter.setFont(page.boldFont);
         painter.drawText(page.header(), Qt::AlignLeft | Qt::AlignVCenter, m_documentName);
-        page.paintRow(painter, m_titles, page.titlesTop(), page.lineHeight());
+        page.paintRow(painter, m_titles, page.titlesTop());
         painter.setFont(page.font);
         painter.drawText(
             page.footer(), Qt::AlignRight | Qt::AlignVCenter, m_pageFormat.arg(number + 1).arg(firstRows.size()));
 
-        const qsizetype end = number + 1 < firstRows.size() ? firstRows[number + 1] : m_rows.size();
-        double top = page.rowsTop();
-        for (qsizetype index = firstRows[number]; index < end; ++index) {
-            const double height = page.rowHeight(m_rows.at(index));
-            page.paintRow(painter, m_rows.at(index), top, height);
-            top += height + page.gap();
+        const size_t end = number + 1 < firstRows.size() ? firstRows[number + 1] : tops.size();
+        // Only a row that is higher than a page would reach beyond it.
+        painter.setClipRect(page.rows());
+        for (size_t index = firstRows[number]; index < end; ++index) {
+            page.paintRow(painter, m_rows.at(qsizetype(index)), tops[index]);
         }
+        painter.setClipping(false);
     }
+    return painter.end() && printer.printerState() != QPrinter::Error;
 }

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <array>
+#include <limits>
 
 class QPrinter;
 
@@ -19,8 +20,9 @@ public:
     /// @p pageFormat is the text of the page number: "%1" stands for the page, "%2" for the number of pages.
     PhraseListPrinter(QString documentName, Row titles, QString pageFormat, QList<Row> rows);
 
-    /// Prints all pages with the page layout of @p printer.
-    void print(QPrinter& printer) const;
+    /// Prints the pages, or the first @p mostPages of them, with the page layout of @p printer; false when it cannot
+    /// print.
+    bool print(QPrinter& printer, size_t mostPages = std::numeric_limits<size_t>::max()) const;
 
 private:
     class Page;

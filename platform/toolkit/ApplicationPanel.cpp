@@ -3,9 +3,11 @@
 #include "PanelText.h"
 
 #include <QAbstractListModel>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QHash>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -97,7 +99,8 @@ ApplicationPanel::ApplicationPanel(QWidget* parent)
     column->addWidget(m_list);
     column->addWidget(buttons);
 
-    connect(m_search, &QLineEdit::textChanged, m_filter, &QSortFilterProxyModel::setFilterFixedString);
+    m_search->installEventFilter(this);
+    connect(m_search, &QLineEdit::textChanged, this, &ApplicationPanel::search);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ApplicationPanel::noteSelection);
     connect(m_list, &QListView::doubleClicked, this, &ApplicationPanel::accept);
     connect(buttons, &QDialogButtonBox::accepted, this, &ApplicationPanel::accept);
@@ -113,6 +116,24 @@ QStringList ApplicationPanel::selection() const
         paths.append(index.data(pathRole).toString());
     }
     return paths;
+}
+
+bool ApplicationPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_search && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown) {
+            return QCoreApplication::sendEvent(m_list, event);
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// What is looked for is the first one found, until the user moves on.
+void ApplicationPanel::search(const QString& text)
+{
+    m_filter->setFilterFixedString(text);
+    m_list->setCurrentIndex(m_filter->index(0, 0));
 }
 
 void ApplicationPanel::noteSelection()

@@ -25,7 +25,12 @@ public:
 Q_SIGNALS:
     void selectionDidChange();
 
+protected:
+    /// The search field keeps the keyboard, and leaves the keys that move up and down to the list.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void search(const QString& text);
     void noteSelection();
 
     QLineEdit* m_search;

@@ -49,6 +49,15 @@ void makeRow(QGridLayout& grid, int firstRow)
 
 } // namespace
 
+void hideTypes(QFileDialog& dialog)
+{
+    for (const QString& name : {u"fileTypeCombo"_s, u"fileTypeLabel"_s}) {
+        if (auto* const widget = dialog.findChild<QWidget*>(name)) {
+            widget->hide();
+        }
+    }
+}
+
 FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)
     : QFileDialog(parent)
     , m_rules(rules)
@@ -63,12 +72,7 @@ FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)
     setViewMode(Detail);
     setLabelText(FileName, QFileDialog::tr("File &name:"));
     setLabelText(Accept, QFileDialog::tr("&Open"));
-    // The types are the caller's: there is nothing to choose between.
-    for (const QString& name : {u"fileTypeCombo"_s, u"fileTypeLabel"_s}) {
-        if (auto* const widget = findChild<QWidget*>(name)) {
-            widget->hide();
-        }
-    }
+    hideTypes(*this);
     auto* const list = findChild<QListView*>(u"listView"_s);
     if (!rules.allowsMultipleSelection) {
         list->setSelectionMode(QAbstractItemView::SingleSelection);

@@ -1,6 +1,7 @@
 #include "SavePanel.h"
 
 #include "Alert.h"
+#include "FilePanel.h"
 #include "PanelText.h"
 
 #include <QDir>
@@ -29,6 +30,7 @@ public:
         setAcceptMode(AcceptSave);
         setFileMode(AnyFile);
         setViewMode(Detail);
+        hideTypes(*this);
     }
 
     void accept() override

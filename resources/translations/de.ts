@@ -895,5 +895,25 @@ Das lässt sich nicht rückgängig machen.</translation>
         <source>Choose another name or another folder.</source>
         <translation>Wählen Sie einen anderen Namen oder einen anderen Ordner.</translation>
     </message>
+    <message>
+        <source>New Sounds Document</source>
+        <translation>Neues Klangdokument</translation>
+    </message>
+    <message>
+        <source>Open a Sounds Document or Import Phrases</source>
+        <translation>Klangdokument öffnen oder Kürzel importieren</translation>
+    </message>
+    <message>
+        <source>Save the Imported Phrases</source>
+        <translation>Importierte Kürzel sichern</translation>
+    </message>
+    <message>
+        <source>The phrases cannot be printed.</source>
+        <translation>Die Kürzel können nicht gedruckt werden.</translation>
+    </message>
+    <message>
+        <source>Choose another printer or file.</source>
+        <translation>Wählen Sie einen anderen Drucker oder eine andere Datei.</translation>
+    </message>
 </context>
 </TS>

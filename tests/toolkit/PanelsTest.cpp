@@ -207,18 +207,21 @@ void PanelsTest::applicationsFolderListsTheDesktopsApplications()
 {
     const QString folder = QDir::homePath() + u"/.local/share/applications"_s;
     QVERIFY(QDir().mkpath(folder));
-    write(folder + u"/editor.desktop"_s, "[Desktop Entry]\nType=Application\nName=Fine Editor\nExec=true\n");
+    for (const QByteArray name : {"Fine Edge", "Fine Editor", "Other"}) {
+        write(folder + u'/' + QString::fromLatin1(name) + u".desktop",
+            "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=true\n");
+    }
     const ModalDriver driver([](QWidget* modal) {
-        auto* const list = modal->findChild<QListView*>();
-        QTest::keyClicks(modal->findChild<QLineEdit*>(), u"fine ed"_s);
-        QCOMPARE(list->model()->rowCount(), 1);
-        list->setCurrentIndex(list->model()->index(0, 0));
-        pressOpen(modal);
+        auto* const search = modal->findChild<QLineEdit*>();
+        QTest::keyClicks(search, u"fine ed"_s);
+        QCOMPARE(modal->findChild<QListView*>()->model()->rowCount(), 2);
+        QTest::keyClick(search, Qt::Key_Down);
+        QTest::keyClick(search, Qt::Key_Return);
         rejectIfOpen(modal);
     });
     OpenPanel panel;
     QCOMPARE(panel.runModalForDirectory_file_types(u"/Applications"_s, {}, {u"app"_s, u"'APPL'"_s}), okButton);
-    QCOMPARE(panel.filenames(), QStringList{folder + u"/editor.desktop"_s});
+    QCOMPARE(panel.filenames(), QStringList{folder + u"/Fine Editor.desktop"_s});
 }
 
 void PanelsTest::savePanelAsksAboutTheNameThatWillBeWritten_data()
