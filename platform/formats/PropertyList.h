@@ -91,8 +91,14 @@ public:
     /// The container itself, or a null pointer for every other type.
     ArrayPointer array() const;
     DictionaryPointer dictionary() const;
+
     /// The dictionary without touching its reference count, for scans of long lists; valid as long as this value.
-    const Dictionary* dictionaryInPlace() const noexcept;
+    const Dictionary* dictionaryInPlace() const noexcept
+    {
+        const auto* pointer = std::get_if<DictionaryPointer>(&m_value);
+        return pointer != nullptr ? pointer->constData() : nullptr;
+    }
+
     std::optional<Uid> uid() const;
 
     /// The integer-value conversion that numbers and strings answer alike: a number truncated towards zero, a

@@ -185,12 +185,6 @@ DictionaryPointer Value::dictionary() const
     return pointer != nullptr ? *pointer : DictionaryPointer();
 }
 
-const Dictionary* Value::dictionaryInPlace() const noexcept
-{
-    const auto* pointer = std::get_if<DictionaryPointer>(&m_value);
-    return pointer != nullptr ? pointer->constData() : nullptr;
-}
-
 std::optional<Uid> Value::uid() const
 {
     const auto* reference = std::get_if<Uid>(&m_value);
