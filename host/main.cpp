@@ -5,9 +5,11 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QPluginLoader>
 #include <QTextStream>
 #include <QTimer>
+#include <QTranslator>
 
 #include <PreferencePane.h>
 
@@ -79,6 +81,12 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(BLIPSY_VERSION));
     QGuiApplication::setDesktopFileName(u"com.blipsy.Settings"_s);
     QGuiApplication::setWindowIcon(QIcon::fromTheme(u"com.blipsy.Settings"_s));
+
+    // The pane brings its own texts; these are those of the toolkit's file and print dialogs.
+    QTranslator toolkitTexts;
+    if (toolkitTexts.load(QLocale(), u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&toolkitTexts);
+    }
 
     const Options options = parseOptions(application);
     const QString bundle = BundleLocator::bundlePath();
