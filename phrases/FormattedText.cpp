@@ -86,11 +86,15 @@ void alignParagraph(QTextCursor& cursor, Qt::Alignment alignment)
     }
 }
 
+/// A file that the text shows more than once is stored once, or a small archive could fill the disk.
 void insertAttachment(QTextCursor& cursor, TextAttachment file)
 {
     QTextDocument& document = *cursor.document();
-    file.name = TextAttachment::uniqueName(document, TextAttachment::safeName(file.name));
-    file.addTo(document);
+    file.name = TextAttachment::safeName(file.name);
+    if (TextAttachment::in(document, file.name) != file) {
+        file.name = TextAttachment::uniqueName(document, file.name);
+        file.addTo(document);
+    }
     cursor.insertImage(TextAttachment::imageFormat(file.name, {}));
 }
 

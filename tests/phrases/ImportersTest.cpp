@@ -198,9 +198,9 @@ private Q_SLOTS:
         const QByteArray wrapper =
             Rtfd::writeWrapper({{u".."_s, tiff({3, 2}), false}, {u"__@UTF8PreferredName@__"_s, "note.tif", false}});
         QTest::newRow("attachment") << Source::TextExpander << u"Snippets"_s << u"Formatted Text"_s
-                                    << archiver.attributedString("a\xEF\xBF\xBC",
-                                           onlyRun({{"NSAttachment", archiver.attachment(wrapper)}}, 2))
-                                    << u"a\uFFFC"_s << u"note.tif"_s;
+                                    << archiver.attributedString("a\xEF\xBF\xBC\xEF\xBF\xBC",
+                                           onlyRun({{"NSAttachment", archiver.attachment(wrapper)}}, 3))
+                                    << u"a\uFFFC\uFFFC"_s << u"note.tif"_s;
         QTest::newRow("picture") << Source::Typinator << u"Abbreviations"_s << u"Picture"_s
                                  << archiver.image(tiff({3, 2})) << u"\uFFFC"_s << u"my_image.tif"_s;
     }
@@ -218,6 +218,7 @@ private Q_SLOTS:
         QTEST(document.toRawText(), "text");
         const std::optional<TextAttachment> file = TextAttachment::in(document, name);
         QCOMPARE(file ? file->contents : QByteArray(), tiff({3, 2}));
+        QCOMPARE(entry->value(PhraseKey::rtfd).data().count(tiff({3, 2})), 1);
     }
 
     void formattedTextComesBeforeThePicture()
