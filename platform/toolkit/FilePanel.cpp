@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QTreeView>
 
 #include <algorithm>
 
@@ -56,6 +57,9 @@ void hideTypes(QFileDialog& dialog)
             widget->hide();
         }
     }
+    // The kind that the file system tells is a word too long for its column; the name and the icon say as much.
+    constexpr int kindColumn = 2;
+    dialog.findChild<QTreeView*>(u"treeView"_s)->hideColumn(kindColumn);
 }
 
 FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)

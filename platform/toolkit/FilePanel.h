@@ -16,7 +16,7 @@ struct PanelRules
     bool allowsMultipleSelection = false;
 };
 
-/// Hides the choice of file types of a file dialog: in panels the types are the caller's.
+/// Hides the choice of file types of a file dialog, and the column of kinds: in panels the types are the caller's.
 void hideTypes(QFileDialog& dialog);
 
 /// The file browser of an OpenPanel. Chooses files, or folders, or both; a folder is entered by a double click.
