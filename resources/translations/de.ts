@@ -915,5 +915,89 @@ Das lässt sich nicht rückgängig machen.</translation>
         <source>Choose another printer or file.</source>
         <translation>Wählen Sie einen anderen Drucker oder eine andere Datei.</translation>
     </message>
+    <message>
+        <source>Date and Time</source>
+        <translation>Datum und Zeit</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Short date as in the settings</source>
+        <translation>Kurzes Datum wie in den Einstellungen</translation>
+    </message>
+    <message>
+        <source>Long date as in the settings</source>
+        <translation>Langes Datum wie in den Einstellungen</translation>
+    </message>
+    <message>
+        <source>Time as in the settings</source>
+        <translation>Zeit wie in den Einstellungen</translation>
+    </message>
+    <message>
+        <source>Insertion point</source>
+        <translation>Einfügemarke</translation>
+    </message>
+    <message>
+        <source>Move left</source>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>Move up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Move right</source>
+        <translation>Nach rechts</translation>
+    </message>
+    <message>
+        <source>Move down</source>
+        <translation>Nach unten</translation>
+    </message>
+    <message>
+        <source>Keep the trigger character</source>
+        <translation>Auslösezeichen behalten</translation>
+    </message>
+    <message>
+        <source>Leave out the trigger character</source>
+        <translation>Auslösezeichen weglassen</translation>
+    </message>
+    <message>
+        <source>– Dash</source>
+        <translation>– Strich</translation>
+    </message>
+    <message>
+        <source>• Bullet</source>
+        <translation>• Aufzählungspunkt</translation>
+    </message>
+    <message>
+        <source>… Ellipsis</source>
+        <translation>… Auslassungspunkte</translation>
+    </message>
+    <message>
+        <source>→ Arrow</source>
+        <translation>→ Pfeil</translation>
+    </message>
+    <message>
+        <source>B</source>
+        <translation>F</translation>
+    </message>
+    <message>
+        <source>I</source>
+        <translation>K</translation>
+    </message>
+    <message>
+        <source>U</source>
+        <translation>U</translation>
+    </message>
+    <message>
+        <source>S</source>
+        <translation>D</translation>
+    </message>
 </context>
 </TS>
