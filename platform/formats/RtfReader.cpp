@@ -42,7 +42,6 @@ Reader::Reader(QByteArrayView bytes, const QList<TextAttachment>& attachments, Q
 
 QStringList Reader::read()
 {
-    m_cursor.beginEditBlock();
     while (!m_finished) {
         const Token token = m_tokenizer.next();
         if (token.kind == TokenKind::End) {
@@ -56,7 +55,6 @@ QStringList Reader::read()
         insertAttachment();
     }
     flushRun();
-    m_cursor.endEditBlock();
     return m_warnings;
 }
 

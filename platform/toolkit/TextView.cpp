@@ -76,8 +76,12 @@ bool TextView::replaceAllWithRTFD(const QByteArray& rtfd)
     bool found = false;
     {
         const QSignalBlocker quiet(this);
+        // An insertion point that the text pushes to its end would have all of it laid out on the way back.
+        QTextCursor start(document());
+        start.setKeepPositionOnInsert(true);
+        setTextCursor(start);
         found = Rtfd::read(rtfd, *document()).found;
-        moveCursor(QTextCursor::Start);
+        setTextCursor(QTextCursor(document()));
         setCurrentCharFormat(document()->begin().begin().atEnd() ? document()->begin().charFormat()
                                                                  : document()->begin().begin().fragment().charFormat());
     }
