@@ -1,13 +1,18 @@
 #include "BYEditPaneController.h"
 
 #include "EditPaneMenus.h"
+#include "PhraseReferences.h"
+#include "PlainToolTip.h"
 #include "PullDownButton.h"
 #include "parseNSStringStamp4strftime.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QFontDatabase>
+#include <QListView>
 #include <QMenu>
 #include <QPointer>
+#include <QWidgetAction>
 
 #include <Alert.h>
 #include <BYGlobals.h>
@@ -31,6 +36,10 @@ constexpr int firstMarkerTag = 1000;
 constexpr int firstSymbolTag = 1007;
 constexpr int lastSymbolTag = 1010;
 constexpr int phraseMenuIndex = 5;
+/// The time that a menu takes to open grows with the square of its items (0.2 s for 5 000), and nobody finds one in a
+/// menu of more than these.
+constexpr int mostReferenceItems = 500;
+constexpr QSize referenceListSize(360, 420);
 
 QString localized(const QString& text)
 {
@@ -73,7 +82,7 @@ void BYEditPaneController::awakeFromNib()
     m_setUp = QDateTime::currentDateTime();
     titleFormats(*dateFormats->actions().at(0)->menu());
     titleFormats(*dateFormats->actions().at(1)->menu());
-    collectReferences();
+    m_references = new PhraseReferences(BYGlobals::clippingsArray(), m_setUp, this);
     connectMenus();
 }
 
@@ -81,21 +90,6 @@ void BYEditPaneController::titleFormats(const QMenu& menu) const
 {
     for (QAction* const item : menu.actions()) {
         item->setText(descriptionWithCalendarFormat(item->toolTip(), m_setUp));
-    }
-}
-
-void BYEditPaneController::collectReferences()
-{
-    const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
-    if (!phrases) {
-        return;
-    }
-    for (const PropertyList::Value& value : *phrases) {
-        const PropertyList::DictionaryPointer entry = value.dictionary();
-        const PropertyList::Value phrase = entry ? entry->value(PhraseKey::phrase) : PropertyList::Value();
-        if (!phrase.isNull()) {
-            m_references.push_back({phrase.textValue(), entry->value(PhraseKey::plainText).string()});
-        }
     }
 }
 
@@ -111,20 +105,64 @@ void BYEditPaneController::connectMenus()
         }
     }
     QMenu* const phrases = dateFormats->actions().at(phraseMenuIndex)->menu();
+    PlainToolTip::useIn(*phrases);
     connect(phrases, &QMenu::aboutToShow, this, [this, phrases] { fillReferences(*phrases); });
 }
 
+// The phrases are those of the set-up; their items are made when somebody looks.
 void BYEditPaneController::fillReferences(QMenu& menu)
 {
-    // A document may hold 100 000 phrases: their items are made when somebody looks, from what was there at set-up.
-    for (Reference& reference : m_references) {
-        QAction* const item = menu.addAction(QString(reference.phrase).replace(u'&', u"&&"_s));
-        parseNSStringStamp4strftime(reference.text, m_setUp);
-        item->setToolTip(reference.text);
-        item->setData(reference.phrase);
+    if (!menu.isEmpty()) {
+        return;
+    }
+    if (m_references->rowCount() > mostReferenceItems) {
+        addReferenceList(menu);
+        return;
+    }
+    for (int row = 0; row < m_references->rowCount(); ++row) {
+        QAction* const item = makeReferenceItem(row, &menu);
+        menu.addAction(item);
         connect(item, &QAction::triggered, this, [this, item] { clippingMenuItemSelected(item); });
     }
-    m_references.clear();
+}
+
+QAction* BYEditPaneController::makeReferenceItem(int row, QObject* parent) const
+{
+    const QString phrase = m_references->phrase(row);
+    // A menu takes what follows a tab for the item's keys.
+    QString title = phrase;
+    auto* const item = new QAction(title.replace(u'&', u"&&"_s).replace(u'\t', u' '), parent);
+    item->setData(phrase);
+    item->setToolTip(m_references->filledText(row));
+    return item;
+}
+
+// One item that holds a list of all phrases, which scrolls and finds what is typed.
+void BYEditPaneController::addReferenceList(QMenu& menu)
+{
+    auto* const list = new QListView(&menu);
+    list->setModel(m_references);
+    list->setUniformItemSizes(true);
+    list->setFrameShape(QFrame::NoFrame);
+    list->setMinimumSize(referenceListSize);
+    list->setCurrentIndex(m_references->index(0));
+    list->setAccessibleName(menu.title());
+    auto* const holder = new QWidgetAction(&menu);
+    holder->setDefaultWidget(list);
+    menu.addAction(holder);
+    const auto choose = [this, &menu](const QModelIndex& index) {
+        // A style may count one click as both signals.
+        if (!menu.isVisible()) {
+            return;
+        }
+        while (QWidget* const popup = QApplication::activePopupWidget()) {
+            popup->close();
+        }
+        const std::unique_ptr<QAction> item(makeReferenceItem(index.row(), nullptr));
+        clippingMenuItemSelected(item.get());
+    };
+    connect(list, &QListView::clicked, this, choose);
+    connect(list, &QListView::activated, this, choose);
 }
 
 void BYEditPaneController::clippingMenuItemSelected(QAction* sender)
@@ -144,7 +182,7 @@ void BYEditPaneController::enterDateTimeSyntax(QAction* sender)
     } else if (tag < firstSymbolTag) {
         editPane->insertText(markers[tag - firstMarkerTag]);
     } else if (tag <= lastSymbolTag) {
-        editPane->insertText(sender->text().first(1));
+        editPane->insertText(sender->text().left(1));
     }
 }
 
@@ -161,6 +199,7 @@ void BYEditPaneController::saveEditedAbb(QObject* /*sender*/)
     }
     const QString text = editPane->string();
     if (Matrix::tagOf(plainOrRichRadioButton->selectedCell()) == richTag) {
+        editPane->selectAll();
         entry->insert(PhraseKey::rtfd, editPane->RTFDFromAll());
     } else {
         entry->remove(PhraseKey::rtfd);
@@ -184,8 +223,9 @@ void BYEditPaneController::plainOrRich(Matrix* sender)
         showPlainAttributes();
         return;
     }
-    const auto didEnd = [self = QPointer(this)](int returnCode) {
-        if (self) {
+    // The window is blocked, but the helper may have the pane show another phrase meanwhile.
+    const auto didEnd = [self = QPointer(this), revision = editPane->document()->revision()](int returnCode) {
+        if (self && self->editPane->document()->revision() == revision) {
             self->alertDidEnd_returnCode_contextInfo(nullptr, returnCode, nullptr);
         }
     };
@@ -227,6 +267,7 @@ void BYEditPaneController::makeRich()
     textFormattingPopUpButton->setEnabled(true);
     editPane->setRichText(true);
     editPane->setImportsGraphics(true);
+    editPane->selectAll();
     editPane->setFontOfAll(mailFont());
     BYGlobals::setEditEntryPaneTextIsDirty(true);
 }

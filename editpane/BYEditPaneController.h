@@ -2,11 +2,9 @@
 
 #include <QDateTime>
 #include <QObject>
-#include <QString>
-
-#include <vector>
 
 class Matrix;
+class PhraseReferences;
 class PullDownButton;
 class QAbstractButton;
 class QAction;
@@ -54,21 +52,15 @@ public:
     void alertDidEnd_returnCode_contextInfo(QDialog* alert, int returnCode, void* contextInfo);
 
 private:
-    /// A phrase as it was when the pane was set up.
-    struct Reference
-    {
-        QString phrase;
-        QString text;
-    };
-
     void titleFormats(const QMenu& menu) const;
-    void collectReferences();
     void fillReferences(QMenu& menu);
+    QAction* makeReferenceItem(int row, QObject* parent) const;
+    void addReferenceList(QMenu& menu);
     void connectMenus();
     void showPlainAttributes();
     void makePlain();
     void makeRich();
 
     QDateTime m_setUp;
-    std::vector<Reference> m_references;
+    PhraseReferences* m_references = nullptr;
 };

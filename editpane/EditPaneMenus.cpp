@@ -26,19 +26,25 @@ constexpr auto times = std::to_array<const char*>(
     {"%H:%M", "%H:%M:%S", "%1H:%M", "%H.%M", "%Hh%M", "%H%M", "%H%M%S", "%1I:%M %p", "%1I:%M:%S %p", "%I:%M %p",
         "%I:%M:%S %p", "%H:%M:%S%z", "%H:%M:%S %Z", "%Y-%m-%dT%H:%M:%S%z", "%Y%m%dT%H%M%S"});
 
+/// Marks a text that localized() is given later.
+constexpr const char* localizable(const char* text)
+{
+    return text;
+}
+
 struct Item
 {
     const char* title;
     const char* inserted;
 };
 
-constexpr auto userFormats = std::to_array<Item>({{"Short date as in the settings", "[[0]]"},
-    {"Long date as in the settings", "[[1]]"}, {"Time as in the settings", "[[4]]"}});
-constexpr auto markers =
-    std::to_array<Item>({{"Insertion point", "%|"}, {"Move left", "%<"}, {"Move up", "%^"}, {"Move right", "%>"},
-        {"Move down", "%v"}, {"Keep the trigger character", "%+"}, {"Leave out the trigger character", "%-"}});
-constexpr auto symbols =
-    std::to_array<const char*>({"\u2013 Dash", "\u2022 Bullet", "\u2026 Ellipsis", "\u2192 Arrow"});
+constexpr auto userFormats = std::to_array<Item>({{localizable("Short date as in the settings"), "[[0]]"},
+    {localizable("Long date as in the settings"), "[[1]]"}, {localizable("Time as in the settings"), "[[4]]"}});
+constexpr auto markers = std::to_array<Item>({{localizable("Insertion point"), "%|"}, {localizable("Move left"), "%<"},
+    {localizable("Move up"), "%^"}, {localizable("Move right"), "%>"}, {localizable("Move down"), "%v"},
+    {localizable("Keep the trigger character"), "%+"}, {localizable("Leave out the trigger character"), "%-"}});
+constexpr auto symbols = std::to_array<const char*>(
+    {localizable("– Dash"), localizable("• Bullet"), localizable("… Ellipsis"), localizable("→ Arrow")});
 
 QString localized(const char* text)
 {

@@ -6,6 +6,7 @@
 #include <Alert.h>
 #include <BYGlobals.h>
 #include <Matrix.h>
+#include <Rtfd.h>
 #include <SharedNames.h>
 #include <TextView.h>
 
@@ -119,7 +120,10 @@ void BYTableView::loadText(const PropertyList::Dictionary& entry)
     const PropertyList::Value* rtfd = entry.find(PhraseKey::rtfd);
     const bool isRich = rtfd && rtfd->type() == PropertyList::Type::Data;
     if (isRich) {
-        editEntryPane->replaceAllWithRTFD(rtfd->data());
+        const QStringList warnings = editEntryPane->replaceAllWithRTFD(rtfd->data()).warnings;
+        if (!warnings.isEmpty()) {
+            qCWarning(logPhraseSelection).noquote() << u"rich text of \"%1\": %2"_s.arg(phrase, warnings.join(u"; "_s));
+        }
         editEntryPane->setReadOnly(false);
     }
     editEntryPane->setRichText(isRich);

@@ -233,7 +233,7 @@ ReadResult read(QByteArrayView bytes, QTextDocument& document)
     Contents contents = readWrapper(bytes);
     const auto text = std::ranges::find(contents.files, textName(), &TextAttachment::name);
     if (text == contents.files.end() || !Rtf::isRtf(text->contents)) {
-        return {false, contents.warnings + Rtf::read({}, {}, document)};
+        return {false, contents.warnings + QStringList(u"there is no rich text in it"_s)};
     }
     return {true, contents.warnings + Rtf::read(text->contents, contents.files, document)};
 }

@@ -41,10 +41,12 @@ struct ReadResult
 {
     /// Rich text was found, and the document shows as much of it as could be read.
     bool found = false;
+    /// What was odd or missing.
     QStringList warnings;
 };
 
-/// Replaces the content of @p document by the text in a wrapper, or by bare RTF.
+/// Replaces the content of @p document by the text in a wrapper, or by bare RTF; leaves it as it is where there is
+/// none.
 ReadResult read(QByteArrayView bytes, QTextDocument& document);
 
 /// The document with its attachments.

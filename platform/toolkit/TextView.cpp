@@ -71,22 +71,22 @@ void TextView::insertText(const QString& text)
     ensureCursorVisible();
 }
 
-bool TextView::replaceAllWithRTFD(const QByteArray& rtfd)
+Rtfd::ReadResult TextView::replaceAllWithRTFD(const QByteArray& rtfd)
 {
-    bool found = false;
+    Rtfd::ReadResult result;
     {
         const QSignalBlocker quiet(this);
         // An insertion point that the text pushes to its end would have all of it laid out on the way back.
         QTextCursor start(document());
         start.setKeepPositionOnInsert(true);
         setTextCursor(start);
-        found = Rtfd::read(rtfd, *document()).found;
+        result = Rtfd::read(rtfd, *document());
         setTextCursor(QTextCursor(document()));
-        setCurrentCharFormat(document()->begin().begin().atEnd() ? document()->begin().charFormat()
-                                                                 : document()->begin().begin().fragment().charFormat());
+        const QTextBlock first = document()->begin();
+        setCurrentCharFormat(first.begin().atEnd() ? first.charFormat() : first.begin().fragment().charFormat());
     }
     finishReplacing();
-    return found;
+    return result;
 }
 
 void TextView::finishReplacing()

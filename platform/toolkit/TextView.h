@@ -2,6 +2,10 @@
 
 #include <QTextEdit>
 
+namespace Rtfd {
+struct ReadResult;
+}
+
 /// A text editor that is either plain or rich, with the operations that a text is loaded and saved with.
 ///
 /// Rich text holds fonts, colors, alignment, links and files; its stored form is flattened RTFD. Pictures and files
@@ -31,9 +35,9 @@ public:
     void setString(const QString& text);
     /// Inserts at the insertion point, replacing the selection, as typing does.
     void insertText(const QString& text);
-    /// Replaces the whole text by flattened RTFD, or bare RTF. False when nothing could be read from it (the text is
-    /// then empty). Not undoable; sends no change.
-    bool replaceAllWithRTFD(const QByteArray& rtfd);
+    /// Replaces the whole text by flattened RTFD, or bare RTF. When none is found the text stays. Not undoable; sends
+    /// no change.
+    Rtfd::ReadResult replaceAllWithRTFD(const QByteArray& rtfd);
     /// The whole text as flattened RTFD.
     QByteArray RTFDFromAll() const;
     /// The system font at 12 points and the text color, for the whole text and for what is typed next. Not undoable;

@@ -917,7 +917,7 @@ Das lässt sich nicht rückgängig machen.</translation>
     </message>
     <message>
         <source>Date and Time</source>
-        <translation>Datum und Zeit</translation>
+        <translation>Datum und Uhrzeit</translation>
     </message>
     <message>
         <source>Date</source>
@@ -925,7 +925,7 @@ Das lässt sich nicht rückgängig machen.</translation>
     </message>
     <message>
         <source>Time</source>
-        <translation>Zeit</translation>
+        <translation>Uhrzeit</translation>
     </message>
     <message>
         <source>Short date as in the settings</source>
@@ -937,7 +937,7 @@ Das lässt sich nicht rückgängig machen.</translation>
     </message>
     <message>
         <source>Time as in the settings</source>
-        <translation>Zeit wie in den Einstellungen</translation>
+        <translation>Uhrzeit wie in den Einstellungen</translation>
     </message>
     <message>
         <source>Insertion point</source>
@@ -969,11 +969,11 @@ Das lässt sich nicht rückgängig machen.</translation>
     </message>
     <message>
         <source>– Dash</source>
-        <translation>– Strich</translation>
+        <translation>– Gedankenstrich</translation>
     </message>
     <message>
         <source>• Bullet</source>
-        <translation>• Aufzählungspunkt</translation>
+        <translation>• Aufzählungszeichen</translation>
     </message>
     <message>
         <source>… Ellipsis</source>

@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QComboBox>
+#include <QListView>
 #include <QMenu>
 #include <QMimeData>
 #include <QSignalSpy>
@@ -16,6 +17,7 @@
 #include <ModalDriver.h>
 #include <NotificationRecorder.h>
 #include <Preferences.h>
+#include <Rtfd.h>
 #include <SharedNames.h>
 #include <TableView.h>
 #include <TableViewDataSource.h>
@@ -87,11 +89,13 @@ private Q_SLOTS:
     void itemsInsertByTheirTag_data();
     void itemsInsertByTheirTag();
     void phrasesAreThoseOfTheSetUp();
+    void manyPhrasesAreOneList();
     void savingPlainTextStoresItAndDropsRichText();
     void savingRichTextStoresBoth();
     void richTextStartsInTheFontOfMail();
     void makePlainDropsPicturesAndStoresNothing();
     void keepRichLeavesTheTextAndTellsThePane();
+    void answerForAnotherTextChangesNothing();
     void onlyTheUsersChangesAreSent();
     void stringKeepsWhatTheUserWrote();
     void picturesArePastedOnlyIntoRichText();
@@ -253,6 +257,30 @@ void EditPaneTest::phrasesAreThoseOfTheSetUp()
     QCOMPARE(text().string(), u"\u270DR&D\u270D"_s);
 }
 
+void EditPaneTest::manyPhrasesAreOneList()
+{
+    for (int number = 0; number < 2'000; ++number) {
+        BYGlobals::clippingsArray()->append(
+            Dictionary::create({{PhraseKey::phrase, QString::number(number)}, {PhraseKey::plainText, u"<b>%%"_s}}));
+    }
+    m_controller->dateFormats = nullptr;
+    m_controller->awakeFromNib();
+    QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
+    menu->popup({});
+    auto* const list = menu->findChild<QListView*>();
+    QVERIFY(list != nullptr && list->isVisible());
+    // The two named phrases of the document come first.
+    const QModelIndex last = list->model()->index(2'001, 0);
+    QCOMPARE(last.data().toString(), u"1999"_s);
+    QVERIFY(last.data(Qt::ToolTipRole).toString().contains(u"&lt;b&gt;%<"));
+    text().setString(u"a"_s);
+    text().selectAll();
+    list->setCurrentIndex(last);
+    QTest::keyClick(list, Qt::Key_Return);
+    QCOMPARE(text().string(), u"\u270D1999\u270D"_s);
+    QVERIFY(!menu->isVisible());
+}
+
 void EditPaneTest::savingPlainTextStoresItAndDropsRichText()
 {
     NotificationRecorder heard;
@@ -275,7 +303,7 @@ void EditPaneTest::savingRichTextStoresBoth()
     m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
     QCOMPARE(stored(0, PhraseKey::plainText).string(), u"styled"_s);
     text().setString({});
-    QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()));
+    QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()).found);
     QCOMPARE(text().string(), u"styled"_s);
 }
 
@@ -320,6 +348,20 @@ void EditPaneTest::keepRichLeavesTheTextAndTellsThePane()
     QTRY_COMPARE(heard.names(), QStringList(NotificationName::keepRich));
     QVERIFY(text().isRichText());
     QCOMPARE(text().string(), u"ab"_s);
+}
+
+void EditPaneTest::answerForAnotherTextChangesNothing()
+{
+    choose(m_ui.richText);
+    text().setString(u"asked about"_s);
+    ModalDriver driver([this](QWidget* sheet) {
+        text().replaceAllWithRTFD("{\\rtf1 \\b another}");
+        BYGlobals::setEditEntryPaneTextIsDirty(false);
+        ModalDriver::click(u"Make Plain"_s)(sheet);
+    });
+    choose(m_ui.plainText);
+    QTRY_VERIFY(driver.wasAnswered());
+    QVERIFY(text().isRichText() && !BYGlobals::editEntryPaneTextIsDirty());
 }
 
 void EditPaneTest::onlyTheUsersChangesAreSent()
@@ -390,7 +432,9 @@ void EditPaneTest::oneTextsFilesDoNotStayForTheNext()
 {
     const QByteArray rtf = "{\\rtf1{{\\NeXTGraphic p.png}\xAC}}";
     TextAttachment{u"p.png"_s, "other phrase", false}.addTo(*text().document());
-    QVERIFY(text().replaceAllWithRTFD(rtf));
+    QVERIFY(!text().replaceAllWithRTFD("rtfd, but broken").found);
+    QVERIFY(TextAttachment::in(*text().document(), u"p.png"_s).has_value());
+    QVERIFY(text().replaceAllWithRTFD(rtf).found);
     QCOMPARE(TextAttachment::in(*text().document(), u"p.png"_s)->contents, QByteArray());
     text().setString({});
     QVERIFY(!TextAttachment::in(*text().document(), u"p.png"_s));
