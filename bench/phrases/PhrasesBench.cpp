@@ -95,28 +95,6 @@ void benchTypeAhead(BYTableView& table)
     Bench::reportAbsolute("phrases/type-ahead-key-ms", wholeKey, peer, frameMilliseconds);
 }
 
-void benchRows(BYTableView& table)
-{
-    table.selectRow_byExtendingSelection(phraseCount / 2, false);
-    const double removal = Bench::milliseconds(rounds, [&] {
-        gConfirmRemove = false;
-        table.removeRow(nullptr);
-        table.viewport()->repaint();
-    });
-    Bench::reportAbsolute("phrases/remove-row-ms", removal, 0, frameMilliseconds);
-
-    const double addition = Bench::milliseconds(rounds, [&] {
-        const DictionaryPointer entry = Dictionary::create();
-        entry->insert(PhraseKey::phrase, u"a phrase at the end"_s);
-        BYGlobals::clippingsArray()->append(entry);
-        // Without a sorted column this is what an addition does, sort and write apart.
-        table.tableView_sortDescriptorsDidChange(&table, {});
-        table.scrollToAbb(u"a phrase at the end"_s);
-        table.viewport()->repaint();
-    });
-    Bench::reportAbsolute("phrases/add-row-ms", addition, 0, frameMilliseconds);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -141,6 +119,5 @@ int main(int argc, char** argv)
     QCoreApplication::processEvents();
 
     benchTypeAhead(table);
-    benchRows(table);
     return 0;
 }
