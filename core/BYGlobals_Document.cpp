@@ -1,5 +1,6 @@
 #include "BYGlobals.h"
 
+#include "PhraseList.h"
 #include "PhraseOrder.h"
 #include "SharedNames.h"
 
@@ -179,17 +180,9 @@ DictionaryPointer BYGlobals::clippingAtRow(qsizetype row)
 
 QString BYGlobals::fullTextFor(const QString& phrase)
 {
-    if (!document.phrases) {
-        return {};
-    }
-    for (const Value& entry : *document.phrases) {
-        const DictionaryPointer dictionary = entry.dictionary();
-        const Value* text = dictionary ? dictionary->find(PhraseKey::phrase) : nullptr;
-        if (text != nullptr && text->type() == PropertyList::Type::String && text->stringView() == phrase) {
-            return dictionary->value(PhraseKey::soundFilepath).string();
-        }
-    }
-    return {};
+    const DictionaryPointer entry =
+        PhraseList::entryAt(document.phrases, PhraseList::rowOfPhrase(document.phrases, phrase));
+    return entry ? entry->value(PhraseKey::soundFilepath).string() : QString();
 }
 
 void BYGlobals::writeDocument()

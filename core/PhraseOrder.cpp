@@ -101,7 +101,7 @@ SortKey sortKey(const Value& entry, QStringView key, PhraseOrder::Comparison com
 
 } // namespace
 
-void PhraseOrder::sort(PropertyList::Array& entries, QStringView key, Comparison comparison)
+void PhraseOrder::sort(PropertyList::Array& entries, QStringView key, Comparison comparison, Qt::SortOrder order)
 {
     std::vector<SortKey> keys;
     keys.reserve(size_t(entries.size()));
@@ -116,9 +116,12 @@ void PhraseOrder::sort(PropertyList::Array& entries, QStringView key, Comparison
         positions.push_back({digest(keys[i], common, sensitivity), i});
     }
 
-    const auto isBefore = [&keys, sensitivity](const Position& left, const Position& right) {
+    const auto isLess = [&keys, sensitivity](const Position& left, const Position& right) {
         return left.digest != right.digest ? left.digest < right.digest
                                            : keys[left.index].isBefore(keys[right.index], sensitivity);
+    };
+    const auto isBefore = [&isLess, order](const Position& left, const Position& right) {
+        return order == Qt::AscendingOrder ? isLess(left, right) : isLess(right, left);
     };
     // A document is stored in order, so that most sorts find nothing to do.
     if (std::ranges::is_sorted(positions, isBefore)) {

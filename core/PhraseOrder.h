@@ -14,8 +14,9 @@ enum class Comparison {
     Natural,
 };
 
-/// Sorts @p entries in place, ascending and stably, by the value that each holds under @p key. Entries without such a
-/// value, and those that are no dictionaries, come first.
-void sort(PropertyList::Array& entries, QStringView key, Comparison comparison);
+/// Sorts @p entries in place and stably by the value that each holds under @p key. Entries without such a value, and
+/// those that are no dictionaries, come before all others in ascending order.
+void sort(
+    PropertyList::Array& entries, QStringView key, Comparison comparison, Qt::SortOrder order = Qt::AscendingOrder);
 
 } // namespace PhraseOrder

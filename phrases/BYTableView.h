@@ -2,7 +2,7 @@
 
 #include "FileExistence.h"
 #include "Importers.h"
-#include "PhraseList.h"
+#include "TypeAhead.h"
 
 #include <QIcon>
 #include <QString>

@@ -4,6 +4,7 @@
 
 #include <BYGlobals.h>
 #include <KeyCharacters.h>
+#include <PhraseList.h>
 #include <SharedNames.h>
 #include <SoundDocument.h>
 #include <SoundPasteboard.h>

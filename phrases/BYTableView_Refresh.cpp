@@ -9,6 +9,7 @@
 
 #include <BYGlobals.h>
 #include <Matrix.h>
+#include <PhraseList.h>
 #include <SharedNames.h>
 #include <Slider.h>
 

@@ -5,6 +5,8 @@
 
 #include <BYGlobals.h>
 #include <Bundle.h>
+#include <PhraseList.h>
+#include <PhraseOrder.h>
 #include <RemovalQuestion.h>
 #include <SharedNames.h>
 
@@ -82,10 +84,16 @@ bool BYTableView::confirmRemoval()
 void BYTableView::tableView_sortDescriptorsDidChange(TableView*, const QList<SortDescriptor>&)
 {
     reloadFollowingSelection([this] {
+        const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
+        if (!phrases) {
+            return;
+        }
         const QList<SortDescriptor> descriptors = sortDescriptors();
         // Stable, so that the first descriptor, sorted by last, has the most say.
-        std::for_each(descriptors.crbegin(), descriptors.crend(),
-            [](const SortDescriptor& descriptor) { PhraseList::sort(BYGlobals::clippingsArray(), descriptor); });
+        std::for_each(descriptors.crbegin(), descriptors.crend(), [&phrases](const SortDescriptor& descriptor) {
+            PhraseOrder::sort(*phrases, descriptor.key, PhraseOrder::Comparison::CaseInsensitiveText,
+                descriptor.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+        });
     });
 }
 

@@ -1,9 +1,9 @@
-#include "PhraseList.h"
-
 #include <QTest>
 
+#include <PhraseList.h>
+#include <PhraseOrder.h>
 #include <SharedNames.h>
-#include <TableColumn.h>
+#include <TypeAhead.h>
 
 using namespace Qt::StringLiterals;
 
@@ -68,7 +68,7 @@ private Q_SLOTS:
     void descendingSortIsStable()
     {
         const ArrayPointer list = phrases({u"b"_s, u"A"_s, u"B"_s, u"c"_s});
-        PhraseList::sort(list, {u"Phrase"_s, false});
+        PhraseOrder::sort(*list, PhraseKey::phrase, PhraseOrder::Comparison::CaseInsensitiveText, Qt::DescendingOrder);
         QStringList sorted;
         for (const Value& value : *list) {
             sorted.append(value.dictionary()->value(PhraseKey::phrase).string());

@@ -4,6 +4,7 @@
 
 #include <BYGlobals.h>
 #include <ModalDriver.h>
+#include <PhraseList.h>
 #include <SharedNames.h>
 
 using namespace Qt::StringLiterals;

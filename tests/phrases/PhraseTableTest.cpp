@@ -12,6 +12,7 @@
 #include <Bundle.h>
 #include <ModalDriver.h>
 #include <Pasteboard.h>
+#include <PhraseList.h>
 #include <SharedNames.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <BYGlobals.h>
+#include <PhraseList.h>
 #include <SharedNames.h>
 
 using namespace Qt::StringLiterals;

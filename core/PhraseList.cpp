@@ -1,9 +1,7 @@
 #include "PhraseList.h"
 
-#include <FoldedCharacter.h>
-#include <PhraseOrder.h>
-#include <SharedNames.h>
-#include <TableColumn.h>
+#include "FoldedCharacter.h"
+#include "SharedNames.h"
 
 #include <algorithm>
 #include <array>
@@ -14,8 +12,6 @@ using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
 namespace {
-
-constexpr double typeAheadSeconds = 1.0;
 
 /// The phrase of an entry in place: a null view where it has none.
 QStringView phraseOf(const Value& value)
@@ -102,30 +98,4 @@ int PhraseList::rowOfEntry(const ArrayPointer& phrases, const DictionaryPointer&
     const auto found =
         std::ranges::find(*phrases, entry.constData(), [](const Value& value) { return value.dictionaryInPlace(); });
     return found == phrases->end() ? -1 : int(found - phrases->begin());
-}
-
-void PhraseList::sort(const ArrayPointer& phrases, const SortDescriptor& descriptor)
-{
-    if (!phrases) {
-        return;
-    }
-    const auto sortAscending = [&] {
-        PhraseOrder::sort(*phrases, descriptor.key, PhraseOrder::Comparison::CaseInsensitiveText);
-    };
-    if (descriptor.ascending) {
-        sortAscending();
-        return;
-    }
-    // Reversed twice, so that equal texts keep their order.
-    std::reverse(phrases->begin(), phrases->end());
-    sortAscending();
-    std::reverse(phrases->begin(), phrases->end());
-}
-
-void TypeAhead::beginRunIfOver(double now)
-{
-    if (now - lastTime > typeAheadSeconds) {
-        lastTime = now;
-        abbFrag.clear();
-    }
 }
