@@ -13,13 +13,31 @@ using PropertyList::Value;
 
 namespace {
 
-/// The phrase of an entry in place: a null view where it has none.
-QStringView phraseOf(const Value& value)
+/// Looks at the phrases of many entries. Documents are read with one text for all equal keys, so that its address
+/// mostly tells the key without a comparison.
+class PhraseReader final
 {
-    const PropertyList::Dictionary* entry = value.dictionaryInPlace();
-    const Value* phrase = entry ? entry->find(PhraseKey::phrase) : nullptr;
-    return phrase ? phrase->stringView() : QStringView();
-}
+public:
+    /// The phrase of an entry in place: a null view where it has none.
+    QStringView phraseOf(const Value& value)
+    {
+        const PropertyList::Dictionary* dictionary = value.dictionaryInPlace();
+        if (!dictionary) {
+            return {};
+        }
+        for (const auto& [name, text] : *dictionary) {
+            const QStringView key(name);
+            if ((key.data() == m_key.data() && key.size() == m_key.size()) || key == PhraseKey::phrase) {
+                m_key = key;
+                return text.stringView();
+            }
+        }
+        return {};
+    }
+
+private:
+    QStringView m_key = PhraseKey::phrase;
+};
 
 /// Tells the processor that @p size bytes are going to be read soon. They need not be readable.
 void prefetch(const void* memory, size_t size = 1)
@@ -42,13 +60,14 @@ int firstRowOfPhrase(const ArrayPointer& phrases, Predicate&& matches)
     constexpr size_t entriesSize = 3 * sizeof(PropertyList::Dictionary::Entry);
     const qsizetype count = phrases ? phrases->size() : 0;
     std::array<QStringView, ahead> texts;
+    PhraseReader reader;
     for (qsizetype next = 0; next < count + ahead; ++next) {
         QStringView& text = texts[size_t(next % ahead)];
         if (next >= ahead && matches(text)) {
             return int(next - ahead);
         }
         if (next < count) {
-            text = phraseOf(phrases->at(next));
+            text = reader.phraseOf(phrases->at(next));
             prefetch(text.data());
         }
         if (next + ahead < count) {
