@@ -8,7 +8,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QFontDatabase>
+#include <QFontInfo>
 #include <QListView>
 #include <QMenu>
 #include <QPointer>
@@ -40,22 +40,22 @@ constexpr int phraseMenuIndex = 5;
 /// menu of more than these.
 constexpr int mostReferenceItems = 500;
 constexpr QSize referenceListSize(360, 420);
+constexpr int referenceListSpacing = 2;
 
 QString localized(const QString& text)
 {
     return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
 }
 
-/// The font that mail is written in; the desktop's own where the settings of mail name none.
+/// The font that mail is written in. Where the settings of mail name none, it is that of plain text, by the name of a
+/// family that other programs know too.
 QFont mailFont()
 {
     const QString mail = u"com.apple.mail"_s;
     const QString name = Preferences::copyValue(u"NSFont"_s, mail).string();
     const auto size = Preferences::copyValue(u"NSFontSize"_s, mail).integerValue();
-    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    if (!name.isEmpty()) {
-        font.setFamily(name);
-    }
+    QFont font = TextView::systemFont();
+    font.setFamily(name.isEmpty() ? QFontInfo(font).family() : name);
     if (size > 0) {
         font.setPointSize(int(std::min<qint64>(size, 1000)));
     }
@@ -143,6 +143,7 @@ void BYEditPaneController::addReferenceList(QMenu& menu)
     auto* const list = new QListView(&menu);
     list->setModel(m_references);
     list->setUniformItemSizes(true);
+    list->setSpacing(referenceListSpacing);
     list->setFrameShape(QFrame::NoFrame);
     list->setMinimumSize(referenceListSize);
     list->setCurrentIndex(m_references->index(0));
@@ -150,6 +151,8 @@ void BYEditPaneController::addReferenceList(QMenu& menu)
     auto* const holder = new QWidgetAction(&menu);
     holder->setDefaultWidget(list);
     menu.addAction(holder);
+    // Keys go to what has the focus in the menu in front, which would be the menu itself.
+    list->setFocus();
     const auto choose = [this, &menu](const QModelIndex& index) {
         // A style may count one click as both signals.
         if (!menu.isVisible()) {

@@ -16,13 +16,6 @@ namespace {
 
 constexpr qreal systemFontPoints = 12.0;
 
-QFont systemFont()
-{
-    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    font.setPointSizeF(systemFontPoints);
-    return font;
-}
-
 } // namespace
 
 TextView::TextView(QWidget* parent)
@@ -32,6 +25,13 @@ TextView::TextView(QWidget* parent)
     setTabChangesFocus(false);
     document()->setDefaultFont(systemFont());
     connect(this, &QTextEdit::textChanged, this, &TextView::textDidChange);
+}
+
+QFont TextView::systemFont()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    font.setPointSizeF(systemFontPoints);
+    return font;
 }
 
 void TextView::setRichText(bool rich)
@@ -116,16 +116,19 @@ void TextView::resetAttributes()
 
 void TextView::setFontOfAll(const QFont& font)
 {
-    const QSignalBlocker quiet(this);
     QTextCharFormat format;
     format.setFontFamilies({font.family()});
     format.setFontPointSize(font.pointSizeF());
     format.setFontWeight(font.weight());
     format.setFontItalic(font.italic());
-    QTextCursor all(document());
-    all.select(QTextCursor::Document);
-    all.mergeCharFormat(format);
-    mergeCurrentCharFormat(format);
+    {
+        const QSignalBlocker quiet(this);
+        QTextCursor all(document());
+        all.select(QTextCursor::Document);
+        all.mergeCharFormat(format);
+        mergeCurrentCharFormat(format);
+    }
+    Q_EMIT currentCharFormatChanged(currentCharFormat());
 }
 
 void TextView::applyCharacterFormat(const QTextCharFormat& format)

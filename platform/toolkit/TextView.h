@@ -40,7 +40,9 @@ public:
     Rtfd::ReadResult replaceAllWithRTFD(const QByteArray& rtfd);
     /// The whole text as flattened RTFD.
     QByteArray RTFDFromAll() const;
-    /// The system font at 12 points and the text color, for the whole text and for what is typed next. Not undoable;
+    /// The font of plain text: the system's at 12 points.
+    static QFont systemFont();
+    /// The system font and the text color, for the whole text and for what is typed next. Not undoable;
     /// sends no change.
     void resetAttributes();
     /// Gives the whole text, and what is typed next, the font @p font. Sends no change.

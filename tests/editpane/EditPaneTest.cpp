@@ -276,7 +276,7 @@ void EditPaneTest::manyPhrasesAreOneList()
     text().setString(u"a"_s);
     text().selectAll();
     list->setCurrentIndex(last);
-    QTest::keyClick(list, Qt::Key_Return);
+    QTest::keyClick(menu->focusWidget(), Qt::Key_Return);
     QCOMPARE(text().string(), u"\u270D1999\u270D"_s);
     QVERIFY(!menu->isVisible());
 }
@@ -317,6 +317,7 @@ void EditPaneTest::richTextStartsInTheFontOfMail()
     const QTextCharFormat format = text().document()->begin().begin().fragment().charFormat();
     QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"DejaVu Serif"_s));
     QCOMPARE(format.fontPointSize(), 17.0);
+    QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"17"_s);
     QVERIFY(text().isRichText() && text().importsGraphics() && m_ui.textFormattingPopUpButton->isEnabled());
     QVERIFY(BYGlobals::editEntryPaneTextIsDirty());
 }
