@@ -344,6 +344,14 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Schriftgröße in Punkt</translation>
     </message>
     <message>
+        <source>Ctrl+S</source>
+        <translation>Ctrl+S</translation>
+    </message>
+    <message>
+        <source>&amp;Formatting</source>
+        <translation>&amp;Formatierung</translation>
+    </message>
+    <message>
         <source>Formatting</source>
         <translation>Formatierung</translation>
     </message>
@@ -408,8 +416,8 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>In diesen Programmen verwendet Blipsy ein anderes Dokument oder ersetzt gar keine Kürzel.</translation>
     </message>
     <message>
-        <source>Insert</source>
-        <translation>Einfügen</translation>
+        <source>&amp;Insert</source>
+        <translation>E&amp;infügen</translation>
     </message>
     <message>
         <source>Insert a date, a time or another phrase</source>
@@ -576,8 +584,8 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Kürzel mit ihren Klangdateien</translation>
     </message>
     <message>
-        <source>Plain text</source>
-        <translation>Reiner Text</translation>
+        <source>&amp;Plain text</source>
+        <translation>Reine&amp;r Text</translation>
     </message>
     <message>
         <source>Play</source>
@@ -652,8 +660,8 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Zeilenschalter</translation>
     </message>
     <message>
-        <source>Rich text</source>
-        <translation>Formatierter Text</translation>
+        <source>Ri&amp;ch text</source>
+        <translation>F&amp;ormatierter Text</translation>
     </message>
     <message>
         <source>Right brace</source>
@@ -676,8 +684,8 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Sichern</translation>
     </message>
     <message>
-        <source>Save the text of this phrase</source>
-        <translation>Den Text dieses Kürzels sichern</translation>
+        <source>Save the text of this phrase (Ctrl+S)</source>
+        <translation>Den Text dieses Kürzels sichern (Strg+S)</translation>
     </message>
     <message>
         <source>Search</source>
