@@ -11,6 +11,7 @@
 #include <QToolButton>
 
 #include <Bundle.h>
+#include <CharacterSize.h>
 #include <SharedNames.h>
 #include <TextView.h>
 
@@ -260,7 +261,7 @@ void FormattingBar::follow()
     const QFont font = format.font().resolve(m_view->document()->defaultFont());
     const QSignalBlocker quiet(m_font);
     m_font->setCurrentFont(font);
-    m_size->setEditText(locale().toString(font.pointSizeF()));
+    m_size->setEditText(locale().toString(pointSizeOf(format, m_view->document()->defaultFont())));
     m_bold->setChecked(font.bold());
     m_italic->setChecked(font.italic());
     m_underline->setChecked(font.underline());

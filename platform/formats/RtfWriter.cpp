@@ -1,8 +1,10 @@
 #include "RtfWriter.h"
 
+#include "CharacterSize.h"
 #include "RtfCodePage.h"
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <QTextList>
@@ -112,9 +114,8 @@ Writer::Character Writer::characterOf(const QTextCharFormat& format)
 {
     const QFont defaultFont = m_document.defaultFont();
     const QStringList families = format.fontFamilies().toStringList();
-    const qreal points = format.fontPointSize() > 0 ? format.fontPointSize() : defaultFont.pointSizeF();
     return {.font = fontNumber(families.isEmpty() ? defaultFont.family() : families.front()),
-        .halfPoints = std::max(1, qRound(points * 2)),
+        .halfPoints = std::max(1, qRound(pointSizeOf(format, defaultFont) * 2)),
         .foreground = colorNumber(format, QTextFormat::ForegroundBrush),
         .background = colorNumber(format, QTextFormat::BackgroundBrush),
         .baseline = format.verticalAlignment(),
@@ -201,8 +202,9 @@ TextAttachment Writer::attachmentFor(const QTextImageFormat& format)
     if (const auto stored = TextAttachment::nameOf(url)) {
         attachment = TextAttachment::in(m_document, *stored).value_or(TextAttachment{*stored, {}, false});
     } else {
-        const QString pasted = TextAttachment::safeName(QString::fromLatin1(url.toEncoded()).right(60) + u".png");
-        attachment = {pasted, picturePng(m_document.resource(QTextDocument::ImageResource, url)), false};
+        const QByteArray digest = QCryptographicHash::hash(url.toEncoded(), QCryptographicHash::Sha1).toHex();
+        attachment = {QString::fromLatin1(digest) + u".png",
+            picturePng(m_document.resource(QTextDocument::ImageResource, url)), false};
     }
     if (std::ranges::find(m_attachments, attachment.name, &TextAttachment::name) == m_attachments.end()) {
         m_attachments.append(attachment);

@@ -151,6 +151,7 @@ private Q_SLOTS:
     void readsFormatsOfThePlatformsEditor();
     void readsAttachments();
     void readingWhatWasWrittenGivesTheSameDocument();
+    void textFromWebPagesKeepsItsSizesAndPictures();
     void writesTheMinimalWrapper();
     void deepGroupsAndLongTablesEnd_data();
     void deepGroupsAndLongTablesEnd();
@@ -272,6 +273,28 @@ void RichTextTest::readingWhatWasWrittenGivesTheSameDocument()
         }
         QCOMPARE(Rtfd::write(copy), bytes);
     }
+}
+
+void RichTextTest::textFromWebPagesKeepsItsSizesAndPictures()
+{
+    const auto image = [](const QSize& size) -> QByteArray {
+        return "<img src='data:image/png;base64," + pngOf(size).toBase64() + "'/>";
+    };
+    QTextDocument page;
+    page.setDefaultFont(QFont(u"DejaVu Sans"_s, 10));
+    page.setHtml(QString::fromLatin1(
+        "<p>a<span style='font-size:20px'>b</span><big>c</big></p><p>" + image({2, 3}) + image({4, 5}) + "</p>"));
+    QTextDocument copy;
+    QVERIFY(Rtfd::read(Rtfd::write(page), copy).found);
+    QList<qreal> sizes;
+    for (auto it = copy.begin().begin(); !it.atEnd(); ++it) {
+        sizes.append(it.fragment().charFormat().fontPointSize());
+    }
+    QCOMPARE(sizes, (QList<qreal>{10, 15, 12}));
+    const QList<TextAttachment> files = Rtf::write(copy).attachments;
+    QCOMPARE(files.size(), 2);
+    QCOMPARE(TextAttachment::picture(files[0].contents).size(), QSize(2, 3));
+    QCOMPARE(TextAttachment::picture(files[1].contents).size(), QSize(4, 5));
 }
 
 void RichTextTest::writesTheMinimalWrapper()
