@@ -78,7 +78,9 @@ void Writer::writeBlock(const QTextBlock& block)
         m_body += paragraph.toRtf();
     }
     if (const QTextList* const list = block.textList(); list != nullptr) {
-        const QString marker = list->itemText(block).isEmpty() ? u"\u2022"_s : list->itemText(block);
+        // The numbered styles follow the others, downwards.
+        const bool isNumbered = list->format().style() <= QTextListFormat::ListDecimal;
+        const QString marker = isNumbered ? list->itemText(block) : u"\u2022"_s;
         writeText(QString(u'\t' + marker + u'\t'));
     }
     for (QTextBlock::iterator it = block.begin(); !it.atEnd(); ++it) {

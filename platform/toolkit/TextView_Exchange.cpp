@@ -238,8 +238,12 @@ bool TextView::insertFiles(const QMimeData& source)
 bool TextView::insertFile(const QString& path)
 {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || file.size() > maximumFileSize || !file.open(QIODevice::ReadOnly)) {
-        qCWarning(textLog).noquote() << u"cannot take the file %1 into a text: %2"_s.arg(path, file.errorString());
+    const QString obstacle = !QFileInfo(path).isFile()         ? u"it is no file"_s
+                             : file.size() > maximumFileSize   ? u"it is too large"_s
+                             : !file.open(QIODevice::ReadOnly) ? file.errorString()
+                                                               : QString();
+    if (!obstacle.isEmpty()) {
+        qCWarning(textLog).noquote() << u"cannot take %1 into a text: %2"_s.arg(path, obstacle);
         return false;
     }
     insertAttachment(QFileInfo(path).fileName(), file.readAll());

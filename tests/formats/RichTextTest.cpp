@@ -151,7 +151,7 @@ private Q_SLOTS:
     void readsFormatsOfThePlatformsEditor();
     void readsAttachments();
     void readingWhatWasWrittenGivesTheSameDocument();
-    void textFromWebPagesKeepsItsSizesAndPictures();
+    void textFromWebPagesIsKept();
     void writesTheMinimalWrapper();
     void deepGroupsAndLongTablesEnd_data();
     void deepGroupsAndLongTablesEnd();
@@ -275,15 +275,15 @@ void RichTextTest::readingWhatWasWrittenGivesTheSameDocument()
     }
 }
 
-void RichTextTest::textFromWebPagesKeepsItsSizesAndPictures()
+void RichTextTest::textFromWebPagesIsKept()
 {
     const auto image = [](const QSize& size) -> QByteArray {
         return "<img src='data:image/png;base64," + pngOf(size).toBase64() + "'/>";
     };
     QTextDocument page;
     page.setDefaultFont(QFont(u"DejaVu Sans"_s, 10));
-    page.setHtml(QString::fromLatin1(
-        "<p>a<span style='font-size:20px'>b</span><big>c</big></p><p>" + image({2, 3}) + image({4, 5}) + "</p>"));
+    page.setHtml(QString::fromLatin1("<p>a<span style='font-size:20px'>b</span><big>c</big></p><p>" + image({2, 3}) +
+                                     image({4, 5}) + "</p><ul><li>d</li></ul><ol><li>e</li></ol>"));
     QTextDocument copy;
     QVERIFY(Rtfd::read(Rtfd::write(page), copy).found);
     QList<qreal> sizes;
@@ -291,6 +291,7 @@ void RichTextTest::textFromWebPagesKeepsItsSizesAndPictures()
         sizes.append(it.fragment().charFormat().fontPointSize());
     }
     QCOMPARE(sizes, (QList<qreal>{10, 15, 12}));
+    QVERIFY(textOf(copy).endsWith(u"\n\t•\td\n\t1.\te"));
     const QList<TextAttachment> files = Rtf::write(copy).attachments;
     QCOMPARE(files.size(), 2);
     QCOMPARE(TextAttachment::picture(files[0].contents).size(), QSize(2, 3));
