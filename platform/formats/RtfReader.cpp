@@ -314,7 +314,9 @@ void Reader::appendUnit(char16_t unit)
         m_highSurrogate = 0;
         append(QStringView(pair.data(), 2));
     } else {
-        append(QChar::isSurrogate(unit) ? QStringView(u"\uFFFD") : QStringView(&unit, 1));
+        // Documents use noncharacters as marks of their own, and not every file can hold them.
+        const bool isText = !QChar::isSurrogate(unit) && !QChar::isNonCharacter(unit);
+        append(isText ? QStringView(&unit, 1) : QStringView(u"\uFFFD"));
     }
 }
 

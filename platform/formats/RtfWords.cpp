@@ -25,6 +25,8 @@ const Table& knownWords()
         {"listoverridetable", {Word::Skipped}},
         {"pict", {Word::Skipped}},
         {"object", {Word::Skipped}},
+        {"xe", {Word::Skipped}},
+        {"tc", {Word::Skipped}},
         {"header", {Word::Skipped}},
         {"headerl", {Word::Skipped}},
         {"headerr", {Word::Skipped}},
