@@ -213,7 +213,7 @@ void RichTextTest::readsFormatsOfThePlatformsEditor()
 \pard\tx720\tqr\tx1440\pardeftab720\li300\fi-150\sl288\slmult1\qc\partightenfactor0
 
 \f0\fs24 \cf0 plain \f1\b\i\fs37 \cf2 styled\
-\pard\ql\cf3\plain next})";
+\pard\ql\cf3\plain next\up12 2})";
     QTextDocument document;
     QCOMPARE(Rtf::read(rtf, {}, document), QStringList());
 
@@ -236,6 +236,7 @@ void RichTextTest::readsFormatsOfThePlatformsEditor()
     const QTextBlock next = block.next();
     QCOMPARE(next.blockFormat().alignment(), Qt::AlignLeft);
     QCOMPARE(next.begin().fragment().charFormat().fontPointSize(), 12.0);
+    QCOMPARE((++next.begin()).fragment().charFormat().verticalAlignment(), QTextCharFormat::AlignSuperScript);
 }
 
 void RichTextTest::readsAttachments()
