@@ -138,6 +138,11 @@ void Interface::openDocument(const QString& path)
     m_forms->phrases.abbsTableView->useDocument(path);
 }
 
+void Interface::willUnselect()
+{
+    m_forms->phrases.abbsTableView->willUnselect();
+}
+
 void Interface::buildViews()
 {
     Forms& forms = *m_forms;

@@ -37,6 +37,8 @@ public:
 
     /// Makes the document at @p path the one in use.
     void openDocument(const QString& path);
+    /// Asks about text that has not been saved, before the view goes away.
+    void willUnselect();
 
 private:
     struct Forms;

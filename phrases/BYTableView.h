@@ -155,6 +155,8 @@ public:
     void tableViewSelectionDidChange(const Notification& notification);
     void editEntryPaneTextDidChange(const Notification& notification);
     void editEntryPaneTypingAttributesChanged(const Notification& notification);
+    /// The pane is about to go: asks what becomes of text that is not saved.
+    void willUnselect();
     /// @}
 
     /// @name Sounds

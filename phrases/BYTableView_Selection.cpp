@@ -70,6 +70,15 @@ void BYTableView::askAboutUnsavedText()
     }
 }
 
+void BYTableView::willUnselect()
+{
+    if (BYGlobals::editEntryPaneTextIsDirty()) {
+        askAboutUnsavedText();
+        // A host may show the pane again: then it shows what is stored.
+        loadEditPane(selectedRow());
+    }
+}
+
 void BYTableView::saveEditedText(const DictionaryPointer& entry)
 {
     const QString text = editEntryPane->string();

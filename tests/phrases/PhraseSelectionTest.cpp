@@ -50,6 +50,8 @@ private Q_SLOTS:
         rows(
             "code", [](PhrasesTabFixture& tab) { tab.table->selectRow_byExtendingSelection(-1, false); }, QString());
         rows(
+            "closing the window", [](PhrasesTabFixture& tab) { tab.table->willUnselect(); }, u"b"_s);
+        rows(
             "phrase added by the helper", [](PhrasesTabFixture& tab) { addBehindTheTable(tab, u"aa"_s); }, u"aa"_s);
     }
 

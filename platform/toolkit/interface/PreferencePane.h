@@ -28,6 +28,10 @@ public:
     /// Loads the interface on the first call. The pane owns the widget; the host shows it in a window of its own.
     virtual QWidget* loadMainView() = 0;
 
+    /// The host is about to take the view away. The pane asks about what the user has not saved, and blocks until that
+    /// is answered.
+    virtual void willUnselect() = 0;
+
     /// The names of the tabs, untranslated, in the order shown.
     virtual QStringList tabNames() const = 0;
     /// Shows a tab. False when there is none of that name.
