@@ -54,6 +54,7 @@ bool SettingsWindow::saveScreenshots(const QString& folder)
 
 void SettingsWindow::closeEvent(QCloseEvent* event)
 {
+    m_pane.willUnselect();
     QSettings().setValue(geometryKey, saveGeometry());
     QMainWindow::closeEvent(event);
 }

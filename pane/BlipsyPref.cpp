@@ -40,6 +40,13 @@ QWidget* BlipsyPref::loadMainView()
     return m_interface->view();
 }
 
+void BlipsyPref::willUnselect()
+{
+    if (m_interface) {
+        m_interface->leavePhrase();
+    }
+}
+
 QStringList BlipsyPref::tabNames() const
 {
     return Interface::tabNames();

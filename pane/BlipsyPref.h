@@ -23,6 +23,7 @@ public:
     void setBundlePath(const QString& path) override;
     void openDocument(const QString& path) override;
     QWidget* loadMainView() override;
+    void willUnselect() override;
     QStringList tabNames() const override;
     bool selectTab(const QString& name) override;
 

@@ -138,6 +138,11 @@ void Interface::openDocument(const QString& path)
     m_forms->phrases.abbsTableView->useDocument(path);
 }
 
+void Interface::leavePhrase()
+{
+    m_forms->phrases.abbsTableView->selectRow_byExtendingSelection(-1, false);
+}
+
 void Interface::buildViews()
 {
     Forms& forms = *m_forms;

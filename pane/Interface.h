@@ -38,6 +38,9 @@ public:
     /// Makes the document at @p path the one in use.
     void openDocument(const QString& path);
 
+    /// Leaves the phrase shown in the edit pane, which asks about its text where that is not saved.
+    void leavePhrase();
+
 private:
     struct Forms;
     struct Controllers;

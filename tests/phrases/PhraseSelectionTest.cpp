@@ -49,6 +49,16 @@ private Q_SLOTS:
         rows(
             "type-ahead", [](PhrasesTabFixture& tab) { QTest::keyClick(tab.table, Qt::Key_C); }, u"c"_s);
         rows(
+            "composed character",
+            [](PhrasesTabFixture& tab) {
+                QInputMethodQueryEvent query(Qt::ImEnabled);
+                QCoreApplication::sendEvent(tab.table, &query);
+                QInputMethodEvent composed;
+                composed.setCommitString(query.value(Qt::ImEnabled).toBool() ? u"c"_s : QString());
+                QCoreApplication::sendEvent(tab.table, &composed);
+            },
+            u"c"_s);
+        rows(
             "code", [](PhrasesTabFixture& tab) { tab.table->selectRow_byExtendingSelection(-1, false); }, QString());
         rows(
             "phrase added by the helper", [](PhrasesTabFixture& tab) { addBehindTheTable(tab, u"aa"_s); }, u"aa"_s);

@@ -28,6 +28,9 @@ public:
     /// Loads the interface on the first call. The pane owns the widget; the host shows it in a window of its own.
     virtual QWidget* loadMainView() = 0;
 
+    /// The window is about to close: the pane asks what becomes of text that is not saved, and waits for the answer.
+    virtual void willUnselect() = 0;
+
     /// The names of the tabs, untranslated, in the order shown.
     virtual QStringList tabNames() const = 0;
     /// Shows a tab. False when there is none of that name.
