@@ -221,6 +221,7 @@ private:
     PropertyList::DictionaryPointer entryAt(int row) const;
     QVariant textOrFileName(Cell& cell, const QString& stored, bool isSound);
     bool isMissing(const QString& soundPath);
+    void storeText(const PropertyList::DictionaryPointer& entry, const QString& key, const QString& text);
     void playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry);
     void setOrClearApplication(const PropertyList::DictionaryPointer& entry);
     void chooseApplication(const PropertyList::DictionaryPointer& entry);
@@ -229,7 +230,7 @@ private:
     int addRecentDocuments(QStringList& paths, const QString& current);
     void answer(const DistributedNotification& notification);
     void answerWaitingNotifications();
-    PropertyList::DictionaryPointer entryAfterQuestion(const PropertyList::DictionaryPointer& entry);
+    PropertyList::DictionaryPointer upToDateEntry(const PropertyList::DictionaryPointer& entry);
     void showRowAddedViaMenu(const QString& phrase);
     void editNewRow();
 

@@ -26,12 +26,19 @@ void BYTableView::tableView_setObjectValue_forTableColumn_row(
     } else if (identifier == PhraseKey::app) {
         setOrClearApplication(entry);
     } else if (identifier != u"Trash") {
-        const QString text = value.toString();
-        entry->insert(identifier, text.isNull() ? u""_s : text);
-        BYGlobals::writeDocument();
-        BYGlobals::setLastEditedAbb(text);
-        BYGlobals::sendNotification(NotificationName::preferencesChanged);
+        storeText(upToDateEntry(entry), identifier, value.toString());
     }
+}
+
+void BYTableView::storeText(const DictionaryPointer& entry, const QString& key, const QString& text)
+{
+    if (!entry) {
+        return;
+    }
+    entry->insert(key, text.isNull() ? u""_s : text);
+    BYGlobals::writeDocument();
+    BYGlobals::setLastEditedAbb(text);
+    BYGlobals::sendNotification(NotificationName::preferencesChanged);
 }
 
 void BYTableView::playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry)
@@ -65,7 +72,7 @@ void BYTableView::chooseApplication(const DictionaryPointer& entry)
     panel.setAllowsMultipleSelection(false);
     const QStringList types{u"app"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
     const int result = panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types);
-    const DictionaryPointer asked = entryAfterQuestion(entry);
+    const DictionaryPointer asked = upToDateEntry(entry);
     if (result == okButton && asked && !panel.filenames().isEmpty()) {
         asked->insert(PhraseKey::app, panel.filenames().constFirst());
     }
@@ -82,7 +89,7 @@ void BYTableView::askToClearApplication(const DictionaryPointer& entry)
                             localized(u"\nDo you wish to clear the association?"_s);
     const int result =
         Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Clear"_s), localized(u"Cancel"_s));
-    const DictionaryPointer asked = entryAfterQuestion(entry);
+    const DictionaryPointer asked = upToDateEntry(entry);
     if (result == Alert::defaultReturn && asked) {
         asked->remove(PhraseKey::app);
         BYGlobals::writeDocument();

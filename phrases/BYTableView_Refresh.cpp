@@ -162,17 +162,23 @@ void BYTableView::answerWaitingNotifications()
     }
 }
 
-// The helper may have added a phrase to the file while a question about an entry was open: the answer then goes to the
-// entry of that phrase in the new document, or nowhere when it has none, so that the write loses nothing.
-DictionaryPointer BYTableView::entryAfterQuestion(const DictionaryPointer& entry)
+// The helper may have added phrases to the file while the rows were held. They come in before the document is written,
+// so that the write loses none; what is left to do for them is to show them. The change goes to the entry of the same
+// phrase then, or nowhere when the file has none.
+DictionaryPointer BYTableView::upToDateEntry(const DictionaryPointer& entry)
 {
-    const bool isOutdated = std::any_of(m_waitingNotifications.cbegin(), m_waitingNotifications.cend(),
-        [](const DistributedNotification& waiting) { return waiting.name == NotificationName::newRowAddedViaMenu; });
+    bool isOutdated = false;
+    for (DistributedNotification& waiting : m_waitingNotifications) {
+        if (waiting.name == NotificationName::newRowAddedViaMenu) {
+            waiting.name = NotificationName::scrollToAbb;
+            isOutdated = true;
+        }
+    }
     if (!isOutdated) {
         return entry;
     }
     const QString phrase = entry->value(PhraseKey::phrase).string();
-    BYGlobals::fillArray();
+    reloadFollowingSelection([] { BYGlobals::fillArray(); });
     return entryAt(PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase));
 }
 

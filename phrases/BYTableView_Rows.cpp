@@ -55,7 +55,7 @@ void BYTableView::removeRow(QObject*)
         return;
     }
     if (entry) {
-        row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), entryAfterQuestion(entry));
+        row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), upToDateEntry(entry));
     }
     // Text that was not saved goes with its phrase: there is nothing left to ask about.
     setEditPaneDirty(false);

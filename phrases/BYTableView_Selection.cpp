@@ -64,7 +64,7 @@ void BYTableView::askAboutUnsavedText()
     const int result =
         Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Save"_s), localized(u"Discard"_s));
     std::fprintf(stderr, "NSRunAlertPanel result = %d.\n", result);
-    const DictionaryPointer edited = result == Alert::defaultReturn ? entryAfterQuestion(entry) : DictionaryPointer();
+    const DictionaryPointer edited = result == Alert::defaultReturn ? upToDateEntry(entry) : DictionaryPointer();
     if (edited) {
         saveEditedText(edited);
     }

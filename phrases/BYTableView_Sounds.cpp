@@ -57,7 +57,7 @@ void BYTableView::chooseSound(const DictionaryPointer& entry)
         myOpenPanelViewChosenEventLabel->setText(entry->value(PhraseKey::phrase).textValue());
     }
     const QStringList paths = SoundPanel::run(*_activeOpenPanel);
-    const DictionaryPointer asked = entryAfterQuestion(entry);
+    const DictionaryPointer asked = upToDateEntry(entry);
     if (!paths.isEmpty() && asked) {
         asked->insert(PhraseKey::soundFilepath, paths.constFirst());
         SoundDocument::saveAndRefreshMenu();

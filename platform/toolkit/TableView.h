@@ -101,6 +101,10 @@ protected:
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    /// Composed characters (dead keys, input methods) are typed like any other.
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    /// Characters are composed whatever column the keyboard is in; Qt wants an editable one.
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

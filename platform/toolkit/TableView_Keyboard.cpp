@@ -55,6 +55,21 @@ void TableView::keyPressEvent(QKeyEvent* event)
     QTableView::keyPressEvent(event);
 }
 
+void TableView::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (!hasFocus() || event->commitString().isEmpty()) {
+        QTableView::inputMethodEvent(event);
+        return;
+    }
+    QKeyEvent typed(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, event->commitString());
+    keyDown(&typed);
+}
+
+QVariant TableView::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    return query == Qt::ImEnabled ? QVariant(true) : QTableView::inputMethodQuery(query);
+}
+
 void TableView::keyDown(QKeyEvent* event)
 {
     const QModelIndex current = currentIndex();

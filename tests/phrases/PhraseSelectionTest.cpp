@@ -1,5 +1,6 @@
 #include "PhrasesTabFixture.h"
 
+#include <QLineEdit>
 #include <QTest>
 
 #include <BYGlobals.h>
@@ -47,6 +48,16 @@ private Q_SLOTS:
             "keyboard", [](PhrasesTabFixture& tab) { QTest::keyClick(tab.table, Qt::Key_Up); }, u"a"_s);
         rows(
             "type-ahead", [](PhrasesTabFixture& tab) { QTest::keyClick(tab.table, Qt::Key_C); }, u"c"_s);
+        rows(
+            "composed character",
+            [](PhrasesTabFixture& tab) {
+                QInputMethodQueryEvent query(Qt::ImEnabled);
+                QCoreApplication::sendEvent(tab.table, &query);
+                QInputMethodEvent composed;
+                composed.setCommitString(query.value(Qt::ImEnabled).toBool() ? u"c"_s : QString());
+                QCoreApplication::sendEvent(tab.table, &composed);
+            },
+            u"c"_s);
         rows(
             "code", [](PhrasesTabFixture& tab) { tab.table->selectRow_byExtendingSelection(-1, false); }, QString());
         rows(
@@ -96,19 +107,74 @@ private Q_SLOTS:
         QVERIFY(BYGlobals::editEntryPaneTextIsDirty());
     }
 
-    void rowsStayWhileTheQuestionIsOpen()
+    void helpersPhraseWaitsForTheUser_data()
     {
+        QTest::addColumn<std::function<void(PhrasesTabFixture&, const Meanwhile&)>>("use");
+        QTest::addColumn<QStringList>("stored");
+        const auto answering = [](const QString& button, const Meanwhile& meanwhile) {
+            return std::make_unique<ModalDriver>([button, meanwhile](QWidget* modal) {
+                meanwhile();
+                ModalDriver::click(button)(modal);
+            });
+        };
+        const auto row = [](const char* name, const std::function<void(PhrasesTabFixture&, const Meanwhile&)>& use,
+                             const QStringList& changed) {
+            QTest::newRow(name) << use
+                                << (QStringList{u"a /a.wav"_s, u"aa /aa.wav"_s} + changed + QStringList{u"c /c.wav"_s});
+        };
+        row("question about unsaved text",
+            [answering](PhrasesTabFixture& tab, const Meanwhile& meanwhile) {
+                const auto driver = answering(u"Save"_s, meanwhile);
+                tab.table->selectRow_byExtendingSelection(2, false);
+            },
+            {u"b X/b.wav"_s});
+        row("question about an application",
+            [answering](PhrasesTabFixture& tab, const Meanwhile& meanwhile) {
+                const auto driver = answering(u"Clear"_s, meanwhile);
+                tab.entry(1)->insert(PhraseKey::app, u"/x.app"_s);
+                QTest::mouseClick(tab.table->viewport(), Qt::LeftButton, {}, tab.pointOf(1, 0));
+            },
+            {u"b X/b.wav"_s});
+        row("removal",
+            [answering](PhrasesTabFixture& tab, const Meanwhile& meanwhile) {
+                const auto driver = answering(u"Remove"_s, meanwhile);
+                tab.table->removeRow(nullptr);
+            },
+            {});
+        row("typing into a cell",
+            [](PhrasesTabFixture& tab, const Meanwhile& meanwhile) {
+                tab.table->editColumn_row_withEvent_select(1, 1, nullptr, true);
+                auto* const editor = tab.table->findChild<QLineEdit*>(u"FieldEditor"_s);
+                QTest::keyClicks(editor, u"bee"_s);
+                meanwhile();
+                QTest::keyClick(editor, Qt::Key_Return);
+            },
+            {u"bee X/b.wav"_s});
+    }
+
+    void helpersPhraseWaitsForTheUser()
+    {
+        QFETCH(const std::function<void(PhrasesTabFixture&, const Meanwhile&)>, use);
+        QFETCH(const QStringList, stored);
         typeIntoPaneOf(1);
         int rowsMeanwhile = 0;
-        ModalDriver driver([&](QWidget* modal) {
+        use(*m_tab, [&] {
             addBehindTheTable(*m_tab, u"aa"_s);
             m_tab->settle();
             rowsMeanwhile = m_tab->table->numberOfRows();
-            ModalDriver::click(u"Save"_s)(modal);
         });
-        m_tab->table->selectRow_byExtendingSelection(2, false);
         QCOMPARE(rowsMeanwhile, 3);
-        QTRY_COMPARE(m_tab->table->numberOfRows(), 4);
+        const ModalDriver laterQuestion(ModalDriver::click(u"Save"_s));
+        m_tab->settle();
+        QStringList found;
+        const PropertyList::ArrayPointer phrases = m_tab->storedPhrases();
+        for (const Value& value : *phrases) {
+            const DictionaryPointer entry = value.dictionary();
+            found.append(
+                entry->value(PhraseKey::phrase).string() + u' ' + entry->value(PhraseKey::soundFilepath).string());
+        }
+        found.sort();
+        QCOMPARE(found, stored);
         verifyPaneShows(u"aa"_s);
     }
 
@@ -127,6 +193,8 @@ private Q_SLOTS:
     }
 
 private:
+    using Meanwhile = std::function<void()>;
+
     /// The helper's way: the document on disk changes, then a notification tells.
     static void addBehindTheTable(PhrasesTabFixture& tab, const QString& phrase)
     {
