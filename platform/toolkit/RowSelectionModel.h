@@ -25,6 +25,12 @@ public:
     /// The selected row; -1 for none. While a move is being announced this is the old row still.
     int selectedRow() const { return m_row; }
 
+    /// The column in which the keyboard is, kept from row to row.
+    int column() const { return m_column; }
+
+    /// Puts the keyboard into @p column from the next move on.
+    void setColumn(int column) { m_column = column; }
+
     /// Selects @p row, or nothing when it is -1. Ignored while another move is being announced.
     Move moveTo(int row);
 
@@ -45,7 +51,6 @@ private:
 
     TableView* m_table;
     int m_row = -1;
-    /// The column in which the keyboard is, kept from row to row.
     int m_column = 0;
     bool m_isMoving = false;
 };

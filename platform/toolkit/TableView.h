@@ -101,6 +101,7 @@ protected:
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     /// Composed characters (dead keys, input methods) are typed like any other.
     void inputMethodEvent(QInputMethodEvent* event) override;
     /// Characters are composed whatever column the keyboard is in; Qt wants an editable one.

@@ -101,6 +101,8 @@ void TableView::Implementation::useColumns(const QStringList& declarations)
         iconColumns.append(declaration.isIcon);
     }
     model->setColumns(std::move(columns));
+    // Not on a button, which Return would press.
+    selection->setColumn(int(std::max<qsizetype>(iconColumns.indexOf(false), 0)));
     QHeaderView* const header = table->horizontalHeader();
     for (int i = 0; i < declarations.size(); ++i) {
         const ColumnDeclaration declaration = parseColumn(declarations.at(i));

@@ -82,6 +82,12 @@ void TableView::keyDown(QKeyEvent* event)
     QTableView::keyPressEvent(event);
 }
 
+QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    return currentIndex().isValid() ? QTableView::moveCursor(action, modifiers)
+                                    : model()->index(0, m_implementation->selection->column());
+}
+
 bool TableView::performKeyEquivalent(QKeyEvent* /*event*/)
 {
     return false;

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void clickReleasedElsewhereDoesNothing();
     void keysActivateTheCurrentButtonCell_data();
     void keysActivateTheCurrentButtonCell();
+    void keyboardStartsBesideTheButtons();
     void pressOpensTheMenuOfAPopUpCell();
     void editingFollowsTheOrder_data();
     void editingFollowsTheOrder();
@@ -271,6 +272,15 @@ void TableViewTest::keysActivateTheCurrentButtonCell()
     QTest::keyClick(m_table.get(), Qt::Key_Down);
     QTest::keyClick(m_table.get(), key);
     QCOMPARE(journal(), QStringList({u"action 1"_s, u"set Button 1 "_s}));
+}
+
+void TableViewTest::keyboardStartsBesideTheButtons()
+{
+    m_table->setColumns({u"Button:icon"_s, u"Text"_s});
+    QTest::keyClick(m_table.get(), Qt::Key_Down);
+    QCOMPARE(m_table->currentIndex(), m_table->model()->index(0, 1));
+    m_table->selectRow(2);
+    QCOMPARE(m_table->currentIndex(), m_table->model()->index(2, 1));
 }
 
 void TableViewTest::pressOpensTheMenuOfAPopUpCell()
