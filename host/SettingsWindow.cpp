@@ -21,6 +21,7 @@ SettingsWindow::SettingsWindow(PreferencePane& pane)
 {
     setWindowTitle(u"Blipsy"_s);
     setCentralWidget(pane.loadMainView());
+    centralWidget()->setFocus();
     resize(QSize(860, 680).expandedTo(sizeHint()));
     restoreGeometry(QSettings().value(geometryKey).toByteArray());
 }

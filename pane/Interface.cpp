@@ -177,6 +177,8 @@ void Interface::buildViews()
     for (QWidget* page : pages) {
         new WheelGuard(page);
     }
+    // A phrase is found by typing it, at once.
+    m_view->setFocusProxy(forms.phrases.abbsTableView);
 }
 
 void Interface::connectPhrases()

@@ -25,7 +25,8 @@ public:
     /// it is the one that the pane opens with.
     virtual void openDocument(const QString& path) = 0;
 
-    /// Loads the interface on the first call. The pane owns the widget; the host shows it in a window of its own.
+    /// Loads the interface on the first call. The pane owns the widget; the host shows it in a window of its own and
+    /// gives it the focus, which its focus proxy takes.
     virtual QWidget* loadMainView() = 0;
 
     /// The host is about to take the view away. The pane asks about what the user has not saved, and blocks until that
