@@ -61,8 +61,8 @@ void BYTableView::askAboutUnsavedText()
     const RowHold hold(*this);
     const QString message = localized(u"Do you wish to save the changes you made to '"_s) +
                             entry->value(PhraseKey::phrase).textValue() + localized(u"'?"_s);
-    const int result =
-        Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Save"_s), localized(u"Discard"_s));
+    const int result = Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Save"_s),
+        localized(u"Discard"_s), Alert::Dismissal::IsRefused);
     std::fprintf(stderr, "NSRunAlertPanel result = %d.\n", result);
     const DictionaryPointer edited = result == Alert::defaultReturn ? upToDateEntry(entry) : DictionaryPointer();
     if (edited) {

@@ -14,9 +14,9 @@ namespace {
 
 constexpr int leastTextWidth = 320;
 
-/// Buttons are added by the caller: the first one is the default, the second one (if any) answers Escape.
+/// The first button is the default; an empty @p secondButton leaves that one out.
 void fillAlert(QMessageBox& box, const QString& title, const QString& message, const QString& firstButton,
-    const QString& secondButton)
+    const QString& secondButton, Alert::Dismissal dismissal)
 {
     box.setObjectName(u"AlertPanel"_s);
     box.setIcon(QMessageBox::Warning);
@@ -36,7 +36,9 @@ void fillAlert(QMessageBox& box, const QString& title, const QString& message, c
     }
     box.setDefaultButton(box.addButton(firstButton, QMessageBox::AcceptRole));
     if (!secondButton.isEmpty()) {
-        box.setEscapeButton(box.addButton(secondButton, QMessageBox::RejectRole));
+        // Escape presses the button that rejects; without one the box cannot be closed.
+        const bool rejects = dismissal == Alert::Dismissal::AnswersAlternate;
+        box.addButton(secondButton, rejects ? QMessageBox::RejectRole : QMessageBox::DestructiveRole);
     }
 }
 
@@ -48,10 +50,10 @@ bool isFirstButton(const QMessageBox& box)
 } // namespace
 
 int Alert::runAlertPanel(QWidget* parent, const QString& title, const QString& message, const QString& defaultButton,
-    const QString& alternateButton)
+    const QString& alternateButton, Dismissal dismissal)
 {
     QMessageBox box(parent);
-    fillAlert(box, title, message, defaultButton, alternateButton);
+    fillAlert(box, title, message, defaultButton, alternateButton, dismissal);
     box.setWindowModality(Qt::ApplicationModal);
     box.exec();
     return isFirstButton(box) ? defaultReturn : alternateReturn;
@@ -62,7 +64,7 @@ void Alert::beginSheet(QWidget* window, const QString& messageText, const QStrin
 {
     auto* const box = new QMessageBox(window);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    fillAlert(*box, messageText, informativeText, firstButton, secondButton);
+    fillAlert(*box, messageText, informativeText, firstButton, secondButton, Dismissal::AnswersAlternate);
     QObject::connect(box, &QMessageBox::finished, box,
         [box, didEnd = std::move(didEnd)] { didEnd(isFirstButton(*box) ? firstButtonReturn : secondButtonReturn); });
     // A window-modal sheet on the window, whatever widget of it was given.

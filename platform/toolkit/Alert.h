@@ -14,10 +14,17 @@ constexpr int alternateReturn = 0;
 constexpr int firstButtonReturn = 1000;
 constexpr int secondButtonReturn = 1001;
 
-/// Runs an application-modal alert panel and returns 1 for the default button, 0 for the alternate one and for closing
-/// it. An empty @p alternateButton leaves that button out.
+/// What Escape and the close box do.
+enum class Dismissal {
+    AnswersAlternate,
+    /// Nothing: neither answer leaves things as they are, so one of them has to be given.
+    IsRefused
+};
+
+/// Runs an application-modal alert panel and returns 1 for the default button, 0 for the alternate one. An empty
+/// @p alternateButton leaves that button out.
 int runAlertPanel(QWidget* parent, const QString& title, const QString& message, const QString& defaultButton,
-    const QString& alternateButton);
+    const QString& alternateButton, Dismissal dismissal = Dismissal::AnswersAlternate);
 
 /// Shows a warning as a sheet on @p window and returns at once; @p didEnd hears 1000 for the first button, 1001 for the
 /// second and for closing it. The window is blocked for input until then.

@@ -37,11 +37,19 @@ public:
                 }
             }
             qWarning("no button called %s", qPrintable(text));
-            modal->close();
+            dismiss(modal);
         };
     }
 
 private:
+    /// Ends also what refuses to be closed.
+    static void dismiss(QWidget* modal)
+    {
+        if (auto* const dialog = qobject_cast<QDialog*>(modal)) {
+            dialog->reject();
+        }
+    }
+
     void look()
     {
         QWidget* modal = QApplication::activeModalWidget();
@@ -53,7 +61,7 @@ private:
         QTimer::singleShot(patienceMilliseconds, this, [modal = QPointer(modal)] {
             if (modal && modal->isVisible()) {
                 qWarning("nobody answered %s", qPrintable(modal->windowTitle()));
-                modal->close();
+                dismiss(modal);
             }
         });
         m_act(modal);

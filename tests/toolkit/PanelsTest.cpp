@@ -100,19 +100,29 @@ void PanelsTest::init()
 void PanelsTest::alertAnswersItsButtons_data()
 {
     QTest::addColumn<ModalDriver::Act>("act");
+    QTest::addColumn<Alert::Dismissal>("dismissal");
     QTest::addColumn<int>("answer");
-    QTest::newRow("default") << ModalDriver::click(u"Remove"_s) << 1;
-    QTest::newRow("alternate") << ModalDriver::click(u"Cancel"_s) << 0;
-    QTest::newRow("Return") << ModalDriver::Act([](QWidget* alert) { QTest::keyClick(alert, Qt::Key_Return); }) << 1;
-    QTest::newRow("Escape") << ModalDriver::Act([](QWidget* alert) { QTest::keyClick(alert, Qt::Key_Escape); }) << 0;
-    QTest::newRow("closing") << ModalDriver::Act([](QWidget* alert) { alert->close(); }) << 0;
+    const auto pressing = [](Qt::Key key) { return [key](QWidget* alert) { QTest::keyClick(alert, key); }; };
+    const auto answered = Alert::Dismissal::AnswersAlternate;
+    QTest::newRow("default") << ModalDriver::click(u"Remove"_s) << answered << 1;
+    QTest::newRow("alternate") << ModalDriver::click(u"Cancel"_s) << answered << 0;
+    QTest::newRow("Return") << ModalDriver::Act(pressing(Qt::Key_Return)) << answered << 1;
+    QTest::newRow("Escape") << ModalDriver::Act(pressing(Qt::Key_Escape)) << answered << 0;
+    QTest::newRow("closing") << ModalDriver::Act([](QWidget* alert) { alert->close(); }) << answered << 0;
+    const auto insist = [pressing](QWidget* alert) {
+        pressing(Qt::Key_Escape)(alert);
+        alert->close();
+        pressing(Qt::Key_Return)(alert);
+    };
+    QTest::newRow("Escape and closing are refused") << ModalDriver::Act(insist) << Alert::Dismissal::IsRefused << 1;
 }
 
 void PanelsTest::alertAnswersItsButtons()
 {
     QFETCH(ModalDriver::Act, act);
+    QFETCH(Alert::Dismissal, dismissal);
     const ModalDriver driver(act);
-    QTEST(Alert::runAlertPanel(nullptr, u"Confirm"_s, u"Sure?"_s, u"Remove"_s, u"Cancel"_s), "answer");
+    QTEST(Alert::runAlertPanel(nullptr, u"Confirm"_s, u"Sure?"_s, u"Remove"_s, u"Cancel"_s, dismissal), "answer");
     QVERIFY(driver.wasAnswered());
 }
 
