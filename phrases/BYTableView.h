@@ -236,6 +236,7 @@ private:
 
     bool confirmRemoval();
     void reloadFollowingSelection(const std::function<void()>& change);
+    void reloadInPreferredOrder(const std::function<void()>& change);
     void clearEditPane();
     bool selectPhraseStartingWithTypedKeys();
     void editSelectedPhrase();

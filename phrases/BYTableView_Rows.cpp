@@ -97,6 +97,13 @@ void BYTableView::tableView_sortDescriptorsDidChange(TableView*, const QList<Sor
     });
 }
 
+// What the setting sorts is not in the order that the header shows.
+void BYTableView::reloadInPreferredOrder(const std::function<void()>& change)
+{
+    clearSortDescriptors();
+    reloadFollowingSelection(change);
+}
+
 // Phrases get new rows, or new entries of the same text: the selection and the edit pane stay with their phrase.
 void BYTableView::reloadFollowingSelection(const std::function<void()>& change)
 {

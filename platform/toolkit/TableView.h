@@ -76,6 +76,8 @@ public:
     bool isEditing() const;
 
     QList<SortDescriptor> sortDescriptors() const;
+    /// The rows are no longer in the order that the user chose: the header shows none until it is clicked again.
+    void clearSortDescriptors();
 
     /// Accepts drops; what may be dropped is the data source's decision.
     void registerForDraggedTypes();

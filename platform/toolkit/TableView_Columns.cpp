@@ -170,6 +170,12 @@ QList<SortDescriptor> TableView::sortDescriptors() const
     return m_implementation->sortDescriptors;
 }
 
+void TableView::clearSortDescriptors()
+{
+    m_implementation->sortDescriptors.clear();
+    m_implementation->showSortIndicator();
+}
+
 void TableView::Implementation::sortByColumn(int column)
 {
     const std::optional<SortDescriptor>& prototype =

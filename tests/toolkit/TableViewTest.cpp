@@ -378,6 +378,10 @@ void TableViewTest::headerClickTogglesTheOrder()
     QCOMPARE(journal(), QStringList({u"sort Text 1"_s, u"sort Text 0"_s}));
     QCOMPARE(header->sortIndicatorSection(), textColumn);
     QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+    m_table->clearSortDescriptors();
+    QCOMPARE(header->sortIndicatorSection(), -1);
+    click(textColumn);
+    QCOMPARE(journal().last(), u"sort Text 1"_s);
 }
 
 void TableViewTest::dropsLandWhereTheSourceSays()
