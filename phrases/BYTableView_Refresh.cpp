@@ -178,7 +178,7 @@ DictionaryPointer BYTableView::upToDateEntry(const DictionaryPointer& entry)
         return entry;
     }
     const QString phrase = entry->value(PhraseKey::phrase).string();
-    reloadInPreferredOrder([] { BYGlobals::fillArray(); });
+    reloadInPreferredOrder(&BYGlobals::fillArray);
     return entryAt(PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase));
 }
 
@@ -207,13 +207,13 @@ void BYTableView::answer(const DistributedNotification& notification)
 
 void BYTableView::showRowAddedViaMenu(const QString& phrase)
 {
-    reloadInPreferredOrder([] { BYGlobals::fillArray(); });
+    reloadInPreferredOrder(&BYGlobals::fillArray);
     scrollToAbb(phrase);
 }
 
 void BYTableView::editNewRow()
 {
-    reloadInPreferredOrder([] { BYGlobals::sortArray(); });
+    reloadInPreferredOrder(&BYGlobals::sortArray);
     scrollToAbb(localized(u"newabb"_s));
     editColumn_row_withEvent_select(phraseColumn, selectedRow(), nullptr, true);
     BYGlobals::writeDocument();

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 #include <QIcon>
 #include <QLoggingCategory>
@@ -14,6 +13,7 @@
 #include <QTextDocumentFragment>
 #include <QUrl>
 
+#include <RegularFile.h>
 #include <Rtf.h>
 #include <Rtfd.h>
 #include <TextAttachment.h>
@@ -237,16 +237,12 @@ bool TextView::insertFiles(const QMimeData& source)
 
 bool TextView::insertFile(const QString& path)
 {
-    QFile file(path);
-    const QString obstacle = !QFileInfo(path).isFile()         ? u"it is no file"_s
-                             : file.size() > maximumFileSize   ? u"it is too large"_s
-                             : !file.open(QIODevice::ReadOnly) ? file.errorString()
-                                                               : QString();
-    if (!obstacle.isEmpty()) {
-        qCWarning(textLog).noquote() << u"cannot take %1 into a text: %2"_s.arg(path, obstacle);
+    const RegularFile::Contents contents = RegularFile::read(path, maximumFileSize);
+    if (!contents.error.isEmpty()) {
+        qCWarning(textLog).noquote() << u"cannot take %1 into a text: %2"_s.arg(path, contents.error);
         return false;
     }
-    insertAttachment(QFileInfo(path).fileName(), file.readAll());
+    insertAttachment(QFileInfo(path).fileName(), contents.bytes);
     return true;
 }
 

@@ -1,11 +1,9 @@
 #include "ui_EditPane.h"
 
-#include <QBuffer>
 #include <QClipboard>
 #include <QComboBox>
 #include <QListView>
 #include <QMenu>
-#include <QMimeData>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -21,8 +19,6 @@
 #include <SharedNames.h>
 #include <TableView.h>
 #include <TableViewDataSource.h>
-#include <TextAttachment.h>
-#include <parseNSStringStamp4strftime.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
@@ -38,13 +34,6 @@ public:
 
     QVariant tableView_objectValueForTableColumn_row(TableView*, TableColumn*, int row) override { return row; }
 };
-
-QImage picture()
-{
-    QImage image(6, 4, QImage::Format_RGB32);
-    image.fill(Qt::blue);
-    return image;
-}
 
 } // namespace
 
@@ -82,9 +71,6 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void fillsStamps_data();
-    void fillsStamps();
-    void userFormatsComeFromTheDefaults();
     void menusShowTodayInEveryFormat();
     void itemsInsertByTheirTag_data();
     void itemsInsertByTheirTag();
@@ -97,10 +83,6 @@ private Q_SLOTS:
     void keepRichLeavesTheTextAndTellsThePane();
     void answerForAnotherTextChangesNothing();
     void onlyTheUsersChangesAreSent();
-    void stringKeepsWhatTheUserWrote();
-    void picturesArePastedOnlyIntoRichText();
-    void copiedRichTextBringsItsFilesAlong();
-    void oneTextsFilesDoNotStayForTheNext();
     void barFollowsTheCursorAndChangesTheText();
 };
 
@@ -143,56 +125,6 @@ void EditPaneTest::cleanup()
     m_controller.reset();
     m_table.reset();
     m_window.reset();
-}
-
-void EditPaneTest::fillsStamps_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-
-    const auto row = [](const char* name, const QString& text, const QString& expected) {
-        QTest::newRow(name) << text << expected;
-    };
-    row("ISO date", u"Meeting [[6]]"_s, u"Meeting 2009-03-05"_s);
-    row("twice", u"[[3]] [[3]]"_s, u"14:07 14:07"_s);
-    row("all of one language", u"[[2]]|[[5]]|[[7]]|[[8]]|[[9]]|[[:]]"_s,
-        u"Thu, Mar 5, 2009|20090305|March 5, 2009|Mar 5, 2009|090305|09-03-05"_s);
-    row("two digits are no stamp", u"[[10]] [[;]] [[6] ]"_s, u"[[10]] [[;]] [[6] ]"_s);
-    row("stamp in brackets", u"[[[6]]]"_s, u"[2009-03-05]"_s);
-    row("stamp that a stamp leaves", u"[[[[3]]]]"_s, u"[[14:07]]"_s);
-    row("conversions without stamps", u"%Y 100%% %-"_s, u"2009 100% %-"_s);
-    row("nothing", u"text [[ ]]\n"_s, u"text [[ ]]\n"_s);
-}
-
-void EditPaneTest::fillsStamps()
-{
-    QFETCH(QString, text);
-
-    parseNSStringStamp4strftime(text, QDateTime(QDate(2009, 3, 5), QTime(14, 7)));
-    QTEST(text, "expected");
-}
-
-void EditPaneTest::userFormatsComeFromTheDefaults()
-{
-    const QDateTime moment(QDate(2009, 3, 5), QTime(14, 7));
-    const auto filled = [&moment](QString text) {
-        parseNSStringStamp4strftime(text, moment);
-        return text;
-    };
-    QCOMPARE(filled(u"[[0]]"_s), u"5 Mar 2009"_s);
-    const auto setFormat = [](const QString& key, const Value& format) {
-        Preferences::setValue(key, format, u"global"_s);
-        QVERIFY(Preferences::synchronize(u"global"_s));
-        UserDefaults::standardUserDefaults().synchronize();
-    };
-    // A format may hold a stamp, or complete one; only those that come later in the order are filled in.
-    setFormat(u"NSShortDateFormatString"_s, u"%d.%m. [[3]]"_s);
-    QCOMPARE(filled(u"[[0]] %x"_s), u"05.03. 14:07 05.03. [[3]]"_s);
-    setFormat(u"NSShortDateFormatString"_s, u"6"_s);
-    setFormat(u"NSTimeFormatString"_s, u"[[2]][[0]]"_s);
-    QCOMPARE(filled(u"[[[[0]]]] [[4]]"_s), u"2009-03-05 [[2]][[0]]"_s);
-    setFormat(u"NSShortDateFormatString"_s, {});
-    setFormat(u"NSTimeFormatString"_s, {});
 }
 
 void EditPaneTest::menusShowTodayInEveryFormat()
@@ -326,7 +258,9 @@ void EditPaneTest::makePlainDropsPicturesAndStoresNothing()
 {
     choose(m_ui.richText);
     text().setString(u"ab"_s);
-    QApplication::clipboard()->setImage(picture());
+    QImage picture(6, 4, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    QApplication::clipboard()->setImage(picture);
     text().paste();
     QCOMPARE(text().string(), u"\uFFFCab"_s);
     ModalDriver driver(ModalDriver::click(u"Make Plain"_s));
@@ -380,65 +314,6 @@ void EditPaneTest::onlyTheUsersChangesAreSent()
     QCOMPARE(attributes.size(), 0);
     m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s)->click();
     QCOMPARE(attributes.size(), 1);
-}
-
-void EditPaneTest::stringKeepsWhatTheUserWrote()
-{
-    const QString written = u"a\u2028b\u00A0c\n\n\td \U0001F600\n"_s;
-    text().setString(written);
-    QCOMPARE(text().string(), written);
-    QVERIFY(!text().document()->isUndoAvailable());
-}
-
-void EditPaneTest::picturesArePastedOnlyIntoRichText()
-{
-    QTemporaryDir folder;
-    QFile file(folder.filePath(u"note.txt"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("content") > 0);
-    file.close();
-    auto* const urls = new QMimeData;
-    urls->setUrls({QUrl::fromLocalFile(file.fileName())});
-    QApplication::clipboard()->setMimeData(urls);
-    text().setString({});
-    text().paste();
-    QVERIFY(text().string().endsWith(u"note.txt"));
-
-    choose(m_ui.richText);
-    text().setString({});
-    text().paste();
-    text().paste();
-    QCOMPARE(text().string(), u"\uFFFC\uFFFC"_s);
-    QCOMPARE(TextAttachment::in(*text().document(), u"note.txt"_s)->contents, "content");
-    QVERIFY(TextAttachment::in(*text().document(), u"note 1.txt"_s).has_value());
-}
-
-void EditPaneTest::copiedRichTextBringsItsFilesAlong()
-{
-    choose(m_ui.richText);
-    text().setString({});
-    QApplication::clipboard()->setImage(picture());
-    text().paste();
-    text().selectAll();
-    text().copy();
-    text().setString(u"next "_s);
-    text().moveCursor(QTextCursor::End);
-    text().paste();
-    QCOMPARE(text().string(), u"next \uFFFC"_s);
-    const auto file = TextAttachment::in(*text().document(), u"Pasted Graphic.png"_s);
-    QVERIFY(file.has_value());
-    QCOMPARE(TextAttachment::picture(file->contents).size(), QSize(6, 4));
-}
-
-void EditPaneTest::oneTextsFilesDoNotStayForTheNext()
-{
-    const QByteArray rtf = "{\\rtf1{{\\NeXTGraphic p.png}\xAC}}";
-    TextAttachment{u"p.png"_s, "other phrase", false}.addTo(*text().document());
-    QVERIFY(!text().replaceAllWithRTFD("rtfd, but broken").found);
-    QVERIFY(TextAttachment::in(*text().document(), u"p.png"_s).has_value());
-    QVERIFY(text().replaceAllWithRTFD(rtf).found);
-    QCOMPARE(TextAttachment::in(*text().document(), u"p.png"_s)->contents, QByteArray());
-    text().setString({});
-    QVERIFY(!TextAttachment::in(*text().document(), u"p.png"_s));
 }
 
 void EditPaneTest::barFollowsTheCursorAndChangesTheText()

@@ -3,6 +3,7 @@
 #include <PropertyList.h>
 #include <plist/plist.h>
 
+#include <array>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -29,13 +30,6 @@ QByteArray document(const QByteArray& body)
 QByteArray nestedArrays(int depth)
 {
     return "<plist>" + QByteArray("<array>").repeated(depth) + QByteArray("</array>").repeated(depth) + "</plist>";
-}
-
-DictionaryPointer pair(const QString& key, Value value)
-{
-    DictionaryPointer dictionary = Dictionary::create();
-    dictionary->insert(key, std::move(value));
-    return dictionary;
 }
 
 /// A binary file of @p objects (each with its bytes) with one-byte offsets and references; object 0 is the root.
@@ -144,30 +138,27 @@ void PropertyListTest::readsOneValue_data()
     row("UTF-8 with a byte order mark", "\xEF\xBB\xBF<plist><string>a</string></plist>", "<string>a</string>");
     row("line ends of another system", "<plist>\r\n<dict>\r\n<key>a</key>\r\n<string>b\r\n</string></dict></plist>",
         "<dict><key>a</key><string>b&#13;\n</string></dict>");
-    const auto text = [&row](const char* name, const QByteArray& bytes, const QByteArray& body) {
-        row(name, bytes, body);
-    };
-    text("old style: dictionary", "{ a = b; \"c d\" = ( 1, (), {}, ); /* x */ e = <0aF f>; // y\n }",
+    row("old style: dictionary", "{ a = b; \"c d\" = ( 1, (), {}, ); /* x */ e = <0aF f>; // y\n }",
         "<dict><key>a</key><string>b</string><key>c d</key><array><string>1</string><array/><dict/></array>"
         "<key>e</key><data>Cv8=</data></dict>");
-    text("old style: escapes", R"('\U00e9\351\n\101\q\Ud83d\Ude00\"')",
+    row("old style: escapes", R"('\U00e9\351\n\101\q\Ud83d\Ude00\"')",
         "<string>\xC3\xA9\xC3\x98\nAq\xF0\x9F\x98\x80\"</string>");
-    text("old style: pairs without braces", "k = v;\nl;",
+    row("old style: pairs without braces", "k = v;\nl;",
         "<dict><key>k</key><string>v</string><key>l</key><string>l</string></dict>");
-    text("old style: bare path", "/a/b:c.d_$-e", "<string>/a/b:c.d_$-e</string>");
-    text("old style: Mac OS Roman", "'\x8E'", "<string>\xC3\xA9</string>");
-    text("old style: UTF-16", QByteArray("\xFE\xFF\0(\0)", 6), "<array/>");
-    text("binary: one pair",
+    row("old style: bare path", "/a/b:c.d_$-e", "<string>/a/b:c.d_$-e</string>");
+    row("old style: Mac OS Roman", "'\x8E'", "<string>\xC3\xA9</string>");
+    row("old style: UTF-16", QByteArray("\xFE\xFF\0(\0)", 6), "<array/>");
+    row("binary: one pair",
         binaryFile({"\xD1\x01\x02",
             "\x51"
             "a",
             "\x10\xFF"}),
         "<dict><key>a</key><integer>255</integer></dict>");
-    text("binary: float, UTF-16 and UTF-8",
+    row("binary: float, UTF-16 and UTF-8",
         binaryFile(
             {"\xA3\x01\x02\x03", QByteArray("\x22\x3F\xC0\0\0", 5), QByteArray("\x61\0\xE9", 3), "\x72\xC3\xA9"}),
         "<array><real>1.5</real><string>\xC3\xA9</string><string>\xC3\xA9</string></array>");
-    text("binary: integers of 64 and 128 bits",
+    row("binary: integers of 64 and 128 bits",
         binaryFile({"\xA2\x01\x02", "\x13" + QByteArray(8, '\xFF'),
             QByteArray("\x14") + QByteArray(8, '\0') + QByteArray(8, '\xFF')}),
         "<array><integer>-1</integer><integer>18446744073709551615</integer></array>");
@@ -290,7 +281,7 @@ void PropertyListTest::fallsBackToTheBinaryForm_data()
 void PropertyListTest::fallsBackToTheBinaryForm()
 {
     QFETCH(QString, text);
-    for (const Value& root : {Value(text), Value(pair(text, true))}) {
+    for (const Value& root : {Value(text), Value(Dictionary::create({{text, true}}))}) {
         QVERIFY(!PropertyList::writeXml(root));
         const QByteArray bytes = PropertyList::write(root);
         QVERIFY(bytes.startsWith("bplist00"));
@@ -303,7 +294,7 @@ void PropertyListTest::binaryFormKeepsEveryType()
     std::vector<Value> items{true, false, 0, 255, 65536, qint64(-1), std::numeric_limits<quint64>::max(), 0.1,
         std::numeric_limits<double>::quiet_NaN(), u""_s, u"a"_s, QString(300, u'\u00E9'), QByteArray(20, 'x'),
         Uid{70000}, QDateTime::fromMSecsSinceEpoch(1'234'567'890'123, Qt::UTC), Array::create(),
-        pair(u"k"_s, pair(u"a"_s, 1))};
+        Dictionary::create({{u"k"_s, Dictionary::create({{u"a"_s, 1}})}})};
     for (int i = 0; i < 300; ++i) {
         items.emplace_back(i * 1000);
     }
@@ -315,7 +306,7 @@ void PropertyListTest::binaryFormKeepsEveryType()
 
 void PropertyListTest::anotherLibraryReadsWhatIsWritten()
 {
-    const DictionaryPointer root = pair(u"text"_s, u"a<\u00E9\r\U0001F600"_s);
+    const DictionaryPointer root = Dictionary::create({{u"text"_s, u"a<\u00E9\r\U0001F600"_s}});
     root->insert(u"data"_s, QByteArray(100, 'x'));
     root->insert(u"date"_s, QDateTime::fromMSecsSinceEpoch(0, Qt::UTC));
     root->insert(u"list"_s, Array::create({1, 0.5, true}));
@@ -383,12 +374,12 @@ void PropertyListTest::convertsNumbersAndText()
 
 void PropertyListTest::containersAreShared()
 {
-    const DictionaryPointer entry = pair(u"Phrase"_s, u"a"_s);
+    const DictionaryPointer entry = Dictionary::create({{u"Phrase"_s, u"a"_s}});
     const auto first = Array::create({entry, 1, 2});
     const auto second = Array::create({entry});
     first->at(0).dictionary()->insert(u"Phrase"_s, u"b"_s);
     QCOMPARE(second->at(0).dictionary()->value(u"Phrase").string(), u"b"_s);
-    const qsizetype order[]{2, 0, 1};
+    const std::array<qsizetype, 3> order{2, 0, 1};
     first->reorder(order);
     QCOMPARE(first->at(0).integerValue(), 2);
     QCOMPARE(first->at(1).dictionary(), entry);

@@ -10,20 +10,8 @@
 #include <VirtualKeyCodes.h>
 
 using namespace Qt::StringLiterals;
+using PropertyList::Dictionary;
 using PropertyList::Value;
-
-namespace {
-
-PropertyList::DictionaryPointer dictionary(std::vector<PropertyList::Dictionary::Entry> entries)
-{
-    auto result = PropertyList::Dictionary::create();
-    for (const auto& entry : entries) {
-        result->insert(entry.key, entry.value);
-    }
-    return result;
-}
-
-} // namespace
 
 class KeyCombinationTest final : public QObject
 {
@@ -85,15 +73,15 @@ void KeyCombinationTest::readsStoredForm_data()
     const QString code = u"keyCode"_s;
     const QString modifiers = u"modifiers"_s;
     QTest::newRow("none") << PropertyList::DictionaryPointer() << PTKeyCombo();
-    QTest::newRow("empty") << dictionary({}) << PTKeyCombo();
-    QTest::newRow("complete") << dictionary({{code, 35}, {modifiers, 2304}}) << PTKeyCombo(35, 2304);
-    QTest::newRow("no modifiers") << dictionary({{code, 0}, {modifiers, 0}}) << PTKeyCombo(0, -1);
-    QTest::newRow("no key code") << dictionary({{modifiers, 256}}) << PTKeyCombo(0, 256);
-    QTest::newRow("negative key code") << dictionary({{code, -7}, {modifiers, 256}}) << PTKeyCombo(-1, 256);
-    QTest::newRow("text") << dictionary({{code, u"12"_s}, {modifiers, u"256"_s}}) << PTKeyCombo(12, 256);
-    QTest::newRow("other types") << dictionary({{code, QByteArray("5")}, {modifiers, dictionary({})}})
+    QTest::newRow("empty") << Dictionary::create() << PTKeyCombo();
+    QTest::newRow("complete") << Dictionary::create({{code, 35}, {modifiers, 2304}}) << PTKeyCombo(35, 2304);
+    QTest::newRow("no modifiers") << Dictionary::create({{code, 0}, {modifiers, 0}}) << PTKeyCombo(0, -1);
+    QTest::newRow("no key code") << Dictionary::create({{modifiers, 256}}) << PTKeyCombo(0, 256);
+    QTest::newRow("negative key code") << Dictionary::create({{code, -7}, {modifiers, 256}}) << PTKeyCombo(-1, 256);
+    QTest::newRow("text") << Dictionary::create({{code, u"12"_s}, {modifiers, u"256"_s}}) << PTKeyCombo(12, 256);
+    QTest::newRow("other types") << Dictionary::create({{code, QByteArray("5")}, {modifiers, Dictionary::create()}})
                                  << PTKeyCombo(0, -1);
-    QTest::newRow("too great") << dictionary({{code, qint64(1) << 40}, {modifiers, 256}})
+    QTest::newRow("too great") << Dictionary::create({{code, qint64(1) << 40}, {modifiers, 256}})
                                << PTKeyCombo(std::numeric_limits<qint32>::max(), 256);
 }
 
@@ -154,7 +142,7 @@ void KeyCombinationTest::displayText()
 
 void KeyCombinationTest::legacyNames()
 {
-    const auto names = dictionary({{u"53"_s, u"esc"_s}});
+    const auto names = Dictionary::create({{u"53"_s, u"esc"_s}});
     QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(53, names), u"esc"_s);
     QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(122, names), u"7A"_s);
     QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(53, {}), u"35"_s);
@@ -162,9 +150,9 @@ void KeyCombinationTest::legacyNames()
 
 void KeyCombinationTest::malformedTablesGiveCharacters()
 {
-    const auto wrongTypes = dictionary({{u"unmappedKeys"_s, 7}, {u"padKeys"_s, u"83"_s}});
+    const auto wrongTypes = Dictionary::create({{u"unmappedKeys"_s, 7}, {u"padKeys"_s, u"83"_s}});
     QCOMPARE(PTKeyCombo::_stringForKeyCode_newKeyCodeMap(0x53, wrongTypes), u"1"_s);
-    QCOMPARE(PTKeyCombo::_stringForKeyCode_newKeyCodeMap(0x06, dictionary({})), u"Z"_s);
+    QCOMPARE(PTKeyCombo::_stringForKeyCode_newKeyCodeMap(0x06, Dictionary::create()), u"Z"_s);
 }
 
 void KeyCombinationTest::translatesModifierFlags_data()
