@@ -114,15 +114,21 @@ void insertRun(QTextCursor& cursor, const QString& text, const AttributedText::A
     }
 }
 
-Formatting wholeRtfd(const QByteArray& rtfd)
+bool isWholeRtfd(const QByteArray& rtfd)
 {
     if (Rtf::isRtf(rtfd)) {
-        return {rtfd, {}};
+        return true;
     }
     const Rtfd::Contents contents = Rtfd::readWrapper(rtfd);
     const bool hasText =
         std::ranges::any_of(contents.files, [](const TextAttachment& file) { return Rtf::isRtf(file.contents); });
-    return hasText && contents.warnings.isEmpty() ? Formatting{rtfd, {}} : Formatting();
+    return hasText && contents.warnings.isEmpty();
+}
+
+// What this reader has a complaint about may be whole for another program, and is all that there is of the text.
+Formatting unchangedRtfd(const QByteArray& rtfd)
+{
+    return {rtfd, isWholeRtfd(rtfd) ? QStringList() : QStringList(u"formatted text looks damaged, kept as it is"_s)};
 }
 
 Formatting rtfdOfAttributedString(const QByteArray& archive)
@@ -166,5 +172,5 @@ void FormattedText::fill(QTextDocument& document, const AttributedText& text)
 
 Importers::Converters FormattedText::converters()
 {
-    return {wholeRtfd, rtfdOfAttributedString, rtfdOfImage};
+    return {unchangedRtfd, rtfdOfAttributedString, rtfdOfImage};
 }
