@@ -24,6 +24,7 @@ TextView::TextView(QWidget* parent)
     setAcceptRichText(false);
     setTabChangesFocus(false);
     document()->setDefaultFont(systemFont());
+    showFilesReadably();
     connect(this, &QTextEdit::textChanged, this, &TextView::textDidChange);
 }
 
@@ -58,16 +59,21 @@ void TextView::setString(const QString& text)
 {
     {
         const QSignalBlocker quiet(this);
+        // The text would take over the format of the insertion point, which may be that of a picture.
+        setTextCursor(QTextCursor(document()));
+        setCurrentCharFormat({});
         setPlainText(text);
         TextAttachment::removeAllFrom(*document());
-        setCurrentCharFormat({});
     }
     finishReplacing();
 }
 
 void TextView::insertText(const QString& text)
 {
-    textCursor().insertText(text, currentCharFormat());
+    if (isReadOnly()) {
+        return;
+    }
+    textCursor().insertText(text, TextAttachment::textFormat(currentCharFormat()));
     ensureCursorVisible();
 }
 

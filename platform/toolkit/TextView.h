@@ -33,7 +33,8 @@ public:
     QString string() const;
     /// Replaces the whole text by plain @p text. Not undoable; sends no change.
     void setString(const QString& text);
-    /// Inserts at the insertion point, replacing the selection, as typing does.
+    /// Inserts at the insertion point, replacing the selection, as typing does: with the formats there, but beside a
+    /// picture as text. Does nothing while the view is read-only.
     void insertText(const QString& text);
     /// Replaces the whole text by flattened RTFD, or bare RTF. When none is found the text stays. Not undoable; sends
     /// no change.
@@ -76,6 +77,7 @@ private:
     bool insertFiles(const QMimeData& source);
     bool insertFile(const QString& path);
     void insertAttachment(const QString& name, const QByteArray& contents);
+    void showFilesReadably();
     void finishReplacing();
 
     bool m_richText = false;

@@ -151,6 +151,8 @@ private Q_SLOTS:
     void readsFormatsOfThePlatformsEditor();
     void readsAttachments();
     void readingWhatWasWrittenGivesTheSameDocument();
+    void onlyTheCharacterIsAnAttachment();
+    void everyUnderlineIsOne();
     void textFromWebPagesIsKept();
     void writesTheMinimalWrapper();
     void deepGroupsAndLongTablesEnd_data();
@@ -273,6 +275,30 @@ void RichTextTest::readingWhatWasWrittenGivesTheSameDocument()
             QCOMPARE(copied.value(line), expected.value(line));
         }
         QCOMPARE(Rtfd::write(copy), bytes);
+    }
+}
+
+void RichTextTest::onlyTheCharacterIsAnAttachment()
+{
+    QTextDocument document;
+    TextAttachment{u"p.png"_s, pngOf({2, 2}), false}.addTo(document);
+    QTextCursor(&document).insertText(u"a\uFFFCbc\uFFFC"_s, TextAttachment::imageFormat(u"p.png"_s, {}));
+    const QByteArray bytes = Rtfd::write(document);
+    QCOMPARE(bytes.count("\\NeXTGraphic"), 2);
+    QTextDocument copy;
+    QVERIFY(Rtfd::read(bytes, copy).found);
+    QCOMPARE(textOf(copy), u"a\uFFFCbc\uFFFC"_s);
+}
+
+void RichTextTest::everyUnderlineIsOne()
+{
+    const QByteArrayList words{"ul", "uldb", "ulth", "uld", "uldashd", "uldashdd", "ulhwave", "ulldash", "ulthdashdd"};
+    for (const QByteArray& word : words) {
+        QTextDocument document;
+        Rtf::read(QByteArray("{\\rtf1\\" + word + " a\\ulc3\\ulnone\\ulc3 b}"), {}, document);
+        auto run = document.begin().begin();
+        QVERIFY2(run.fragment().charFormat().fontUnderline(), word.constData());
+        QVERIFY2(!(++run).fragment().charFormat().fontUnderline(), word.constData());
     }
 }
 
