@@ -4,6 +4,7 @@
 #include <QTextDocument>
 
 #include <AttributedText.h>
+#include <ParagraphSide.h>
 #include <Rtf.h>
 #include <Rtfd.h>
 
@@ -16,13 +17,13 @@ using Importers::Formatting;
 namespace {
 
 /// Nothing for the side that the language's own direction gives.
-Qt::Alignment blockAlignment(AttributedText::Alignment alignment)
+Qt::Alignment sideOf(AttributedText::Alignment alignment)
 {
     switch (alignment) {
     case AttributedText::Alignment::Left:
         return Qt::AlignLeft;
     case AttributedText::Alignment::Right:
-        return Qt::AlignRight | Qt::AlignAbsolute;
+        return Qt::AlignRight;
     case AttributedText::Alignment::Center:
         return Qt::AlignHCenter;
     case AttributedText::Alignment::Justified:
@@ -72,12 +73,12 @@ QTextCharFormat characterFormat(const AttributedText::Attributes& attributes)
     return format;
 }
 
-void alignParagraph(QTextCursor& cursor, Qt::Alignment alignment)
+void alignParagraph(QTextCursor& cursor, Qt::Alignment side)
 {
     const QTextBlockFormat current = cursor.blockFormat();
     QTextBlockFormat wanted = current;
-    if (alignment) {
-        wanted.setAlignment(alignment);
+    if (side) {
+        wanted.setAlignment(ParagraphSide::alignmentTo(side));
     } else {
         wanted.clearProperty(QTextFormat::BlockAlignment);
     }
@@ -164,7 +165,7 @@ void FormattedText::fill(QTextDocument& document, const AttributedText& text)
     qsizetype position = 0;
     for (const AttributedText::Run& run : text.runs) {
         // Paragraphs that the run begins take over the format of the one in which it starts.
-        alignParagraph(cursor, blockAlignment(run.attributes.alignment));
+        alignParagraph(cursor, sideOf(run.attributes.alignment));
         insertRun(cursor, text.text.mid(position, run.length), run.attributes);
         position += run.length;
     }

@@ -72,7 +72,7 @@ Written Writer::write()
 
 void Writer::writeBlock(const QTextBlock& block)
 {
-    const Paragraph paragraph = Paragraph::fromFormat(block.blockFormat(), m_document.indentWidth());
+    const Paragraph paragraph = Paragraph::fromBlock(block);
     if (paragraph != m_paragraph) {
         m_paragraph = paragraph;
         m_body += paragraph.toRtf();

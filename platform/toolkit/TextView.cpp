@@ -5,6 +5,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <ParagraphSide.h>
 #include <Rtfd.h>
 #include <TextAttachment.h>
 
@@ -143,8 +144,8 @@ void TextView::applyCharacterFormat(const QTextCharFormat& format)
     Q_EMIT typingAttributesDidChange();
 }
 
-void TextView::applyAlignment(Qt::Alignment alignment)
+void TextView::applySide(Qt::Alignment side)
 {
-    setAlignment(alignment);
+    setAlignment(ParagraphSide::alignmentTo(side));
     Q_EMIT typingAttributesDidChange();
 }

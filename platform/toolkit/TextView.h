@@ -52,8 +52,9 @@ public:
     /// The user's choice of @p format, for the selection or for what is typed next. Sends a change of the typing
     /// attributes, and one of the text where text is selected.
     void applyCharacterFormat(const QTextCharFormat& format);
-    /// The user's choice of the side of the selected paragraphs. Sends the same changes.
-    void applyAlignment(Qt::Alignment alignment);
+    /// The user's choice of the side of the selected paragraphs, whichever way their text runs: `Qt::AlignLeft`,
+    /// `Qt::AlignRight`, `Qt::AlignHCenter` or `Qt::AlignJustify`. Sends the same changes.
+    void applySide(Qt::Alignment side);
 
     /// Also answers for the pictures of attachments.
     QVariant loadResource(int type, const QUrl& name) override;

@@ -85,6 +85,7 @@ private Q_SLOTS:
     void answerForAnotherTextChangesNothing();
     void onlyTheUsersChangesAreSent();
     void barFollowsTheCursorAndChangesTheText();
+    void barTellsTheSideOfHebrew();
 };
 
 void EditPaneTest::init()
@@ -345,6 +346,18 @@ void EditPaneTest::barFollowsTheCursorAndChangesTheText()
     text().setFocus();
     QTest::keyClick(&text(), Qt::Key_I, Qt::ControlModifier);
     QVERIFY(text().document()->begin().begin().fragment().charFormat().fontItalic());
+}
+
+void EditPaneTest::barTellsTheSideOfHebrew()
+{
+    choose(m_ui.richText);
+    text().replaceAllWithRTFD("{\\rtf1\\uc0\\u1513 \\u1500 }");
+    auto* const left = m_ui.formattingBar->findChild<QToolButton*>(u"alignLeft"_s);
+    QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignRight"_s)->isChecked());
+    left->click();
+    QVERIFY(text().RTFDFromAll().contains("\\ql "));
+    text().moveCursor(QTextCursor::End);
+    QVERIFY(left->isChecked());
 }
 
 QTEST_MAIN(EditPaneTest)

@@ -163,7 +163,8 @@ private Q_SLOTS:
                 archiver.object({"NSParagraphStyle", "NSObject"}, archiver.group("C", QByteArray(1, alignment))),
                 QTextFormat::BlockAlignment, expected);
         };
-        aligned('\0', "left", int(Qt::AlignLeft));
+        aligned('\0', "left", int(Qt::AlignLeft | Qt::AlignAbsolute));
+        aligned('\1', "right", int(Qt::AlignRight | Qt::AlignAbsolute));
         aligned('\2', "centered", int(Qt::AlignHCenter));
         aligned('\4', "natural", QVariant());
     }
