@@ -43,8 +43,8 @@ public:
     QByteArray RTFDFromAll() const;
     /// The font of plain text: the system's at 12 points.
     static QFont systemFont();
-    /// The system font and the text color, for the whole text and for what is typed next. Not undoable;
-    /// sends no change.
+    /// The system font and the text color, and no other format, for the whole text and for what is typed next. Not
+    /// undoable; sends no change. docs/decisions/plain-text-attributes.md tells why nobody is asked what to keep.
     void resetAttributes();
     /// Gives the whole text, and what is typed next, the font @p font. Sends no change.
     void setFontOfAll(const QFont& font);
