@@ -56,10 +56,7 @@ private Q_SLOTS:
     void copiedRichTextBringsItsFilesAlong()
     {
         setRich();
-        QImage picture(6, 4, QImage::Format_RGB32);
-        picture.fill(Qt::blue);
-        QGuiApplication::clipboard()->setImage(picture);
-        m_view->paste();
+        pastePicture();
         m_view->selectAll();
         m_view->copy();
         m_view->setString(u"next "_s);
@@ -74,10 +71,7 @@ private Q_SLOTS:
     void textBesideAPictureIsText()
     {
         setRich();
-        QImage picture(6, 4, QImage::Format_RGB32);
-        picture.fill(Qt::blue);
-        QGuiApplication::clipboard()->setImage(picture);
-        m_view->paste();
+        pastePicture();
         m_view->insertText(u"b"_s);
         m_view->moveCursor(QTextCursor::Start);
         QGuiApplication::clipboard()->setText(u"a\n"_s);
@@ -94,9 +88,8 @@ private Q_SLOTS:
     {
         setRich();
         m_view->setReadOnly(true);
-        QGuiApplication::clipboard()->setImage(QImage(2, 2, QImage::Format_RGB32));
         m_view->insertText(u"a"_s);
-        m_view->paste();
+        pastePicture();
         QCOMPARE(m_view->string(), QString());
     }
 
@@ -105,9 +98,7 @@ private Q_SLOTS:
         setRich();
         m_view->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
-        QImage picture(6, 4, QImage::Format_RGB32);
-        QGuiApplication::clipboard()->setImage(picture);
-        m_view->paste();
+        pastePicture();
         const auto png = TextAttachment::in(*m_view->document(), u"Pasted Graphic.png"_s);
         const QString name = u"read this.txt"_s;
         const QByteArray rtf = "{\\rtf1{{\\NeXTGraphic read this.txt \\width640 \\height640}\xAC}"
@@ -141,6 +132,14 @@ private:
     {
         m_view->setRichText(true);
         m_view->setImportsGraphics(true);
+    }
+
+    void pastePicture()
+    {
+        QImage picture(6, 4, QImage::Format_RGB32);
+        picture.fill(Qt::blue);
+        QGuiApplication::clipboard()->setImage(picture);
+        m_view->paste();
     }
 
     std::unique_ptr<TextView> m_view;
