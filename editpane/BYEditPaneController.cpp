@@ -19,6 +19,7 @@
 #include <Bundle.h>
 #include <Matrix.h>
 #include <Preferences.h>
+#include <RtfTables.h>
 #include <SharedNames.h>
 #include <TableView.h>
 #include <TextView.h>
@@ -52,10 +53,12 @@ QString localized(const QString& text)
 QFont mailFont()
 {
     const QString mail = u"com.apple.mail"_s;
-    const QString name = Preferences::copyValue(u"NSFont"_s, mail).string();
+    const auto named = Rtf::Font::fromName(Preferences::copyValue(u"NSFont"_s, mail).string());
     const auto size = Preferences::copyValue(u"NSFontSize"_s, mail).integerValue();
     QFont font = TextView::systemFont();
-    font.setFamily(name.isEmpty() ? QFontInfo(font).family() : name);
+    font.setFamily(named.family.isEmpty() ? QFontInfo(font).family() : named.family);
+    font.setBold(named.bold);
+    font.setItalic(named.italic);
     if (size > 0) {
         font.setPointSize(int(std::min<qint64>(size, 1000)));
     }
@@ -133,7 +136,7 @@ QAction* BYEditPaneController::makeReferenceItem(int row, QObject* parent) const
     QString title = phrase;
     auto* const item = new QAction(title.replace(u'&', u"&&"_s).replace(u'\t', u' '), parent);
     item->setData(phrase);
-    item->setToolTip(m_references->filledText(row));
+    PlainToolTip::setOn(*item, m_references->filledText(row));
     return item;
 }
 
@@ -202,7 +205,6 @@ void BYEditPaneController::saveEditedAbb(QObject* /*sender*/)
     }
     const QString text = editPane->string();
     if (Matrix::tagOf(plainOrRichRadioButton->selectedCell()) == richTag) {
-        editPane->selectAll();
         entry->insert(PhraseKey::rtfd, editPane->RTFDFromAll());
     } else {
         entry->remove(PhraseKey::rtfd);
@@ -270,7 +272,6 @@ void BYEditPaneController::makeRich()
     textFormattingPopUpButton->setEnabled(true);
     editPane->setRichText(true);
     editPane->setImportsGraphics(true);
-    editPane->selectAll();
     editPane->setFontOfAll(mailFont());
     BYGlobals::setEditEntryPaneTextIsDirty(true);
 }

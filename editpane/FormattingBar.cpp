@@ -8,10 +8,12 @@
 #include <QPainter>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QTextBlock>
 #include <QToolButton>
 
 #include <Bundle.h>
 #include <CharacterSize.h>
+#include <ParagraphSide.h>
 #include <SharedNames.h>
 #include <TextView.h>
 
@@ -40,16 +42,14 @@ QPixmap emptyIcon(const QWidget& widget)
 }
 
 /// Four lines of text on one side.
-QIcon alignmentIcon(const QWidget& widget, Qt::Alignment alignment)
+QIcon sideIcon(const QWidget& widget, Qt::Alignment side)
 {
     constexpr std::array<int, 4> widths{14, 9, 12, 7};
     QPixmap pixmap = emptyIcon(widget);
     QPainter painter(&pixmap);
     for (int line = 0; const int natural : widths) {
-        const int width = alignment == Qt::AlignJustify && line < 3 ? 14 : natural;
-        const int left = alignment == Qt::AlignRight     ? 15 - width
-                         : alignment == Qt::AlignHCenter ? (iconSize - width) / 2
-                                                         : 1;
+        const int width = side == Qt::AlignJustify && line < 3 ? 14 : natural;
+        const int left = side == Qt::AlignRight ? 15 - width : side == Qt::AlignHCenter ? (iconSize - width) / 2 : 1;
         painter.fillRect(left, 2 + 3 * line++, width, 2, widget.palette().buttonText());
     }
     return pixmap;
@@ -81,7 +81,7 @@ FormattingBar::FormattingBar(QWidget* parent)
     addFontControls(*layout);
     addStyleButtons(*layout);
     addColorButton(*layout);
-    addAlignmentButtons(*layout);
+    addSideButtons(*layout);
     layout->addStretch();
     drawIcons();
     hide();
@@ -182,16 +182,16 @@ void FormattingBar::addColorButton(QHBoxLayout& layout)
     connect(m_color, &QToolButton::clicked, this, &FormattingBar::chooseColor);
 }
 
-void FormattingBar::addAlignmentButtons(QHBoxLayout& layout)
+void FormattingBar::addSideButtons(QHBoxLayout& layout)
 {
     layout.addSpacing(4);
     auto* const group = new QButtonGroup(this);
-    const auto add = [this, &layout, group](const QString& name, const QString& toolTip, Qt::Alignment alignment) {
+    const auto add = [this, &layout, group](const QString& name, const QString& toolTip, Qt::Alignment side) {
         QToolButton* const button = addButton(layout, name, QString(), localized(toolTip));
         group->addButton(button);
-        m_alignments.append({button, alignment});
-        connect(button, &QToolButton::clicked, this, [this, alignment] {
-            m_view->applyAlignment(alignment);
+        m_sides.append({button, side});
+        connect(button, &QToolButton::clicked, this, [this, side] {
+            m_view->applySide(side);
             m_view->setFocus();
         });
     };
@@ -266,17 +266,17 @@ void FormattingBar::follow()
     m_italic->setChecked(font.italic());
     m_underline->setChecked(font.underline());
     m_strike->setChecked(font.strikeOut());
-    const Qt::Alignment alignment = m_view->alignment() & Qt::AlignHorizontal_Mask;
-    for (const AlignmentButton& button : m_alignments) {
-        button.button->setChecked(button.alignment == alignment);
+    const Qt::Alignment side = ParagraphSide::of(m_view->textCursor().block());
+    for (const SideButton& button : m_sides) {
+        button.button->setChecked(button.side == side);
     }
     drawIcons();
 }
 
 void FormattingBar::drawIcons()
 {
-    for (const AlignmentButton& button : m_alignments) {
-        button.button->setIcon(alignmentIcon(*this, button.alignment));
+    for (const SideButton& button : m_sides) {
+        button.button->setIcon(sideIcon(*this, button.side));
     }
     const QBrush foreground = m_view ? m_view->currentCharFormat().foreground() : QBrush();
     m_color->setIcon(

@@ -29,16 +29,17 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    struct AlignmentButton
+    struct SideButton
     {
         QToolButton* button;
-        Qt::Alignment alignment;
+        /// As ParagraphSide tells it.
+        Qt::Alignment side;
     };
 
     void addFontControls(QHBoxLayout& layout);
     void addStyleButtons(QHBoxLayout& layout);
     void addColorButton(QHBoxLayout& layout);
-    void addAlignmentButtons(QHBoxLayout& layout);
+    void addSideButtons(QHBoxLayout& layout);
     QToolButton* addButton(QHBoxLayout& layout, const QString& name, const QString& text, const QString& toolTip);
     void addShortcut(QToolButton* button, const QKeySequence& keys);
 
@@ -56,5 +57,5 @@ private:
     QToolButton* m_underline = nullptr;
     QToolButton* m_strike = nullptr;
     QToolButton* m_color = nullptr;
-    QList<AlignmentButton> m_alignments;
+    QList<SideButton> m_sides;
 };

@@ -9,6 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype mostCharacters = 1000;
+constexpr const char* textProperty = "plainToolTip";
 
 class ToolTipFilter final : public QObject
 {
@@ -27,7 +28,8 @@ public:
         }
         const auto* help = static_cast<QHelpEvent*>(event);
         const QAction* item = m_menu.actionAt(help->pos());
-        QToolTip::showText(help->globalPos(), item ? PlainToolTip::shown(item->toolTip()) : QString(), &m_menu);
+        const QString text = item ? item->property(textProperty).toString() : QString();
+        QToolTip::showText(help->globalPos(), PlainToolTip::shown(text), &m_menu);
         return true;
     }
 
@@ -44,6 +46,12 @@ QString PlainToolTip::shown(const QString& text)
     }
     const QString part = text.size() > mostCharacters ? text.first(mostCharacters) + u'\u2026' : text;
     return u"<p style='white-space:pre-wrap'>"_s + part.toHtmlEscaped() + u"</p>"_s;
+}
+
+void PlainToolTip::setOn(QAction& item, const QString& text)
+{
+    item.setToolTip(text);
+    item.setProperty(textProperty, text);
 }
 
 void PlainToolTip::useIn(QMenu& menu)

@@ -41,7 +41,7 @@ CalendarFormat::Locale localeWithUserFormats(const QLocale& locale)
 {
     auto names = CalendarFormat::Locale::fromLocale(locale);
     names.format = [own = names.format](LocaleFormat kind) {
-        const QString format = UserDefaults::standardUserDefaults().objectForKey(userKeys[size_t(kind)]).string();
+        const QString format = UserDefaults::objectForKeyOutsideSuites(userKeys[size_t(kind)]).string();
         return format.isEmpty() ? own(kind) : format;
     };
     return names;

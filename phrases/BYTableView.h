@@ -6,7 +6,6 @@
 
 #include <QIcon>
 #include <QString>
-#include <QVariantMap>
 
 #include <DistributedNotificationCenter.h>
 #include <NotificationCenter.h>
@@ -110,8 +109,6 @@ public:
         TableView* table, const QVariant& value, TableColumn* column, int row) override;
     bool textShouldBeginEditing(QWidget* fieldEditor) override;
     void textDidEndEditing(QWidget* fieldEditor) override;
-    /// A copy of text attributes without shadow, underline, underline colour and outline.
-    static QVariantMap convertAttributes(const QVariantMap& attributes);
     /// @}
 
     /// @name Refresh from the settings and the helper

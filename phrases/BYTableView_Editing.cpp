@@ -112,12 +112,3 @@ void BYTableView::textDidEndEditing(QWidget* fieldEditor)
     TableView::textDidEndEditing(fieldEditor);
     m_editingHold.reset();
 }
-
-QVariantMap BYTableView::convertAttributes(const QVariantMap& attributes)
-{
-    QVariantMap converted = attributes;
-    for (const QString& key : {u"NSShadow"_s, u"NSUnderline"_s, u"NSUnderlineColor"_s, u"NSStrokeWidth"_s}) {
-        converted.remove(key);
-    }
-    return converted;
-}

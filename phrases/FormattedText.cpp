@@ -4,6 +4,7 @@
 #include <QTextDocument>
 
 #include <AttributedText.h>
+#include <ParagraphSide.h>
 #include <Rtf.h>
 #include <Rtfd.h>
 
@@ -16,13 +17,13 @@ using Importers::Formatting;
 namespace {
 
 /// Nothing for the side that the language's own direction gives.
-Qt::Alignment blockAlignment(AttributedText::Alignment alignment)
+Qt::Alignment sideOf(AttributedText::Alignment alignment)
 {
     switch (alignment) {
     case AttributedText::Alignment::Left:
         return Qt::AlignLeft;
     case AttributedText::Alignment::Right:
-        return Qt::AlignRight | Qt::AlignAbsolute;
+        return Qt::AlignRight;
     case AttributedText::Alignment::Center:
         return Qt::AlignHCenter;
     case AttributedText::Alignment::Justified:
@@ -72,12 +73,12 @@ QTextCharFormat characterFormat(const AttributedText::Attributes& attributes)
     return format;
 }
 
-void alignParagraph(QTextCursor& cursor, Qt::Alignment alignment)
+void alignParagraph(QTextCursor& cursor, Qt::Alignment side)
 {
     const QTextBlockFormat current = cursor.blockFormat();
     QTextBlockFormat wanted = current;
-    if (alignment) {
-        wanted.setAlignment(alignment);
+    if (side) {
+        wanted.setAlignment(ParagraphSide::alignmentTo(side));
     } else {
         wanted.clearProperty(QTextFormat::BlockAlignment);
     }
@@ -114,15 +115,21 @@ void insertRun(QTextCursor& cursor, const QString& text, const AttributedText::A
     }
 }
 
-Formatting wholeRtfd(const QByteArray& rtfd)
+bool isWholeRtfd(const QByteArray& rtfd)
 {
     if (Rtf::isRtf(rtfd)) {
-        return {rtfd, {}};
+        return true;
     }
     const Rtfd::Contents contents = Rtfd::readWrapper(rtfd);
     const bool hasText =
         std::ranges::any_of(contents.files, [](const TextAttachment& file) { return Rtf::isRtf(file.contents); });
-    return hasText && contents.warnings.isEmpty() ? Formatting{rtfd, {}} : Formatting();
+    return hasText && contents.warnings.isEmpty();
+}
+
+// What this reader has a complaint about may be whole for another program, and is all that there is of the text.
+Formatting unchangedRtfd(const QByteArray& rtfd)
+{
+    return {rtfd, isWholeRtfd(rtfd) ? QStringList() : QStringList(u"formatted text looks damaged, kept as it is"_s)};
 }
 
 Formatting rtfdOfAttributedString(const QByteArray& archive)
@@ -158,7 +165,7 @@ void FormattedText::fill(QTextDocument& document, const AttributedText& text)
     qsizetype position = 0;
     for (const AttributedText::Run& run : text.runs) {
         // Paragraphs that the run begins take over the format of the one in which it starts.
-        alignParagraph(cursor, blockAlignment(run.attributes.alignment));
+        alignParagraph(cursor, sideOf(run.attributes.alignment));
         insertRun(cursor, text.text.mid(position, run.length), run.attributes);
         position += run.length;
     }
@@ -166,5 +173,5 @@ void FormattedText::fill(QTextDocument& document, const AttributedText& text)
 
 Importers::Converters FormattedText::converters()
 {
-    return {wholeRtfd, rtfdOfAttributedString, rtfdOfImage};
+    return {unchangedRtfd, rtfdOfAttributedString, rtfdOfImage};
 }

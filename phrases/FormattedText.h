@@ -8,9 +8,9 @@ struct AttributedText;
 /// Turns what other tools keep of formatted text into flattened RTFD.
 namespace FormattedText {
 
-/// RTFD stays as it is, unless its text is not there or a part is cut short. Of the non-keyed archiver's archives,
-/// attributed strings come over with the formatting that rich text has here, and images as one attachment
-/// "my_image.tif" with their TIFF representation.
+/// RTFD stays as it is; where its text is not there or a part is cut short, a trouble tells. Of the non-keyed
+/// archiver's archives, attributed strings come over with the formatting that rich text has here, and images as one
+/// attachment "my_image.tif" with their TIFF representation.
 Importers::Converters converters();
 
 /// Replaces the content of @p document by @p text with its attachments.

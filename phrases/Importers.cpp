@@ -71,8 +71,8 @@ std::optional<QByteArray> formattingUnder(const QString& key, const Dictionary& 
     }
     const bool isData = stored->type() == PropertyList::Type::Data;
     Importers::Formatting formatting = isData ? reader(stored->data()) : Importers::Formatting();
-    for (const QString& leftOut : std::as_const(formatting.troubles)) {
-        ++conversion.troubles[leftOut];
+    for (const QString& found : std::as_const(formatting.troubles)) {
+        ++conversion.troubles[found];
     }
     if (!formatting.rtfd) {
         ++conversion.troubles[trouble];

@@ -28,7 +28,7 @@ struct Formatting
 {
     /// Flattened RTFD; nothing when the formatting cannot be read.
     std::optional<QByteArray> rtfd;
-    /// What of it was left out, in words that are the same for every item.
+    /// What of it was left out or looks damaged, in words that are the same for every item.
     QStringList troubles;
 };
 
@@ -58,7 +58,7 @@ struct Conversion
 };
 
 /// Converts the root of a tool's file. Items that are no dictionaries are left out; an item whose formatting cannot be
-/// read comes over as plain text.
+/// converted comes over as plain text.
 Conversion convert(
     const PropertyList::Value& root, Source source, const Converters& converters, const Progress& progress);
 

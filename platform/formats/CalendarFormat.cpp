@@ -206,12 +206,12 @@ struct Translation
 };
 
 // Longer fields first: the first that fits is taken.
-constexpr auto translations = std::to_array<Translation>({{"dddd"_L1, "%A"_L1}, {"ddd"_L1, "%a"_L1}, {"dd"_L1, "%d"_L1},
-    {"d"_L1, "%e"_L1}, {"MMMM"_L1, "%B"_L1}, {"MMM"_L1, "%b"_L1}, {"MM"_L1, "%m"_L1}, {"M"_L1, "%1m"_L1},
-    {"yyyy"_L1, "%Y"_L1}, {"yy"_L1, "%y"_L1}, {"HH"_L1, "%H"_L1}, {"H"_L1, "%1H"_L1}, {"mm"_L1, "%M"_L1},
-    {"m"_L1, "%1M"_L1}, {"ss"_L1, "%S"_L1}, {"s"_L1, "%1S"_L1}, {"zzz"_L1, "%F"_L1}, {"z"_L1, "%1F"_L1},
-    {"AP"_L1, "%p"_L1}, {"ap"_L1, "%p"_L1}, {"Ap"_L1, "%p"_L1}, {"aP"_L1, "%p"_L1}, {"A"_L1, "%p"_L1},
-    {"a"_L1, "%p"_L1}, {"tttt"_L1, ""_L1}, {"ttt"_L1, ""_L1}, {"tt"_L1, ""_L1}, {"t"_L1, ""_L1}});
+constexpr auto translations = std::to_array<Translation>(
+    {{"dddd"_L1, "%A"_L1}, {"ddd"_L1, "%a"_L1}, {"dd"_L1, "%d"_L1}, {"d"_L1, "%e"_L1}, {"MMMM"_L1, "%B"_L1},
+        {"MMM"_L1, "%b"_L1}, {"MM"_L1, "%m"_L1}, {"M"_L1, "%1m"_L1}, {"yyyy"_L1, "%Y"_L1}, {"yy"_L1, "%y"_L1},
+        {"HH"_L1, "%H"_L1}, {"H"_L1, "%1H"_L1}, {"mm"_L1, "%M"_L1}, {"m"_L1, "%1M"_L1}, {"ss"_L1, "%S"_L1},
+        {"s"_L1, "%1S"_L1}, {"zzz"_L1, "%F"_L1}, {"z"_L1, "%1F"_L1}, {"AP"_L1, "%p"_L1}, {"ap"_L1, "%p"_L1},
+        {"Ap"_L1, "%p"_L1}, {"aP"_L1, "%p"_L1}, {"A"_L1, "%p"_L1}, {"a"_L1, "%p"_L1}, {"B"_L1, "%p"_L1}});
 constexpr auto twelveHours = std::to_array<Translation>({{"hh"_L1, "%I"_L1}, {"h"_L1, "%1I"_L1}});
 constexpr auto allHours = std::to_array<Translation>({{"hh"_L1, "%H"_L1}, {"h"_L1, "%1H"_L1}});
 
@@ -235,12 +235,31 @@ qsizetype appendQuoted(QString& text, QStringView format)
     return end < 0 ? format.size() : end + 1;
 }
 
+/// Takes back from @p text what led to the time zone that @p format begins with, which is left out: the bracket around
+/// it, or the comma. Answers the length of the zone and of the bracket's partner behind it.
+qsizetype skipZone(QString& text, QStringView format)
+{
+    qsizetype length = 0;
+    while (length < format.size() && format[length] == u't') {
+        ++length;
+    }
+    const QStringView after = format.sliced(length);
+    if ((text.endsWith(u'(') && after.startsWith(u')')) || (text.endsWith(u'[') && after.startsWith(u']'))) {
+        text.chop(1);
+        ++length;
+    }
+    while (!text.isEmpty() && (text.back().isSpace() || text.back() == u',')) {
+        text.chop(1);
+    }
+    return length;
+}
+
 bool usesTwelveHours(QStringView format)
 {
     bool quoted = false;
     return std::ranges::any_of(format, [&quoted](QChar character) {
         quoted = quoted != (character == u'\'');
-        return !quoted && (character == u'A' || character == u'a');
+        return !quoted && (character == u'A' || character == u'a' || character == u'B');
     });
 }
 
@@ -285,6 +304,10 @@ QString fromQtFormat(QStringView format)
         const QStringView rest = format.sliced(position);
         if (rest.front() == u'\'') {
             position += appendQuoted(text, rest);
+            continue;
+        }
+        if (rest.front() == u't') {
+            position += skipZone(text, rest);
             continue;
         }
         const Translation* known = translationAt(rest, translations);

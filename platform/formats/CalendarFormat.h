@@ -44,7 +44,8 @@ struct Locale
 /// @p moment by @p format, in the moment's own time zone.
 QString formatted(QStringView format, const QDateTime& moment, const Locale& locale);
 
-/// The calendar format of a format in Qt's notation ("dd.MM.yyyy"). Time zones are left out.
+/// The calendar format of a format in Qt's notation ("dd.MM.yyyy"). Time zones are left out, with the brackets around
+/// them; periods of the day ("B", in the evening) become morning and afternoon.
 QString fromQtFormat(QStringView format);
 
 } // namespace CalendarFormat

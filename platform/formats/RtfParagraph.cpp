@@ -1,5 +1,10 @@
 #include "RtfParagraph.h"
 
+#include "ParagraphSide.h"
+
+#include <QTextBlock>
+#include <QTextDocument>
+
 namespace Rtf {
 
 namespace {
@@ -19,9 +24,9 @@ QByteArray word(const char* name, int value)
     return value == 0 ? QByteArray() : '\\' + QByteArray(name) + QByteArray::number(value);
 }
 
-QByteArray alignmentWord(Qt::Alignment alignment)
+QByteArray sideWord(Qt::Alignment side)
 {
-    switch (alignment & Qt::AlignHorizontal_Mask) {
+    switch (side) {
     case Qt::AlignLeft:
         return "\\ql";
     case Qt::AlignRight:
@@ -71,13 +76,14 @@ QByteArray spacingWords(Paragraph::Spacing spacing, int height)
 
 } // namespace
 
-Paragraph Paragraph::fromFormat(const QTextBlockFormat& format, qreal indentWidth)
+Paragraph Paragraph::fromBlock(const QTextBlock& block)
 {
+    const QTextBlockFormat format = block.blockFormat();
     Paragraph paragraph;
     if (format.hasProperty(QTextFormat::BlockAlignment)) {
-        paragraph.alignment = format.alignment() & Qt::AlignHorizontal_Mask;
+        paragraph.side = ParagraphSide::of(block);
     }
-    paragraph.leftIndent = twips(format.leftMargin() + format.indent() * indentWidth);
+    paragraph.leftIndent = twips(format.leftMargin() + format.indent() * block.document()->indentWidth());
     paragraph.rightIndent = twips(format.rightMargin());
     paragraph.firstLineIndent = twips(format.textIndent());
     paragraph.spaceBefore = twips(format.topMargin());
@@ -105,8 +111,8 @@ Paragraph Paragraph::fromFormat(const QTextBlockFormat& format, qreal indentWidt
 QTextBlockFormat Paragraph::toFormat() const
 {
     QTextBlockFormat format;
-    if (alignment) {
-        format.setAlignment(alignment);
+    if (side) {
+        format.setAlignment(ParagraphSide::alignmentTo(side));
     }
     const auto setLength = [&format](QTextFormat::Property property, int length) {
         if (length != 0) {
@@ -145,7 +151,7 @@ QByteArray Paragraph::toRtf() const
     }
     words += word("li", leftIndent) + word("ri", rightIndent) + word("fi", firstLineIndent);
     words += word("sb", spaceBefore) + word("sa", spaceAfter) + spacingWords(spacing, lineHeight);
-    return words + alignmentWord(alignment) + ' ';
+    return words + sideWord(side) + ' ';
 }
 
 } // namespace Rtf

@@ -5,6 +5,8 @@
 #include <QTextBlockFormat>
 #include <QTextOption>
 
+class QTextBlock;
+
 namespace Rtf {
 
 /// Twips (1/20 point) in one pixel of a text document, which is laid out at 96 pixels per inch.
@@ -18,8 +20,8 @@ struct Paragraph
     /// How the height of lines is given.
     enum class Spacing { Natural, Proportional, AtLeast, Exact };
 
-    /// None: the natural side of the script.
-    Qt::Alignment alignment = {};
+    /// A side as ParagraphSide tells it; none: the natural side of the script.
+    Qt::Alignment side = {};
     int leftIndent = 0;
     int rightIndent = 0;
     /// Relative to leftIndent.
@@ -32,7 +34,7 @@ struct Paragraph
     /// Positions in pixels, as the text document wants them.
     QList<QTextOption::Tab> tabs;
 
-    static Paragraph fromFormat(const QTextBlockFormat& format, qreal indentWidth);
+    static Paragraph fromBlock(const QTextBlock& block);
     QTextBlockFormat toFormat() const;
     /// The control words that set exactly this, `\pard` first, closed by a blank.
     QByteArray toRtf() const;

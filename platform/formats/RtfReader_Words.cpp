@@ -159,19 +159,19 @@ bool Reader::handleParagraphWord(const Token& token, Word word)
         m_tabType = QTextOption::LeftTab;
         return true;
     case Word::AlignLeft:
-        paragraph.alignment = Qt::AlignLeft;
+        paragraph.side = Qt::AlignLeft;
         return true;
     case Word::AlignRight:
-        paragraph.alignment = Qt::AlignRight;
+        paragraph.side = Qt::AlignRight;
         return true;
     case Word::AlignCenter:
-        paragraph.alignment = Qt::AlignHCenter;
+        paragraph.side = Qt::AlignHCenter;
         return true;
     case Word::AlignJustify:
-        paragraph.alignment = Qt::AlignJustify;
+        paragraph.side = Qt::AlignJustify;
         return true;
     case Word::AlignNatural:
-        paragraph.alignment = {};
+        paragraph.side = {};
         return true;
     case Word::LeftIndent:
         paragraph.leftIndent = length(token.value);

@@ -72,7 +72,7 @@ Written Writer::write()
 
 void Writer::writeBlock(const QTextBlock& block)
 {
-    const Paragraph paragraph = Paragraph::fromFormat(block.blockFormat(), m_document.indentWidth());
+    const Paragraph paragraph = Paragraph::fromBlock(block);
     if (paragraph != m_paragraph) {
         m_paragraph = paragraph;
         m_body += paragraph.toRtf();
@@ -100,9 +100,7 @@ void Writer::writeFragment(const QTextFragment& fragment)
     }
     writeAttributes(characterOf(format));
     if (format.isImageFormat()) {
-        for (int count = 0; count < fragment.length(); ++count) {
-            writeAttachment(format.toImageFormat());
-        }
+        writeTextWithAttachments(fragment.text(), format.toImageFormat());
     } else {
         writeText(fragment.text());
     }
@@ -186,6 +184,22 @@ void Writer::writeAttributes(const Character& wanted)
     m_character = wanted;
     if (!words.isEmpty()) {
         m_body += words + ' ';
+    }
+}
+
+// Text beside a picture may have the picture's format all the same: only the character shows it.
+void Writer::writeTextWithAttachments(QStringView text, const QTextImageFormat& format)
+{
+    const auto isAttachment = [](QChar character) { return character == QChar::ObjectReplacementCharacter; };
+    auto position = text.begin();
+    while (position != text.end()) {
+        const auto found = std::find_if(position, text.end(), isAttachment);
+        writeText(QStringView(position, found));
+        position = found;
+        if (position != text.end()) {
+            writeAttachment(format);
+            ++position;
+        }
     }
 }
 

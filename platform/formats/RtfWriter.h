@@ -37,6 +37,7 @@ private:
     void writeBlock(const QTextBlock& block);
     void writeFragment(const QTextFragment& fragment);
     void writeAttributes(const Character& wanted);
+    void writeTextWithAttachments(QStringView text, const QTextImageFormat& format);
     void writeAttachment(const QTextImageFormat& format);
     void writeText(QStringView text);
     void writeUnit(char16_t unit);

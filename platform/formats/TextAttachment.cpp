@@ -72,6 +72,15 @@ QTextImageFormat TextAttachment::imageFormat(const QString& name, QSizeF size)
     return format;
 }
 
+QTextCharFormat TextAttachment::textFormat(QTextCharFormat format)
+{
+    for (const QTextFormat::Property property :
+        {QTextFormat::ImageName, QTextFormat::ImageWidth, QTextFormat::ImageHeight, QTextFormat::ObjectType}) {
+        format.clearProperty(property);
+    }
+    return format;
+}
+
 std::optional<QString> TextAttachment::nameOf(const QUrl& url)
 {
     if (url.scheme() != u"attachment") {
@@ -103,6 +112,14 @@ void TextAttachment::removeAllFrom(QTextDocument& document)
     if (AttachmentStore* const store = AttachmentStore::of(document); store != nullptr) {
         store->files.clear();
     }
+}
+
+bool TextAttachment::isPicture() const
+{
+    QBuffer buffer;
+    buffer.setData(contents);
+    buffer.open(QIODevice::ReadOnly);
+    return !isPackage && QImageReader(&buffer).canRead();
 }
 
 QImage TextAttachment::picture(const QByteArray& bytes)

@@ -34,6 +34,8 @@ struct TextAttachment
 
     /// The format of the character that shows the file. An empty @p size shows a picture in its own size.
     static QTextImageFormat imageFormat(const QString& name, QSizeF size);
+    /// @p format for text, without the file that it shows, if any: what is typed beside a picture is no picture.
+    static QTextCharFormat textFormat(QTextCharFormat format);
     /// The file name that an image's URL holds; nothing for an image that is no attachment.
     static std::optional<QString> nameOf(const QUrl& url);
 
@@ -43,6 +45,9 @@ struct TextAttachment
     static std::optional<TextAttachment> in(const QTextDocument& document, const QString& name);
 
     static void removeAllFrom(QTextDocument& document);
+
+    /// Whether the file begins as a picture that can be shown.
+    bool isPicture() const;
 
     /// The pixels of a picture file; a null image where @p bytes are no picture, or one of more than 64 million pixels,
     /// whose decoding could take all memory.

@@ -7,6 +7,20 @@
 using namespace Qt::StringLiterals;
 using PropertyList::Value;
 
+namespace {
+
+QString hostDomain()
+{
+    return QCoreApplication::applicationName();
+}
+
+QString globalDomain()
+{
+    return u"global"_s;
+}
+
+} // namespace
+
 void Preferences::setValue(const QString& key, const Value& value, const QString& domain)
 {
     PreferencesDomain::named(domain).setValue(key, value);
@@ -54,7 +68,17 @@ void UserDefaults::synchronize()
 
 Value UserDefaults::objectForKey(const QString& key) const
 {
-    for (const QString& domain : searchList()) {
+    return firstValue(key, searchList());
+}
+
+Value UserDefaults::objectForKeyOutsideSuites(const QString& key)
+{
+    return firstValue(key, {hostDomain(), globalDomain()});
+}
+
+Value UserDefaults::firstValue(const QString& key, const QStringList& domains)
+{
+    for (const QString& domain : domains) {
         if (Value value = PreferencesDomain::named(domain).value(key); !value.isNull()) {
             return value;
         }
@@ -64,5 +88,5 @@ Value UserDefaults::objectForKey(const QString& key) const
 
 QStringList UserDefaults::searchList() const
 {
-    return QStringList{QCoreApplication::applicationName()} + m_suites + QStringList{u"global"_s};
+    return QStringList{hostDomain()} + m_suites + QStringList{globalDomain()};
 }

@@ -45,10 +45,13 @@ public:
     /// The first value found under @p key as of the last refresh; null where no domain has it. Containers are copies:
     /// changing them changes nothing in the store.
     PropertyList::Value objectForKey(const QString& key) const;
+    /// The same, but what the user has set for the host or for all programs: the suites are not asked.
+    static PropertyList::Value objectForKeyOutsideSuites(const QString& key);
 
 private:
     UserDefaults() = default;
 
+    static PropertyList::Value firstValue(const QString& key, const QStringList& domains);
     QStringList searchList() const;
 
     QStringList m_suites;

@@ -5,6 +5,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <ParagraphSide.h>
 #include <Rtfd.h>
 #include <TextAttachment.h>
 
@@ -24,6 +25,7 @@ TextView::TextView(QWidget* parent)
     setAcceptRichText(false);
     setTabChangesFocus(false);
     document()->setDefaultFont(systemFont());
+    showFilesReadably();
     connect(this, &QTextEdit::textChanged, this, &TextView::textDidChange);
 }
 
@@ -58,16 +60,21 @@ void TextView::setString(const QString& text)
 {
     {
         const QSignalBlocker quiet(this);
+        // The text would take over the format of the insertion point, which may be that of a picture.
+        setTextCursor(QTextCursor(document()));
+        setCurrentCharFormat({});
         setPlainText(text);
         TextAttachment::removeAllFrom(*document());
-        setCurrentCharFormat({});
     }
     finishReplacing();
 }
 
 void TextView::insertText(const QString& text)
 {
-    textCursor().insertText(text, currentCharFormat());
+    if (isReadOnly()) {
+        return;
+    }
+    textCursor().insertText(text, TextAttachment::textFormat(currentCharFormat()));
     ensureCursorVisible();
 }
 
@@ -137,8 +144,8 @@ void TextView::applyCharacterFormat(const QTextCharFormat& format)
     Q_EMIT typingAttributesDidChange();
 }
 
-void TextView::applyAlignment(Qt::Alignment alignment)
+void TextView::applySide(Qt::Alignment side)
 {
-    setAlignment(alignment);
+    setAlignment(ParagraphSide::alignmentTo(side));
     Q_EMIT typingAttributesDidChange();
 }

@@ -33,7 +33,8 @@ public:
     QString string() const;
     /// Replaces the whole text by plain @p text. Not undoable; sends no change.
     void setString(const QString& text);
-    /// Inserts at the insertion point, replacing the selection, as typing does.
+    /// Inserts at the insertion point, replacing the selection, as typing does: with the formats there, but beside a
+    /// picture as text. Does nothing while the view is read-only.
     void insertText(const QString& text);
     /// Replaces the whole text by flattened RTFD, or bare RTF. When none is found the text stays. Not undoable; sends
     /// no change.
@@ -42,8 +43,8 @@ public:
     QByteArray RTFDFromAll() const;
     /// The font of plain text: the system's at 12 points.
     static QFont systemFont();
-    /// The system font and the text color, for the whole text and for what is typed next. Not undoable;
-    /// sends no change.
+    /// The system font and the text color, and no other format, for the whole text and for what is typed next. Not
+    /// undoable; sends no change. docs/decisions/plain-text-attributes.md tells why nobody is asked what to keep.
     void resetAttributes();
     /// Gives the whole text, and what is typed next, the font @p font. Sends no change.
     void setFontOfAll(const QFont& font);
@@ -51,8 +52,9 @@ public:
     /// The user's choice of @p format, for the selection or for what is typed next. Sends a change of the typing
     /// attributes, and one of the text where text is selected.
     void applyCharacterFormat(const QTextCharFormat& format);
-    /// The user's choice of the side of the selected paragraphs. Sends the same changes.
-    void applyAlignment(Qt::Alignment alignment);
+    /// The user's choice of the side of the selected paragraphs, whichever way their text runs: `Qt::AlignLeft`,
+    /// `Qt::AlignRight`, `Qt::AlignHCenter` or `Qt::AlignJustify`. Sends the same changes.
+    void applySide(Qt::Alignment side);
 
     /// Also answers for the pictures of attachments.
     QVariant loadResource(int type, const QUrl& name) override;
@@ -76,6 +78,7 @@ private:
     bool insertFiles(const QMimeData& source);
     bool insertFile(const QString& path);
     void insertAttachment(const QString& name, const QByteArray& contents);
+    void showFilesReadably();
     void finishReplacing();
 
     bool m_richText = false;

@@ -1,14 +1,10 @@
 #include "TextView.h"
 
-#include <QApplication>
 #include <QBuffer>
 #include <QFileInfo>
-#include <QIcon>
 #include <QLoggingCategory>
 #include <QMimeData>
 #include <QMimeDatabase>
-#include <QPainter>
-#include <QStyle>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QUrl>
@@ -49,8 +45,6 @@ const QStringList& pictureMimeTypes()
 constexpr qint64 maximumFileSize = 64 * 1024 * 1024;
 /// A picture wider than this is shown smaller, so that it fits a pane; its bytes stay.
 constexpr qreal maximumShownWidth = 480;
-constexpr int fileIconSize = 32;
-constexpr int fileLabelWidth = 120;
 
 QSizeF shownSize(const QSize& pixels)
 {
@@ -59,27 +53,6 @@ QSizeF shownSize(const QSize& pixels)
         size.scale(maximumShownWidth, size.height(), Qt::KeepAspectRatio);
     }
     return size;
-}
-
-/// What a file looks like that is no picture: the icon of its kind above its name.
-QImage fileImage(const TextAttachment& file, const QFont& font, const QColor& textColor, qreal scale)
-{
-    const QMimeType type = QMimeDatabase().mimeTypeForFileNameAndData(file.name, file.contents);
-    const QIcon plain = QApplication::style()->standardIcon(file.isPackage ? QStyle::SP_DirIcon : QStyle::SP_FileIcon);
-    const QIcon icon = file.isPackage ? plain : QIcon::fromTheme(type.iconName(), plain);
-    const QFontMetrics metrics(font);
-    const QString label = metrics.elidedText(file.name, Qt::ElideMiddle, fileLabelWidth);
-    const QSize size(std::max(fileIconSize, metrics.horizontalAdvance(label)) + 8, fileIconSize + metrics.height() + 4);
-
-    QImage image(size * scale, QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(scale);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    icon.paint(&painter, QRect((size.width() - fileIconSize) / 2, 0, fileIconSize, fileIconSize));
-    painter.setFont(font);
-    painter.setPen(textColor);
-    painter.drawText(QRect(0, fileIconSize, size.width(), metrics.height() + 4), Qt::AlignCenter, label);
-    return image;
 }
 
 /// A run of characters that shows a file.
@@ -98,7 +71,8 @@ QList<AttachmentRun> attachmentRuns(const QTextDocument& document)
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
             const QTextImageFormat format = fragment.charFormat().toImageFormat();
-            if (const auto name = TextAttachment::nameOf(QUrl(format.name()))) {
+            const auto name = TextAttachment::nameOf(QUrl(format.name()));
+            if (name && format.isImageFormat()) {
                 runs.append({fragment.position(), fragment.length(), format, *name});
             }
         }
@@ -136,19 +110,6 @@ void giveAttachments(QTextDocument& text, QTextDocument& target)
 
 } // namespace
 
-QVariant TextView::loadResource(int type, const QUrl& name)
-{
-    const auto fileName = TextAttachment::nameOf(name);
-    if (!fileName) {
-        // Text from elsewhere must not make this program open files or hosts; pictures in the text itself are data
-        // URLs.
-        return name.scheme() == u"data" ? QTextEdit::loadResource(type, name) : QVariant();
-    }
-    const auto file = TextAttachment::in(*document(), *fileName).value_or(TextAttachment{*fileName, {}, false});
-    const QImage picture = file.isPackage ? QImage() : TextAttachment::picture(file.contents);
-    return picture.isNull() ? fileImage(file, font(), palette().text().color(), devicePixelRatioF()) : picture;
-}
-
 QMimeData* TextView::createMimeDataFromSelection() const
 {
     auto content = std::make_unique<QMimeData>();
@@ -173,13 +134,20 @@ bool TextView::canInsertFromMimeData(const QMimeData* source) const
 
 void TextView::insertFromMimeData(const QMimeData* source)
 {
+    if (isReadOnly()) {
+        return;
+    }
     if (m_richText && m_importsGraphics && (insertFiles(*source) || (!source->hasHtml() && insertPicture(*source)))) {
         return;
     }
     if (m_richText && insertRichText(*source)) {
         return;
     }
-    QTextEdit::insertFromMimeData(source);
+    if (m_richText && source->hasHtml()) {
+        QTextEdit::insertFromMimeData(source);
+    } else if (source->hasText()) {
+        insertText(source->text());
+    }
 }
 
 bool TextView::insertRichText(const QMimeData& source)
@@ -250,7 +218,7 @@ void TextView::insertAttachment(const QString& name, const QByteArray& contents)
 {
     const TextAttachment attachment{TextAttachment::uniqueName(*document(), name), contents, false};
     attachment.addTo(*document());
-    QTextCharFormat format = currentCharFormat();
+    QTextCharFormat format = TextAttachment::textFormat(currentCharFormat());
     format.merge(
         TextAttachment::imageFormat(attachment.name, shownSize(TextAttachment::picture(attachment.contents).size())));
     textCursor().insertText(QString(QChar::ObjectReplacementCharacter), format);

@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QToolButton>
+#include <QToolTip>
 
 #include <BYEditPaneController.h>
 #include <BYGlobals.h>
@@ -84,6 +85,7 @@ private Q_SLOTS:
     void answerForAnotherTextChangesNothing();
     void onlyTheUsersChangesAreSent();
     void barFollowsTheCursorAndChangesTheText();
+    void barTellsTheSideOfHebrew();
 };
 
 void EditPaneTest::init()
@@ -183,6 +185,13 @@ void EditPaneTest::phrasesAreThoseOfTheSetUp()
     QCOMPARE(items.size(), 2);
     QVERIFY(items[0]->toolTip().startsWith(u"at ") && !items[0]->toolTip().contains(u'['));
     QCOMPARE(items[1]->text(), u"R&&D"_s);
+    const auto shownToolTip = [menu](QAction* item) {
+        QHelpEvent hover(QEvent::ToolTip, menu->actionGeometry(item).center(), {});
+        QApplication::sendEvent(menu, &hover);
+        return QToolTip::text();
+    };
+    QCOMPARE(shownToolTip(items[1]), QString());
+    QVERIFY(shownToolTip(items[0]).contains(u"at "));
     text().setString(u"x"_s);
     text().selectAll();
     items[1]->trigger();
@@ -232,7 +241,12 @@ void EditPaneTest::savingRichTextStoresBoth()
     m_table->selectRow_byExtendingSelection(0, false);
     text().setString(u"styled"_s);
     choose(m_ui.richText);
+    QTextCursor selected(text().document());
+    selected.setPosition(1);
+    selected.setPosition(3, QTextCursor::KeepAnchor);
+    text().setTextCursor(selected);
     m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
+    QCOMPARE(text().textCursor(), selected);
     QCOMPARE(stored(0, PhraseKey::plainText).string(), u"styled"_s);
     text().setString({});
     QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()).found);
@@ -242,16 +256,17 @@ void EditPaneTest::savingRichTextStoresBoth()
 void EditPaneTest::richTextStartsInTheFontOfMail()
 {
     const QString mail = u"com.apple.mail"_s;
-    Preferences::setValue(u"NSFont"_s, u"DejaVu Serif"_s, mail);
+    Preferences::setValue(u"NSFont"_s, u"Helvetica-BoldOblique"_s, mail);
     Preferences::setValue(u"NSFontSize"_s, u"17.5"_s, mail);
     text().setString(u"some text"_s);
     choose(m_ui.richText);
     const QTextCharFormat format = text().document()->begin().begin().fragment().charFormat();
-    QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"DejaVu Serif"_s));
+    QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"Helvetica"_s));
+    QVERIFY(format.fontWeight() == QFont::Bold && format.fontItalic());
     QCOMPARE(format.fontPointSize(), 17.0);
     QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"17"_s);
     QVERIFY(text().isRichText() && text().importsGraphics() && m_ui.textFormattingPopUpButton->isEnabled());
-    QVERIFY(BYGlobals::editEntryPaneTextIsDirty());
+    QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && !text().textCursor().hasSelection());
 }
 
 void EditPaneTest::makePlainDropsPicturesAndStoresNothing()
@@ -331,6 +346,18 @@ void EditPaneTest::barFollowsTheCursorAndChangesTheText()
     text().setFocus();
     QTest::keyClick(&text(), Qt::Key_I, Qt::ControlModifier);
     QVERIFY(text().document()->begin().begin().fragment().charFormat().fontItalic());
+}
+
+void EditPaneTest::barTellsTheSideOfHebrew()
+{
+    choose(m_ui.richText);
+    text().replaceAllWithRTFD("{\\rtf1\\uc0\\u1513 \\u1500 }");
+    auto* const left = m_ui.formattingBar->findChild<QToolButton*>(u"alignLeft"_s);
+    QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignRight"_s)->isChecked());
+    left->click();
+    QVERIFY(text().RTFDFromAll().contains("\\ql "));
+    text().moveCursor(QTextCursor::End);
+    QVERIFY(left->isChecked());
 }
 
 QTEST_MAIN(EditPaneTest)

@@ -46,12 +46,15 @@ private Q_SLOTS:
             parseNSStringStamp4strftime(text, moment);
             return text;
         };
-        QCOMPARE(filled(u"[[0]]"_s), u"5 Mar 2009"_s);
-        const auto setFormat = [](const QString& key, const Value& format) {
-            Preferences::setValue(key, format, u"global"_s);
-            QVERIFY(Preferences::synchronize(u"global"_s));
+        const auto setFormat = [](const QString& key, const Value& format, const QString& domain = u"global"_s) {
+            Preferences::setValue(key, format, domain);
+            QVERIFY(Preferences::synchronize(domain));
             UserDefaults::standardUserDefaults().synchronize();
         };
+        // Those of an attached domain are not the user's.
+        UserDefaults::standardUserDefaults().addSuiteNamed(u"helper"_s);
+        setFormat(u"NSShortDateFormatString"_s, u"%Y"_s, u"helper"_s);
+        QCOMPARE(filled(u"[[0]]"_s), u"5 Mar 2009"_s);
         // A format may hold a stamp, or complete one; only those that come later in the order are filled in.
         setFormat(u"NSShortDateFormatString"_s, u"%d.%m. [[3]]"_s);
         QCOMPARE(filled(u"[[0]] %x"_s), u"05.03. 14:07 05.03. [[3]]"_s);

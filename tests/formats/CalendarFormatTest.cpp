@@ -65,6 +65,10 @@ void CalendarFormatTest::translatesTheFormatsOfALocale_data()
 
     QTest::newRow("US date") << u"M/d/yy"_s << u"%1m/%e/%y"_s;
     QTest::newRow("US time") << u"h:mm:ss AP t"_s << u"%1I:%M:%S %p"_s;
+    QTest::newRow("zone in brackets") << u"H:mm:ss (t)"_s << u"%1H:%M:%S"_s;
+    QTest::newRow("zone in square brackets") << u"Bh:mm:ss [tttt]"_s << u"%p%1I:%M:%S"_s;
+    QTest::newRow("zone behind a comma") << u"h:mm:ss AP, t"_s << u"%1I:%M:%S %p"_s;
+    QTest::newRow("zone in front") << u"t HH:mm"_s << u"%H:%M"_s;
     QTest::newRow("all hours") << u"HH:mm"_s << u"%H:%M"_s;
     QTest::newRow("words") << u"dddd, d. MMMM yyyy"_s << u"%A, %e. %B %Y"_s;
     QTest::newRow("quoted") << u"d 'de' MMM, h 'a' ''"_s << u"%e de %b, %1H a '"_s;

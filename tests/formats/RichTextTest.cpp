@@ -4,6 +4,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <ParagraphSide.h>
 #include <Rtf.h>
 #include <Rtfd.h>
 
@@ -98,7 +99,7 @@ QTextBlockFormat randomBlockFormat(QRandomGenerator& random)
     QTextBlockFormat format;
     const Qt::Alignment sides[] = {Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify};
     if (random.bounded(2) == 0) {
-        format.setAlignment(sides[random.bounded(4)]);
+        format.setAlignment(ParagraphSide::alignmentTo(sides[random.bounded(4)]));
     }
     if (random.bounded(2) == 0) {
         format.setLeftMargin(random.bounded(1, 900) / 15.0);
@@ -151,6 +152,8 @@ private Q_SLOTS:
     void readsFormatsOfThePlatformsEditor();
     void readsAttachments();
     void readingWhatWasWrittenGivesTheSameDocument();
+    void onlyTheCharacterIsAnAttachment();
+    void everyUnderlineIsOne();
     void textFromWebPagesIsKept();
     void writesTheMinimalWrapper();
     void deepGroupsAndLongTablesEnd_data();
@@ -234,7 +237,7 @@ void RichTextTest::readsFormatsOfThePlatformsEditor()
     QVERIFY(styled.fontItalic());
     QCOMPARE(styled.foreground().color(), QColor(Qt::blue));
     const QTextBlock next = block.next();
-    QCOMPARE(next.blockFormat().alignment(), Qt::AlignLeft);
+    QCOMPARE(next.blockFormat().alignment(), Qt::AlignLeft | Qt::AlignAbsolute);
     QCOMPARE(next.begin().fragment().charFormat().fontPointSize(), 12.0);
     QCOMPARE((++next.begin()).fragment().charFormat().verticalAlignment(), QTextCharFormat::AlignSuperScript);
 }
@@ -273,6 +276,30 @@ void RichTextTest::readingWhatWasWrittenGivesTheSameDocument()
             QCOMPARE(copied.value(line), expected.value(line));
         }
         QCOMPARE(Rtfd::write(copy), bytes);
+    }
+}
+
+void RichTextTest::onlyTheCharacterIsAnAttachment()
+{
+    QTextDocument document;
+    TextAttachment{u"p.png"_s, pngOf({2, 2}), false}.addTo(document);
+    QTextCursor(&document).insertText(u"a\uFFFCbc\uFFFC"_s, TextAttachment::imageFormat(u"p.png"_s, {}));
+    const QByteArray bytes = Rtfd::write(document);
+    QCOMPARE(bytes.count("\\NeXTGraphic"), 2);
+    QTextDocument copy;
+    QVERIFY(Rtfd::read(bytes, copy).found);
+    QCOMPARE(textOf(copy), u"a\uFFFCbc\uFFFC"_s);
+}
+
+void RichTextTest::everyUnderlineIsOne()
+{
+    const QByteArrayList words{"ul", "uldb", "ulth", "uld", "uldashd", "uldashdd", "ulhwave", "ulldash", "ulthdashdd"};
+    for (const QByteArray& word : words) {
+        QTextDocument document;
+        Rtf::read(QByteArray("{\\rtf1\\" + word + " a\\ulc3\\ulnone\\ulc3 b}"), {}, document);
+        auto run = document.begin().begin();
+        QVERIFY2(run.fragment().charFormat().fontUnderline(), word.constData());
+        QVERIFY2(!(++run).fragment().charFormat().fontUnderline(), word.constData());
     }
 }
 

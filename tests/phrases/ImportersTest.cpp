@@ -163,7 +163,8 @@ private Q_SLOTS:
                 archiver.object({"NSParagraphStyle", "NSObject"}, archiver.group("C", QByteArray(1, alignment))),
                 QTextFormat::BlockAlignment, expected);
         };
-        aligned('\0', "left", int(Qt::AlignLeft));
+        aligned('\0', "left", int(Qt::AlignLeft | Qt::AlignAbsolute));
+        aligned('\1', "right", int(Qt::AlignRight | Qt::AlignAbsolute));
         aligned('\2', "centered", int(Qt::AlignHCenter));
         aligned('\4', "natural", QVariant());
     }
@@ -229,6 +230,27 @@ private Q_SLOTS:
         QCOMPARE(entry->value(PhraseKey::rtfd).data(), rtf);
     }
 
+    void formattedDataStaysAsItIs_data()
+    {
+        QTest::addColumn<QByteArray>("stored");
+        QTest::addColumn<int>("complaints");
+        const QByteArray whole = Rtfd::writeWrapper({{u"TXT.rtf"_s, "{\\rtf1 x}", false}});
+        QTest::newRow("whole") << whole << 0;
+        QTest::newRow("cut off") << whole.chopped(3) << 1;
+        QTest::newRow("without text") << Rtfd::writeWrapper({{u"TXT.rtf"_s, "x", false}}) << 1;
+        QTest::newRow("something else") << QByteArray("\0\1\2", 3) << 1;
+    }
+
+    void formattedDataStaysAsItIs()
+    {
+        QFETCH(QByteArray, stored);
+        const ArrayPointer items = Array::create({Dictionary::create({{u"Formatted"_s, stored}})});
+        const Conversion conversion = convert(Dictionary::create({{u"Abbreviations"_s, items}}), Source::Typinator);
+        const Value entry = conversion.document->value(DocumentKey::clippings).array()->at(0);
+        QCOMPARE(entry.dictionary()->value(PhraseKey::rtfd).data(), stored);
+        QTEST(int(conversion.troubles.size()), "complaints");
+    }
+
     void badFormattingComesInAsPlainText_data()
     {
         QTest::addColumn<Source>("source");
@@ -252,10 +274,7 @@ private Q_SLOTS:
         picture("TIFF without pixels", tiff({3, 2}).first(8));
         picture("TIFF of 3.6 gigapixels", hugeTiff(60'000));
         picture("TIFF of all pixels there can be", hugeTiff(0xFFFF'FFFF));
-        const QByteArray rtfd = Rtfd::writeWrapper({{u"TXT.rtf"_s, "{\\rtf1 x}", false}});
-        QTest::newRow("RTFD cut off") << Source::Typinator << u"Formatted"_s << Value(rtfd.chopped(3));
-        QTest::newRow("RTFD without text")
-            << Source::Typinator << u"Formatted"_s << Value(Rtfd::writeWrapper({{u"TXT.rtf"_s, "x", false}}));
+        QTest::newRow("RTFD that is no data") << Source::Typinator << u"Formatted"_s << Value(u"{\\rtf1 x}"_s);
     }
 
     void badFormattingComesInAsPlainText()

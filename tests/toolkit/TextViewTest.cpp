@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
 
 #include <Rtfd.h>
 #include <TextAttachment.h>
@@ -55,10 +56,7 @@ private Q_SLOTS:
     void copiedRichTextBringsItsFilesAlong()
     {
         setRich();
-        QImage picture(6, 4, QImage::Format_RGB32);
-        picture.fill(Qt::blue);
-        QGuiApplication::clipboard()->setImage(picture);
-        m_view->paste();
+        pastePicture();
         m_view->selectAll();
         m_view->copy();
         m_view->setString(u"next "_s);
@@ -68,6 +66,53 @@ private Q_SLOTS:
         const auto file = TextAttachment::in(*m_view->document(), u"Pasted Graphic.png"_s);
         QVERIFY(file.has_value());
         QCOMPARE(TextAttachment::picture(file->contents).size(), QSize(6, 4));
+    }
+
+    void textBesideAPictureIsText()
+    {
+        setRich();
+        pastePicture();
+        m_view->insertText(u"b"_s);
+        m_view->moveCursor(QTextCursor::Start);
+        QGuiApplication::clipboard()->setText(u"a\n"_s);
+        m_view->paste();
+        QCOMPARE(m_view->string(), u"a\n\uFFFCb"_s);
+        m_view->selectAll();
+        m_view->copy();
+        QCOMPARE(QGuiApplication::clipboard()->mimeData()->html().count(u"<img"), 1);
+        m_view->setString(u"next"_s);
+        QVERIFY(!m_view->document()->begin().begin().fragment().charFormat().isImageFormat());
+    }
+
+    void textThatIsNotEditableTakesNothing()
+    {
+        setRich();
+        m_view->setReadOnly(true);
+        m_view->insertText(u"a"_s);
+        pastePicture();
+        QCOMPARE(m_view->string(), QString());
+    }
+
+    void fileIsAsWideAsItsName()
+    {
+        setRich();
+        m_view->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+        pastePicture();
+        const auto png = TextAttachment::in(*m_view->document(), u"Pasted Graphic.png"_s);
+        const QString name = u"read this.txt"_s;
+        const QByteArray rtf = "{\\rtf1{{\\NeXTGraphic read this.txt \\width640 \\height640}\xAC}"
+                               "{{\\NeXTGraphic p.png \\width640 \\height640}\xAC}}";
+        m_view->replaceAllWithRTFD(Rtfd::writeWrapper(
+            {{u"TXT.rtf"_s, rtf, false}, {name, "text", false}, {u"p.png"_s, png->contents, false}}));
+        const auto edgeAt = [this](int position) {
+            QTextCursor cursor(m_view->document());
+            cursor.setPosition(position);
+            return m_view->cursorRect(cursor).left();
+        };
+        QVERIFY(edgeAt(1) - edgeAt(0) >= QFontMetrics(m_view->font()).horizontalAdvance(name));
+        QCOMPARE(edgeAt(2) - edgeAt(1), 32);
+        QCOMPARE(m_view->RTFDFromAll().count("\\width640 \\height640"), 2);
     }
 
     void oneTextsFilesDoNotStayForTheNext()
@@ -87,6 +132,14 @@ private:
     {
         m_view->setRichText(true);
         m_view->setImportsGraphics(true);
+    }
+
+    void pastePicture()
+    {
+        QImage picture(6, 4, QImage::Format_RGB32);
+        picture.fill(Qt::blue);
+        QGuiApplication::clipboard()->setImage(picture);
+        m_view->paste();
     }
 
     std::unique_ptr<TextView> m_view;
