@@ -200,16 +200,13 @@ DragOperation SoundEventsController::tableView_validateDrop_proposedRow_proposed
 bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     TableView* /*table*/, const DraggingInfo& info, int row, DropOperation /*operation*/)
 {
-    const std::optional<QUrl> url = info.draggingPasteboard().url();
-    if (!url || !url->isLocalFile()) {
-        return false;
-    }
+    const std::optional<QString> path = info.draggingPasteboard().filename();
     const DictionaryPointer shown = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), std::max(row, 0));
     const DictionaryPointer entry = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
-    if (!entry) {
+    if (!path || !entry) {
         return false;
     }
-    entry->insert(EventKey::soundFilepath, url->toLocalFile());
+    entry->insert(EventKey::soundFilepath, *path);
     SoundDocument::saveAndRefreshMenu();
     if (BYGlobals::retrieveFromUserDefaults(SettingKey::playSoundOnDrop).integerValue() != 0) {
         BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());

@@ -41,25 +41,23 @@ void SoundsTest::panelOffersTheKindsInOrder()
 
 void SoundsTest::dropIsJudgedByTheExtensionAsSpelt_data()
 {
-    QTest::addColumn<QString>("url");
+    QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("accepted");
     for (const char* extension : {"wav", "m4a", "mp3", "aiff", "mov", "sfil", "aif"}) {
-        QTest::newRow(extension) << u"file:///s/boing."_s + QString::fromLatin1(extension) << true;
+        QTest::newRow(extension) << u"/s/boing."_s + QString::fromLatin1(extension) << true;
     }
-    QTest::newRow("no extension") << u"file:///s/boing"_s << true;
-    QTest::newRow("folder with a slash") << u"file:///s/Boings/"_s << true;
-    QTest::newRow("hidden file") << u"file:///s/.boing"_s << true;
-    QTest::newRow("capitals") << u"file:///s/boing.WAV"_s << false;
-    QTest::newRow("other kind") << u"file:///s/boing.txt"_s << false;
-    QTest::newRow("web address") << u"http://example.com/boing.wav"_s << false;
+    QTest::newRow("no extension") << u"/s/boing"_s << true;
+    QTest::newRow("hidden file") << u"/s/.boing"_s << true;
+    QTest::newRow("capitals") << u"/s/boing.WAV"_s << false;
+    QTest::newRow("other kind") << u"/s/boing.txt"_s << false;
     QTest::newRow("nothing") << QString() << false;
 }
 
 void SoundsTest::dropIsJudgedByTheExtensionAsSpelt()
 {
-    QFETCH(QString, url);
+    QFETCH(QString, path);
     QFETCH(bool, accepted);
-    const auto dropped = url.isEmpty() ? std::nullopt : std::optional(QUrl(url));
+    const auto dropped = path.isEmpty() ? std::nullopt : std::optional(path);
     QCOMPARE(SoundKinds::dropOperation(dropped), accepted ? DragOperation::Copy : DragOperation::None);
 }
 
