@@ -76,14 +76,12 @@ SoundEventsController::~SoundEventsController() = default;
 void SoundEventsController::awakeFromNib()
 {
     loadIcons();
-    theSoundToPlay.reset();
     mySoundEventsTable->registerForDraggedTypes();
     buildCells();
     fillVolumePopUp();
     mySoundEventsTable->setDataSource(this);
     NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, mySoundEventsTable,
         [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
-    addDesktopSoundFolders();
     mySoundEventsTable->reloadData();
 }
 
