@@ -22,7 +22,7 @@ struct Reading
 /// The alert volume now; a muted one reads as 0, and one above full as full.
 ///
 /// Asks the server and waits for its answer, 100 ms at most; one that has not answered is not waited for again until it
-/// does. What it told last is the answer then.
+/// does. What it told last is the answer then. Why it is asked: docs/decisions/alert-volume.md.
 Reading getSysBeepVolume();
 
 /// Sets the alert volume to the low 16 bits of @p level (more than full counts as full) and unmutes it unless they are
