@@ -6,6 +6,7 @@
 #include <BYGlobals.h>
 #include <DistributedNotificationCenter.h>
 #include <NotificationCenter.h>
+#include <PathNames.h>
 #include <Preferences.h>
 #include <SharedNames.h>
 #include <TableView.h>
@@ -38,14 +39,6 @@ QStringList stringsOf(const Value& value)
         }
     }
     return strings;
-}
-
-QStringView lastPathComponent(QStringView path)
-{
-    while (path.size() > 1 && path.endsWith(u'/')) {
-        path.chop(1);
-    }
-    return path.sliced(path.lastIndexOf(u'/') + 1);
 }
 
 int compareNames(QStringView a, QStringView b)

@@ -124,28 +124,23 @@ DragOperation BYAppsFilesController::tableView_validateDrop_proposedRow_proposed
         return DragOperation::None;
     }
     table->setDropRow_dropOperation(row, DropOperation::On);
-    const std::optional<QUrl> url = info.draggingPasteboard().url();
-    if (!url || !url->isLocalFile()) {
-        return DragOperation::None;
-    }
-    const QString path = url->toLocalFile();
-    return isDocument(path) || isApplication(path) ? DragOperation::Copy : DragOperation::None;
+    const std::optional<QString> path = info.draggingPasteboard().filename();
+    return path && (isDocument(*path) || isApplication(*path)) ? DragOperation::Copy : DragOperation::None;
 }
 
 bool BYAppsFilesController::tableView_acceptDrop_row_dropOperation(
     TableView* /*table*/, const DraggingInfo& info, int row, DropOperation /*operation*/)
 {
-    const std::optional<QUrl> url = info.draggingPasteboard().url();
-    if (!url) {
+    const std::optional<QString> path = info.draggingPasteboard().filename();
+    if (!path) {
         return false;
     }
-    const QString path = url->toLocalFile();
-    if (isDocument(path)) {
+    if (isDocument(*path)) {
         const QString application = applicationAtRow(std::max(row, 0));
         if (application.isEmpty()) {
             return false;
         }
-        BYGlobals::file4app()->insert(application, path);
+        BYGlobals::file4app()->insert(application, *path);
     } else {
         for (const QString& dragged : info.draggingPasteboard().filenames()) {
             addApplication(dragged);

@@ -95,10 +95,9 @@ public:
 
     /// Plays the sound of the first sound event with this code; codes outside 0 to 79 are ignored.
     static void playSoundForEvent(int code);
-    /// Plays the file, suitcase or folder (one of its files at random) at @p path.
-    static void playSoundForPhrase(const QString& path);
-    /// Stops the sound in the slot that phrases share.
-    static void stopSoundForPhrase();
+    /// Plays the file, suitcase or folder (one of its files at random) at @p path. The sound that plays now, in the
+    /// slot that phrases share; null when nothing does, as after a suitcase's.
+    static std::shared_ptr<Sound> playSoundForPhrase(const QString& path);
 
     /// @}
 };

@@ -32,12 +32,12 @@ constexpr FileTypes::TypeCode suitcaseType = FileTypes::typeCode("SFIL");
 constexpr FileTypes::TypeCode soundResourceType = FileTypes::typeCode("snd ");
 
 /// The sound that was last started for each event code, playing or finished; the phrases share one slot.
-std::array<std::unique_ptr<Sound>, slotCount> soundForEvent;
+std::array<std::shared_ptr<Sound>, slotCount> soundForEvent;
 
 /// Keeps a sound that has lost its slot until it has ended: destroying it would silence it.
-void letPlayOn(std::unique_ptr<Sound> sound)
+void letPlayOn(std::shared_ptr<Sound> sound)
 {
-    static std::vector<std::unique_ptr<Sound>> playingOn;
+    static std::vector<std::shared_ptr<Sound>> playingOn;
     std::erase_if(playingOn, [](const auto& other) { return !other->isPlaying(); });
     if (sound && sound->isPlaying()) {
         playingOn.push_back(std::move(sound));
@@ -46,23 +46,24 @@ void letPlayOn(std::unique_ptr<Sound> sound)
 
 void stopSlot(size_t slot)
 {
-    soundForEvent[slot].reset();
+    if (const std::shared_ptr<Sound> sound = std::exchange(soundForEvent[slot], {})) {
+        sound->stop();
+    }
 }
 
 /// Puts the sound of the file at @p path into the slot and starts it. A sound that is there plays on.
-void startInSlot(size_t slot, const QString& path)
+std::shared_ptr<Sound> startInSlot(size_t slot, const QString& path)
 {
     letPlayOn(std::exchange(soundForEvent[slot], Sound::soundWithContentsOfFile(path)));
     if (soundForEvent[slot]) {
         soundForEvent[slot]->play();
     }
+    return soundForEvent[slot];
 }
 
-void playFileInSlot(size_t slot, const QString& path)
+std::shared_ptr<Sound> playFileInSlot(size_t slot, const QString& path)
 {
-    if (playRandomSndFromSuitcase(path) == 0) {
-        startInSlot(slot, path);
-    }
+    return playRandomSndFromSuitcase(path) == 0 ? startInSlot(slot, path) : nullptr;
 }
 
 bool isSuitcase(const QString& path)
@@ -170,21 +171,17 @@ int playRandomSndFromSuitcase(const QString& path)
     return count;
 }
 
-void BYGlobals::playSoundForPhrase(const QString& path)
+std::shared_ptr<Sound> BYGlobals::playSoundForPhrase(const QString& path)
 {
     if (!QFileInfo(path).isDir()) {
-        playFileInSlot(phraseSlot, path);
-        return;
+        return playFileInSlot(phraseSlot, path);
     }
-    if (const std::optional<QString> name = randomPhraseSound(path)) {
-        stopSlot(phraseSlot);
-        playFileInSlot(phraseSlot, path + u'/' + *name);
+    const std::optional<QString> name = randomPhraseSound(path);
+    if (!name) {
+        return {};
     }
-}
-
-void BYGlobals::stopSoundForPhrase()
-{
     stopSlot(phraseSlot);
+    return playFileInSlot(phraseSlot, path + u'/' + *name);
 }
 
 void BYGlobals::playSoundForEvent(int code)

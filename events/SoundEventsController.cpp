@@ -2,13 +2,13 @@
 
 #include "EventEntries.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 
 #include <BYGlobals.h>
 #include <Bundle.h>
 #include <NotificationCenter.h>
+#include <PathNames.h>
 #include <RowButtons.h>
 #include <SharedNames.h>
 #include <Sound.h>
@@ -51,11 +51,6 @@ bool hasEmptySound(const DictionaryPointer& entry)
     return path.type() == PropertyList::Type::String && path.stringView().isEmpty();
 }
 
-QVariant lastPathComponent(const QString& path)
-{
-    return QFileInfo(QDir::cleanPath(path)).fileName();
-}
-
 /// The assigned sound by its file name, or the note that it is not there.
 QVariant soundText(const DictionaryPointer& entry)
 {
@@ -66,7 +61,7 @@ QVariant soundText(const DictionaryPointer& entry)
     if (!QFileInfo::exists(path)) {
         return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"cannot find assigned sound!"_s);
     }
-    return lastPathComponent(path);
+    return lastPathComponent(path).toString();
 }
 
 } // namespace
@@ -81,14 +76,12 @@ SoundEventsController::~SoundEventsController() = default;
 void SoundEventsController::awakeFromNib()
 {
     loadIcons();
-    theSoundToPlay.reset();
     mySoundEventsTable->registerForDraggedTypes();
     buildCells();
     fillVolumePopUp();
     mySoundEventsTable->setDataSource(this);
     NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, mySoundEventsTable,
         [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
-    addDesktopSoundFolders();
     mySoundEventsTable->reloadData();
 }
 
@@ -142,7 +135,7 @@ QVariant SoundEventsController::tableView_objectValueForTableColumn_row(
         return soundText(entry);
     }
     const PropertyList::Value* value = entry->find(identifier);
-    return value != nullptr ? lastPathComponent(value->textValue()) : QVariant();
+    return value != nullptr ? lastPathComponent(value->textValue()).toString() : QVariant();
 }
 
 void SoundEventsController::tableView_setObjectValue_forTableColumn_row(

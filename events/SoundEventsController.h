@@ -2,12 +2,10 @@
 
 #include <QObject>
 
-#include <OpenPanel.h>
-#include <SoundPanel.h>
+#include <SoundChooser.h>
 #include <TableViewDataSource.h>
 
-#include <memory>
-
+class OpenPanel;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -87,7 +85,8 @@ public:
     bool prepareOpenPanel(OpenPanel* panel);
     void panelSelectionDidChange(QObject* sender);
     bool folderExists(const QString& path) const;
-    /// Shows the folder of the pop-up's selected item in the panel.
+    /// Shows the folder of the pop-up's selected item in the panel. This and the next are sent to both tables, and
+    /// heard by the one whose panel is up.
     void goToFavouriteDirectory(QComboBox* sender);
     /// Adds the panel's selected folder to the pop-up, for as long as the pane lives.
     void addToFavouriteDirectory(QObject* sender);
@@ -101,11 +100,7 @@ private:
     void buildCells();
     void fillVolumePopUp();
     void searchForValue(const QString& key);
-    void addDesktopSoundFolders();
-    SoundPanelAccessory accessory() const;
-    QString selectedPath() const;
 
     TableColumn* popUpColumn = nullptr;
-    OpenPanel* _activeOpenPanel = nullptr;
-    std::unique_ptr<Sound> theSoundToPlay;
+    SoundChooser m_soundChooser;
 };

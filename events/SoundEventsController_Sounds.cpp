@@ -2,20 +2,17 @@
 
 #include "EventEntries.h"
 
-#include <QComboBox>
-#include <QLabel>
 #include <QPushButton>
-#include <QStandardPaths>
 
 #include <BYGlobals.h>
 #include <FileTypes.h>
+#include <OpenPanel.h>
 #include <Pasteboard.h>
 #include <SharedNames.h>
 #include <Sound.h>
 #include <SoundDocument.h>
 #include <SoundDrop.h>
 #include <SoundKinds.h>
-#include <SoundPanel.h>
 #include <TableView.h>
 
 using namespace Qt::StringLiterals;
@@ -31,14 +28,6 @@ bool isSuitcase(const QString& path)
     constexpr FileTypes::TypeCode smallLetters = FileTypes::typeCode("sfil");
     const std::optional<FileTypes::TypeCode> type = FileTypes::hfsTypeCode(path);
     return type && (*type == capitals || *type == smallLetters);
-}
-
-void addFolder(QComboBox* popUp, const QString& title, const QString& path)
-{
-    if (popUp->findData(path, Qt::ToolTipRole) < 0) {
-        popUp->addItem(title);
-        popUp->setItemData(popUp->count() - 1, path, Qt::ToolTipRole);
-    }
 }
 
 } // namespace
@@ -63,15 +52,11 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     }
     OpenPanel panel(mySoundEventsTable);
     prepareOpenPanel(&panel);
-    myOpenPanelViewChosenEventLabel->setText(entry->value(EventKey::eventName).textValue());
-    panel.setSelectionDidChange([this] { panelSelectionDidChange(nullptr); });
-    const QStringList chosen = SoundPanel::run(panel);
-    _activeOpenPanel = nullptr;
-    stopSelectedSound(this);
+    const std::optional<QString> chosen = m_soundChooser.run(entry->value(EventKey::eventName).textValue());
     // The helper may have had the document loaded anew while the panel was open.
     const DictionaryPointer present = EventEntries::present(BYGlobals::soundsPrefsArray(), entry);
-    if (present && !chosen.isEmpty()) {
-        present->insert(EventKey::soundFilepath, chosen.constFirst());
+    if (present && chosen) {
+        present->insert(EventKey::soundFilepath, *chosen);
         SoundDocument::saveAndRefreshMenu();
     }
     mySoundEventsTable->viewport()->update();
@@ -79,23 +64,18 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
 
 bool SoundEventsController::prepareOpenPanel(OpenPanel* panel)
 {
-    _activeOpenPanel = panel;
-    SoundPanel::prepare(
-        *panel, accessory(), this, [this] { playSelectedSound(myPlayButton); },
-        [this] { stopSelectedSound(myStopButton); });
+    m_soundChooser.prepare(*panel,
+        {myOpenPanelView, myOpenPanelViewChosenEventLabel, myPlayButton, myStopButton, myAddToFavouritesButton,
+            myFavouriteFoldersPopUpButton},
+        {[this] { panelSelectionDidChange(this); }, [this] { playSelectedSound(this); },
+            [this] { stopSelectedSound(this); },
+            [this](Sound* sound, bool finished) { sound_didFinishPlaying(sound, finished); }});
     return true;
-}
-
-SoundPanelAccessory SoundEventsController::accessory() const
-{
-    return {myOpenPanelView, myPlayButton, myStopButton, myAddToFavouritesButton};
 }
 
 void SoundEventsController::panelSelectionDidChange(QObject* /*sender*/)
 {
-    if (_activeOpenPanel != nullptr) {
-        SoundPanel::selectionDidChange(*_activeOpenPanel, accessory());
-    }
+    m_soundChooser.selectionDidChange(folderExists(m_soundChooser.selectedPath()));
 }
 
 bool SoundEventsController::folderExists(const QString& path) const
@@ -103,46 +83,19 @@ bool SoundEventsController::folderExists(const QString& path) const
     return SoundKinds::folderExists(path);
 }
 
-QString SoundEventsController::selectedPath() const
+void SoundEventsController::goToFavouriteDirectory(QComboBox* /*sender*/)
 {
-    return _activeOpenPanel != nullptr ? _activeOpenPanel->filenames().value(0) : QString();
-}
-
-/// The favourites begin with the folders where this desktop keeps sounds.
-void SoundEventsController::addDesktopSoundFolders()
-{
-    const QStringList dataFolders = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    for (const QString& folder : dataFolders) {
-        const QString sounds = folder + u"/sounds"_s;
-        if (folderExists(sounds)) {
-            addFolder(myFavouriteFoldersPopUpButton, sounds, sounds);
-        }
-    }
-    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
-    if (folderExists(music)) {
-        addFolder(myFavouriteFoldersPopUpButton, music, music);
-    }
-}
-
-void SoundEventsController::goToFavouriteDirectory(QComboBox* sender)
-{
-    const QString folder = sender->currentData(Qt::ToolTipRole).toString();
-    if (_activeOpenPanel != nullptr && !folder.isEmpty()) {
-        _activeOpenPanel->setDirectory(folder);
-    }
+    m_soundChooser.goToFavourite();
 }
 
 void SoundEventsController::addToFavouriteDirectory(QObject* /*sender*/)
 {
-    const QString path = selectedPath();
-    if (!path.isEmpty()) {
-        addFolder(myFavouriteFoldersPopUpButton, path, path);
-    }
+    m_soundChooser.addToFavourites();
 }
 
 void SoundEventsController::playSelectedSound(QObject* /*sender*/)
 {
-    const QString path = selectedPath();
+    const QString path = m_soundChooser.selectedPath();
     if (path.isEmpty()) {
         return;
     }
@@ -153,36 +106,20 @@ void SoundEventsController::playSelectedSound(QObject* /*sender*/)
         return;
     }
     stopSelectedSound(this);
-    theSoundToPlay = Sound::soundWithContentsOfFile(path);
-    if (!theSoundToPlay) {
-        return;
+    if (std::shared_ptr<Sound> sound = Sound::soundWithContentsOfFile(path)) {
+        sound->play();
+        m_soundChooser.previewDidStart(std::move(sound));
     }
-    // Queued: the sound is not destroyed while it is still telling that it has ended.
-    connect(
-        theSoundToPlay.get(), &Sound::finished, this,
-        [this, sound = theSoundToPlay.get()](bool finished) { sound_didFinishPlaying(sound, finished); },
-        Qt::QueuedConnection);
-    theSoundToPlay->play();
-    myStopButton->setEnabled(true);
 }
 
 void SoundEventsController::stopSelectedSound(QObject* /*sender*/)
 {
-    if (!theSoundToPlay) {
-        return;
-    }
-    theSoundToPlay->stop();
-    theSoundToPlay.reset();
-    myStopButton->setEnabled(false);
+    m_soundChooser.stopPreview();
 }
 
 void SoundEventsController::sound_didFinishPlaying(Sound* sound, bool /*finished*/)
 {
-    if (sound != theSoundToPlay.get()) {
-        return;
-    }
-    myStopButton->setEnabled(false);
-    theSoundToPlay.reset();
+    m_soundChooser.previewDidFinish(sound);
 }
 
 bool SoundEventsController::tableView_writeRowsWithIndexes_toPasteboard(
@@ -200,16 +137,13 @@ DragOperation SoundEventsController::tableView_validateDrop_proposedRow_proposed
 bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     TableView* /*table*/, const DraggingInfo& info, int row, DropOperation /*operation*/)
 {
-    const std::optional<QUrl> url = info.draggingPasteboard().url();
-    if (!url || !url->isLocalFile()) {
-        return false;
-    }
+    const std::optional<QString> path = info.draggingPasteboard().filename();
     const DictionaryPointer shown = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), std::max(row, 0));
     const DictionaryPointer entry = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
-    if (!entry) {
+    if (!path || !entry) {
         return false;
     }
-    entry->insert(EventKey::soundFilepath, url->toLocalFile());
+    entry->insert(EventKey::soundFilepath, *path);
     SoundDocument::saveAndRefreshMenu();
     if (BYGlobals::retrieveFromUserDefaults(SettingKey::playSoundOnDrop).integerValue() != 0) {
         BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());

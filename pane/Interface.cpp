@@ -222,12 +222,16 @@ void Interface::connectPhrases()
 void Interface::connectSoundPanel()
 {
     const Ui::SoundPanelAccessory& form = m_forms->soundPanel;
-    SoundEventsController* events = &m_controllers->events;
     QComboBox* favourites = form.myFavouriteFoldersPopUpButton;
-    QObject::connect(form.myAddToFavouritesButton, &QPushButton::clicked, events,
-        [events, button = form.myAddToFavouritesButton] { events->addToFavouriteDirectory(button); });
-    QObject::connect(favourites, &QComboBox::activated, events,
-        [events, favourites] { events->goToFavouriteDirectory(favourites); });
+    // Both tables hear what is done with the favourites; it concerns the one whose panel is up.
+    const auto connectFavourites = [&form, favourites](auto* controller) {
+        QObject::connect(form.myAddToFavouritesButton, &QPushButton::clicked, controller,
+            [controller, button = form.myAddToFavouritesButton] { controller->addToFavouriteDirectory(button); });
+        QObject::connect(favourites, &QComboBox::activated, controller,
+            [controller, favourites] { controller->goToFavouriteDirectory(favourites); });
+    };
+    connectFavourites(m_forms->phrases.abbsTableView);
+    connectFavourites(&m_controllers->events);
 }
 
 void Interface::connectEvents()

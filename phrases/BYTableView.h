@@ -10,6 +10,7 @@
 #include <DistributedNotificationCenter.h>
 #include <NotificationCenter.h>
 #include <PropertyList.h>
+#include <SoundChooser.h>
 #include <TableView.h>
 
 #include <functional>
@@ -70,10 +71,7 @@ public:
     QPushButton* myAddToFavouritesButton = nullptr;
     QPushButton* myPlayButton = nullptr;
     QPushButton* myStopButton = nullptr;
-    /// The sound panel that was opened last.
-    std::unique_ptr<OpenPanel> _activeOpenPanel;
-    /// The sound of the last preview, until the next one, Stop or its end.
-    std::unique_ptr<Sound> theSoundToPlay;
+    QComboBox* myFavouriteFoldersPopUpButton = nullptr;
     std::shared_ptr<ButtonCell> trashButtonCell;
 
     /// Connected by the interface file for other controllers' sake; the table does not use them.
@@ -81,7 +79,6 @@ public:
     QObject* myGlobals = nullptr;
     Matrix* expPrefsMatrix = nullptr;
     Matrix* triggersPrefsMatrix = nullptr;
-    QComboBox* myFavouriteFoldersPopUpButton = nullptr;
 
     /// The print window: a preview with a button that prints and one that closes.
     QDialog* printClippingsWindow = nullptr;
@@ -166,6 +163,9 @@ public:
     bool prepareOpenPanel(OpenPanel* panel);
     void panelSelectionDidChange(QObject* sender);
     bool folderExists(const QString& path) const;
+    /// These two are sent to both tables, and heard by the one whose panel is up.
+    void goToFavouriteDirectory(QComboBox* sender);
+    void addToFavouriteDirectory(QObject* sender);
     void playSelectedSound2(QObject* sender);
     void stopSelectedSound(QObject* sender);
     void sound_didFinishPlaying(Sound* sound, bool finished);
@@ -268,6 +268,7 @@ private:
     QString attachChar;
     TypeAhead m_typeAhead;
     FileExistence m_fileExistence;
+    SoundChooser m_soundChooser;
     /// The holds on the rows, what the helper told meanwhile, and the hold of the cell being edited.
     int m_rowHolds = 0;
     std::vector<DistributedNotification> m_waitingNotifications;

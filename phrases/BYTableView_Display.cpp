@@ -3,6 +3,7 @@
 #include <QLabel>
 
 #include <BYGlobals.h>
+#include <PathNames.h>
 #include <SharedNames.h>
 #include <Workspace.h>
 
@@ -18,16 +19,6 @@ bool hasSound(const Dictionary& entry)
     const PropertyList::Value* path = entry.find(PhraseKey::soundFilepath);
     // An absent key counts as a sound: the first click on the cell then stores the empty string.
     return !path || path->type() != PropertyList::Type::String || !path->stringView().isEmpty();
-}
-
-/// What stands after the last slash, trailing slashes apart; the whole of a text without one.
-QString lastPathComponent(const QString& path)
-{
-    QStringView rest = path;
-    while (rest.size() > 1 && rest.endsWith(u'/')) {
-        rest.chop(1);
-    }
-    return (rest.size() > 1 ? rest.mid(rest.lastIndexOf(u'/') + 1) : rest).toString();
 }
 
 } // namespace
@@ -86,7 +77,7 @@ QVariant BYTableView::textOrFileName(Cell& cell, const QString& stored, bool isS
 {
     cell.setDimmed(isSound && isMissing(stored));
     QString text = stored;
-    return lastPathComponent(text.replace(attachChar, localized(u"(Picture)"_s)));
+    return lastPathComponent(text.replace(attachChar, localized(u"(Picture)"_s))).toString();
 }
 
 bool BYTableView::isMissing(const QString& soundPath)

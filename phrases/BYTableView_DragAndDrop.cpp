@@ -29,12 +29,12 @@ DragOperation BYTableView::tableView_validateDrop_proposedRow_proposedDropOperat
 
 bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const DraggingInfo& info, int row, DropOperation)
 {
-    const std::optional<QUrl> url = info.draggingPasteboard().url();
+    const std::optional<QString> path = info.draggingPasteboard().filename();
     const DictionaryPointer entry = entryAt(std::max(row, 0));
-    if (!url || !entry) {
+    if (!path || !entry) {
         return false;
     }
-    entry->insert(PhraseKey::soundFilepath, url->path(QUrl::FullyDecoded));
+    entry->insert(PhraseKey::soundFilepath, *path);
     SoundDocument::saveAndRefreshMenu();
     return true;
 }

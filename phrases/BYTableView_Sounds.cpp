@@ -1,28 +1,16 @@
 #include "BYTableView.h"
 
-#include <QLabel>
 #include <QPushButton>
 
 #include <BYGlobals.h>
 #include <OpenPanel.h>
 #include <SharedNames.h>
-#include <Sound.h>
 #include <SoundDocument.h>
 #include <SoundKinds.h>
-#include <SoundPanel.h>
 
 using namespace Qt::StringLiterals;
 
 using PropertyList::DictionaryPointer;
-
-namespace {
-
-SoundPanelAccessory accessoryOf(const BYTableView& table)
-{
-    return {table.myOpenPanelView, table.myPlayButton, table.myStopButton, table.myAddToFavouritesButton};
-}
-
-} // namespace
 
 void BYTableView::trashButtonAction(QObject*)
 {
@@ -50,16 +38,12 @@ void BYTableView::handleAssignSoundDialog_row(QObject*, int row)
 void BYTableView::chooseSound(const DictionaryPointer& entry)
 {
     const RowHold hold(*this);
-    auto panel = std::make_unique<OpenPanel>(window());
-    prepareOpenPanel(panel.get());
-    _activeOpenPanel = std::move(panel);
-    if (myOpenPanelViewChosenEventLabel) {
-        myOpenPanelViewChosenEventLabel->setText(entry->value(PhraseKey::phrase).textValue());
-    }
-    const QStringList paths = SoundPanel::run(*_activeOpenPanel);
+    OpenPanel panel(window());
+    prepareOpenPanel(&panel);
+    const std::optional<QString> path = m_soundChooser.run(entry->value(PhraseKey::phrase).textValue());
     const DictionaryPointer asked = upToDateEntry(entry);
-    if (!paths.isEmpty() && asked) {
-        asked->insert(PhraseKey::soundFilepath, paths.constFirst());
+    if (path && asked) {
+        asked->insert(PhraseKey::soundFilepath, *path);
         SoundDocument::saveAndRefreshMenu();
     }
     viewport()->update();
@@ -67,17 +51,18 @@ void BYTableView::chooseSound(const DictionaryPointer& entry)
 
 bool BYTableView::prepareOpenPanel(OpenPanel* panel)
 {
-    panel->setSelectionDidChange([this] { panelSelectionDidChange(this); });
-    SoundPanel::prepare(
-        *panel, accessoryOf(*this), this, [this] { playSelectedSound2(this); }, [this] { stopSelectedSound(this); });
+    m_soundChooser.prepare(*panel,
+        {myOpenPanelView, myOpenPanelViewChosenEventLabel, myPlayButton, myStopButton, myAddToFavouritesButton,
+            myFavouriteFoldersPopUpButton},
+        {[this] { panelSelectionDidChange(this); }, [this] { playSelectedSound2(this); },
+            [this] { stopSelectedSound(this); },
+            [this](Sound* sound, bool finished) { sound_didFinishPlaying(sound, finished); }});
     return true;
 }
 
 void BYTableView::panelSelectionDidChange(QObject*)
 {
-    if (_activeOpenPanel) {
-        SoundPanel::selectionDidChange(*_activeOpenPanel, accessoryOf(*this));
-    }
+    m_soundChooser.selectionDidChange(folderExists(m_soundChooser.selectedPath()));
 }
 
 bool BYTableView::folderExists(const QString& path) const
@@ -85,33 +70,31 @@ bool BYTableView::folderExists(const QString& path) const
     return SoundKinds::folderExists(path);
 }
 
+void BYTableView::goToFavouriteDirectory(QComboBox*)
+{
+    m_soundChooser.goToFavourite();
+}
+
+void BYTableView::addToFavouriteDirectory(QObject*)
+{
+    m_soundChooser.addToFavourites();
+}
+
+// Files previewed one after another sound together, as phrases do, until Stop ends them all. Stop is enabled even by a
+// suitcase, which is over by then. Both are meant.
 void BYTableView::playSelectedSound2(QObject*)
 {
-    const QStringList paths = _activeOpenPanel ? _activeOpenPanel->filenames() : QStringList();
-    if (paths.isEmpty()) {
-        return;
-    }
-    if (theSoundToPlay) {
-        theSoundToPlay->stop();
-    }
-    theSoundToPlay = Sound::soundWithContentsOfFile(paths.constFirst());
-    BYGlobals::playSoundForPhrase(paths.constFirst());
-    if (myStopButton) {
-        myStopButton->setEnabled(true);
+    if (const QString path = m_soundChooser.selectedPath(); !path.isEmpty()) {
+        m_soundChooser.previewDidStart(BYGlobals::playSoundForPhrase(path));
     }
 }
 
-// What is heard is the sound in the slot that phrases share: stopping it is what makes the preview fall silent.
 void BYTableView::stopSelectedSound(QObject*)
 {
-    BYGlobals::stopSoundForPhrase();
-    sound_didFinishPlaying(theSoundToPlay.get(), false);
+    m_soundChooser.stopPreview();
 }
 
-void BYTableView::sound_didFinishPlaying(Sound*, bool)
+void BYTableView::sound_didFinishPlaying(Sound* sound, bool)
 {
-    theSoundToPlay.reset();
-    if (myStopButton) {
-        myStopButton->setEnabled(false);
-    }
+    m_soundChooser.previewDidFinish(sound);
 }

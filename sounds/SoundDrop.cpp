@@ -16,7 +16,7 @@ DragOperation SoundDrop::validate(TableView* table, const DraggingInfo& info, in
         return DragOperation::None;
     }
     table->setDropRow_dropOperation(row, DropOperation::On);
-    return SoundKinds::dropOperation(info.draggingPasteboard().url());
+    return SoundKinds::dropOperation(info.draggingPasteboard().filename());
 }
 
 bool SoundDrop::writeRows(const QList<int>& rows, Pasteboard& pasteboard)

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include <FileTypes.h>
+#include <PathNames.h>
 
 using namespace Qt::StringLiterals;
 
@@ -25,15 +26,14 @@ bool SoundKinds::folderExists(const QString& path)
     return QFileInfo(path).isDir();
 }
 
-DragOperation SoundKinds::dropOperation(const std::optional<QUrl>& url)
+DragOperation SoundKinds::dropOperation(const std::optional<QString>& path)
 {
-    if (!url || !url->isLocalFile()) {
+    if (!path) {
         return DragOperation::None;
     }
-    // A folder dragged as "Boings/" is the folder "Boings".
-    const QString name = url->adjusted(QUrl::StripTrailingSlash).fileName();
+    const QStringView name = lastPathComponent(*path);
     const qsizetype dot = name.lastIndexOf(u'.');
     // A dot that begins the name begins no extension.
-    const QString extension = dot > 0 ? name.mid(dot + 1) : QString();
+    const QStringView extension = dot > 0 ? name.sliced(dot + 1) : QStringView();
     return extension.isEmpty() || panelExtensions().contains(extension) ? DragOperation::Copy : DragOperation::None;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QStringList>
-#include <QUrl>
 
 #include <DraggingInfo.h>
 
@@ -16,8 +15,8 @@ QStringList openPanelTypes();
 /// Whether a folder exists at @p path; a link to a folder counts.
 bool folderExists(const QString& path);
 
-/// What dropping @p url on a row does: Copy for a file URL whose extension is accepted as it is spelt (letter case
+/// What dropping the file at @p path on a row does: Copy when its extension is accepted as it is spelt (letter case
 /// counts) or is missing, as that of a folder is; otherwise None.
-DragOperation dropOperation(const std::optional<QUrl>& url);
+DragOperation dropOperation(const std::optional<QString>& path);
 
 } // namespace SoundKinds

@@ -22,7 +22,7 @@ constexpr quint32 levelMask = 0xFFFF;
 constexpr quint32 volumesPerLevel = PA_VOLUME_NORM / fullLevel;
 constexpr std::chrono::milliseconds readTimeout{100};
 
-/// What the server stores for the role, as it was last told.
+/// What the server stores for the role. An entry need not hold a volume: it is full then.
 struct StoredVolume
 {
     pa_channel_map channels = {.channels = 1, .map = {PA_CHANNEL_POSITION_MONO}};
@@ -36,36 +36,49 @@ struct StoredVolume
     }
 };
 
-/// Follows the stored volume. Everything here happens with the server locked.
-class VolumeFollower final
+StoredVolume storedIn(const pa_ext_stream_restore_info& entry)
 {
-    Q_DISABLE_COPY_MOVE(VolumeFollower)
+    StoredVolume stored;
+    stored.muted = entry.mute != 0;
+    if (entry.device != nullptr) {
+        stored.device = entry.device;
+    }
+    if (pa_cvolume_valid(&entry.volume) != 0) {
+        stored.channels = entry.channel_map;
+        stored.volume = entry.volume;
+    }
+    return stored;
+}
+
+/// The server's entry for the role: asked for at every use, since not every server tells when another program changes
+/// it. Everything here happens with the server locked.
+class AlertVolumeEntry final
+{
+    Q_DISABLE_COPY_MOVE(AlertVolumeEntry)
 
 public:
-    static VolumeFollower& instance();
+    static AlertVolumeEntry& instance();
 
     AlertVolume::Reading read(SoundServer::Lock& lock);
     void set(quint32 level);
 
 private:
-    enum class State { Unknown, Known, Unavailable };
+    AlertVolumeEntry();
+    ~AlertVolumeEntry() = default;
 
-    VolumeFollower();
-    ~VolumeFollower() = default;
-
-    void follow(pa_context* context);
-    void refresh();
-    void receiveEntry(const pa_ext_stream_restore_info* entry, int endOfList);
+    void ask();
+    void receive(const pa_ext_stream_restore_info* entry, int endOfList);
     void write();
 
     SoundServer& m_server = SoundServer::instance();
-    State m_state = State::Unknown;
-    StoredVolume m_stored;
-    /// What the server is telling in answer to refresh().
+    /// What the server told last; nothing before it has, or where it stores no volumes.
+    std::optional<StoredVolume> m_stored;
+    /// A question is under way, and what has been told in answer to it.
+    bool m_isAsking = false;
     StoredVolume m_incoming;
-    /// A level that was set before the server had told what else belongs to the entry.
+    /// A level to be set, once the server has told what else belongs to the entry.
     std::optional<quint32> m_pendingLevel;
-    /// The server was waited for and did not answer: it is not waited for again.
+    /// The server was waited for and did not answer: it is not waited for again until it does.
     bool m_isSilent = false;
 };
 
@@ -76,84 +89,83 @@ void forget(pa_operation* operation)
     }
 }
 
-VolumeFollower& VolumeFollower::instance()
+AlertVolumeEntry& AlertVolumeEntry::instance()
 {
     // Never destroyed, as the server that calls it back is not.
-    static auto& follower = *new VolumeFollower;
-    return follower;
+    static auto& entry = *new AlertVolumeEntry;
+    return entry;
 }
 
-VolumeFollower::VolumeFollower()
+AlertVolumeEntry::AlertVolumeEntry()
 {
-    m_server.whenConnected([this](pa_context* context) { follow(context); });
+    m_server.whenConnected([this](pa_context* /*context*/) {
+        m_stored.reset();
+        m_isAsking = false;
+        m_isSilent = false;
+        ask();
+    });
 }
 
-AlertVolume::Reading VolumeFollower::read(SoundServer::Lock& lock)
+AlertVolume::Reading AlertVolumeEntry::read(SoundServer::Lock& lock)
 {
     m_server.connect();
+    ask();
     const auto isAnswered = [this] {
-        return !m_server.isConnecting() && (m_server.context() == nullptr || m_state != State::Unknown);
+        return !m_server.isConnecting() && (m_server.context() == nullptr || !m_isAsking);
     };
     m_isSilent = !m_server.wait(lock, m_isSilent ? std::chrono::milliseconds(0) : readTimeout, isAnswered);
-    if (m_server.context() == nullptr || m_state != State::Known) {
+    if (m_server.context() == nullptr || !m_stored) {
         return {AlertVolume::noHardwareError, 0};
     }
-    const quint32 level = m_stored.level();
+    const quint32 level = m_stored->level();
     return {0, level | level << 16U};
 }
 
-void VolumeFollower::set(quint32 level)
+void AlertVolumeEntry::set(quint32 level)
 {
     m_pendingLevel = level;
     m_server.connect();
-    if (m_server.context() != nullptr && m_state == State::Known) {
-        write();
+    ask();
+}
+
+void AlertVolumeEntry::ask()
+{
+    if (m_server.context() == nullptr || m_isAsking) {
+        return;
     }
-}
-
-void VolumeFollower::follow(pa_context* context)
-{
-    m_state = State::Unknown;
-    m_isSilent = false;
-    pa_ext_stream_restore_set_subscribe_cb(
-        context, [](pa_context*, void* self) { static_cast<VolumeFollower*>(self)->refresh(); }, this);
-    forget(pa_ext_stream_restore_subscribe(context, 1, nullptr, nullptr));
-    refresh();
-}
-
-void VolumeFollower::refresh()
-{
     m_incoming = {};
     const auto receive = [](pa_context*, const pa_ext_stream_restore_info* entry, int endOfList, void* self) {
-        static_cast<VolumeFollower*>(self)->receiveEntry(entry, endOfList);
+        static_cast<AlertVolumeEntry*>(self)->receive(entry, endOfList);
     };
-    forget(pa_ext_stream_restore_read(m_server.context(), receive, this));
+    pa_operation* const question = pa_ext_stream_restore_read(m_server.context(), receive, this);
+    m_isAsking = question != nullptr;
+    forget(question);
 }
 
-void VolumeFollower::receiveEntry(const pa_ext_stream_restore_info* entry, int endOfList)
+void AlertVolumeEntry::receive(const pa_ext_stream_restore_info* entry, int endOfList)
 {
     if (endOfList == 0) {
-        if (qstrcmp(entry->name, entryName) == 0 && pa_cvolume_valid(&entry->volume) != 0) {
-            m_incoming = {entry->channel_map, entry->volume,
-                entry->device != nullptr ? std::optional(QByteArray(entry->device)) : std::nullopt, entry->mute != 0};
+        if (qstrcmp(entry->name, entryName) == 0) {
+            m_incoming = storedIn(*entry);
         }
         return;
     }
-    m_state = endOfList > 0 ? State::Known : State::Unavailable;
-    m_stored = m_incoming;
-    if (m_state == State::Known && m_pendingLevel) {
+    m_isAsking = false;
+    m_isSilent = false;
+    m_stored = endOfList > 0 ? std::optional(m_incoming) : std::nullopt;
+    if (m_stored && m_pendingLevel) {
         write();
     }
     m_server.notifyWaiting();
 }
 
-void VolumeFollower::write()
+void AlertVolumeEntry::write()
 {
     const quint32 level = *std::exchange(m_pendingLevel, std::nullopt);
-    pa_cvolume_set(&m_stored.volume, m_stored.channels.channels, level * volumesPerLevel);
-    m_stored.muted = m_stored.muted && level == 0;
-    const pa_ext_stream_restore_info entry = {entryName, m_stored.channels, m_stored.volume,
-        m_stored.device ? m_stored.device->constData() : nullptr, m_stored.muted ? 1 : 0};
+    pa_cvolume_set(&m_stored->volume, m_stored->channels.channels, level * volumesPerLevel);
+    m_stored->muted = m_stored->muted && level == 0;
+    const pa_ext_stream_restore_info entry = {entryName, m_stored->channels, m_stored->volume,
+        m_stored->device ? m_stored->device->constData() : nullptr, m_stored->muted ? 1 : 0};
     forget(pa_ext_stream_restore_write(m_server.context(), PA_UPDATE_REPLACE, &entry, 1, 1, nullptr, nullptr));
 }
 
@@ -162,11 +174,11 @@ void VolumeFollower::write()
 AlertVolume::Reading AlertVolume::getSysBeepVolume()
 {
     SoundServer::Lock lock(SoundServer::instance());
-    return VolumeFollower::instance().read(lock);
+    return AlertVolumeEntry::instance().read(lock);
 }
 
 void AlertVolume::setSysBeepVolume(quint32 level)
 {
     const SoundServer::Lock lock(SoundServer::instance());
-    VolumeFollower::instance().set(std::min(level & levelMask, fullLevel));
+    AlertVolumeEntry::instance().set(std::min(level & levelMask, fullLevel));
 }

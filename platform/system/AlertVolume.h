@@ -21,12 +21,12 @@ struct Reading
 
 /// The alert volume now; a muted one reads as 0, and one above full as full.
 ///
-/// The value is kept up to date by the server's own notices, so that a read asks nobody. Only the first read after a
-/// connection was made waits for the server, for 100 ms at most.
+/// Asks the server and waits for its answer, 100 ms at most; one that has not answered is not waited for again until it
+/// does. What it told last is the answer then. Why it is asked: docs/decisions/alert-volume.md.
 Reading getSysBeepVolume();
 
 /// Sets the alert volume to the low 16 bits of @p level (more than full counts as full) and unmutes it unless they are
-/// 0. Does not wait; without a sound server nothing happens.
+/// 0. The device that the server stores with it stays. Does not wait; without a sound server nothing happens.
 void setSysBeepVolume(quint32 level);
 
 } // namespace AlertVolume

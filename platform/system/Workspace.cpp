@@ -75,6 +75,9 @@ QPixmap drawnApplicationIcon(int size)
 
 void Workspace::selectFile(const QString& path)
 {
+    if (path.isEmpty()) {
+        return;
+    }
     const QByteArray uri = QUrl::fromLocalFile(path).toEncoded();
     MessageBus::session().ask(
         showItems, [uri](sd_bus_message* message) { sd_bus_message_append(message, "ass", 1, uri.constData(), ""); },

@@ -7,7 +7,7 @@
 namespace Workspace {
 
 /// Shows the file or folder at @p path selected in the file manager; falls back to opening its folder where no file
-/// manager answers within five seconds.
+/// manager answers within five seconds. Does nothing for an empty path.
 void selectFile(const QString& path);
 
 /// The desktop's icon of the file, folder, `.desktop` entry or `.app` bundle at @p path; the icon of a missing file

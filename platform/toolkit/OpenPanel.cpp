@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QPointer>
 
+#include <PathNames.h>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -119,6 +121,10 @@ int OpenPanel::Implementation::browse(const QString& directory, const QString& f
     filePanel = &panel;
     const int result = panel.exec();
     filenames = result == QDialog::Accepted ? panel.selectedFiles() : QStringList();
+    // A folder may have been typed with a slash at its end.
+    for (QString& path : filenames) {
+        path.truncate(withoutEndSlash(path).size());
+    }
     return result == QDialog::Accepted ? okButton : cancelButton;
 }
 

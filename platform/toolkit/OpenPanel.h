@@ -40,7 +40,7 @@ public:
     /// when it does not exist), @p file the name preselected, @p types what can be chosen (all files when empty).
     int runModalForDirectory_file_types(const QString& directory, const QString& file, const QStringList& types);
 
-    /// The absolute paths selected now or, afterwards, chosen.
+    /// The absolute paths selected now or, afterwards, chosen, without a slash at their ends.
     QStringList filenames() const;
     /// Shows another folder while the panel runs.
     void setDirectory(const QString& path);

@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +14,12 @@ namespace {
 QString mimeType(const QString& type)
 {
     return type == Pasteboard::stringType ? u"text/plain"_s : u"application/x-blipsy-"_s + type.toLower();
+}
+
+/// Empty for what names no file.
+QString pathOf(const QUrl& url)
+{
+    return url.isLocalFile() ? url.path(QUrl::FullyDecoded | QUrl::StripTrailingSlash) : QString();
 }
 
 std::unique_ptr<QMimeData> copyOf(const QMimeData& data)
@@ -118,11 +125,12 @@ std::optional<QByteArray> Pasteboard::dataForType(const QString& type) const
     return m_content->data()->data(mimeType(type));
 }
 
-std::optional<QUrl> Pasteboard::url() const
+std::optional<QString> Pasteboard::filename() const
 {
     const QMimeData* const data = m_content->data();
     const QList<QUrl> urls = data ? data->urls() : QList<QUrl>();
-    return urls.isEmpty() ? std::nullopt : std::optional(urls.first());
+    const QString path = urls.isEmpty() ? QString() : pathOf(urls.first());
+    return path.isEmpty() ? std::nullopt : std::optional(path);
 }
 
 QStringList Pasteboard::filenames() const
@@ -130,8 +138,8 @@ QStringList Pasteboard::filenames() const
     const QMimeData* const data = m_content->data();
     QStringList names;
     for (const QUrl& url : data ? data->urls() : QList<QUrl>()) {
-        if (url.isLocalFile()) {
-            names.append(url.toLocalFile());
+        if (const QString path = pathOf(url); !path.isEmpty()) {
+            names.append(path);
         }
     }
     return names;

@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
-#include <QUrl>
 
 #include <memory>
 #include <optional>
@@ -41,9 +40,10 @@ public:
     std::optional<QString> stringForType(const QString& type) const;
     std::optional<QByteArray> dataForType(const QString& type) const;
 
-    /// The first URL on the pasteboard; nothing when there is none.
-    std::optional<QUrl> url() const;
-    /// The paths of all file URLs on the pasteboard.
+    /// The path of the file that the first URL on the pasteboard names; nothing when there is no URL, or it is not a
+    /// file's. A host is left out, since files are on this computer whatever it is called; so is a slash at the end.
+    std::optional<QString> filename() const;
+    /// The paths of all file URLs on the pasteboard, in the same form.
     QStringList filenames() const;
 
     std::unique_ptr<QMimeData> takeData();

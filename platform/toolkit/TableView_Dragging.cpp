@@ -84,7 +84,9 @@ DragOperation TableView::Implementation::validateDrop(const QDropEvent& event)
 void TableView::dragEnterEvent(QDragEnterEvent* event)
 {
     QTableView::dragEnterEvent(event);
-    answer(event, m_implementation->validateDrop(*event));
+    // A drag whose entering is refused is over for this widget, and it may enter where nothing can be dropped on its
+    // way to a row. Each of its moves, the first of which follows at once, is answered by what is under it.
+    event->acceptProposedAction();
 }
 
 void TableView::dragMoveEvent(QDragMoveEvent* event)

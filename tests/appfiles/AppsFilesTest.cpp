@@ -61,6 +61,7 @@ struct ApplicationsTab
         QList<QUrl> urls;
         for (const QString& path : paths) {
             urls.append(QUrl::fromLocalFile(path));
+            urls.last().setHost(u"localhost"_s);
         }
         data.setUrls(urls);
         const Pasteboard pasteboard(&data);
@@ -163,6 +164,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("row");
         QTest::addColumn<bool>("accepted");
         QTest::newRow("application") << u"New.app"_s << 0 << true;
+        QTest::newRow("application with a slash") << u"New.app/"_s << 0 << true;
         QTest::newRow("installed application") << u"new.desktop"_s << 0 << true;
         QTest::newRow("document in another letter case") << u"x.blipsy"_s << 0 << false;
         QTest::newRow("below the last row") << u"New.app"_s << 2 << false;
@@ -174,7 +176,7 @@ private Q_SLOTS:
         QFETCH(int, row);
         QFETCH(bool, accepted);
         QCOMPARE(m_tab->drop({path(name)}, row), accepted);
-        QCOMPARE(storedApplications().contains(path(name)), accepted);
+        QCOMPARE(storedApplications().contains(QDir::cleanPath(path(name))), accepted);
     }
 
     void twoDroppedApplicationsAreBothAdded()

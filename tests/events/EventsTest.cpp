@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -82,7 +83,9 @@ struct EventsTab
     bool drop(const QString& path, int row)
     {
         QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(path)});
+        QUrl url = QUrl::fromLocalFile(path);
+        url.setHost(u"localhost"_s);
+        data.setUrls({url});
         const Pasteboard pasteboard(&data);
         const DraggingInfo info(pasteboard, false);
         return controller.tableView_validateDrop_proposedRow_proposedDropOperation(
@@ -166,6 +169,8 @@ private Q_SLOTS:
         QCOMPARE(m_tab->cell(u"SoundFilepath"_s, 0).toString(), u"boing.aiff"_s);
         QVERIFY(!m_tab->cell(u"SoundFilepath"_s, 1).isValid());
         QCOMPARE(m_tab->cell(u"SoundFilepath"_s, 2).toString(), u"cannot find assigned sound!"_s);
+        entryAt(0)->insert(EventKey::soundFilepath, u"/"_s);
+        QCOMPARE(m_tab->cell(u"SoundFilepath"_s, 0).toString(), u"/"_s);
     }
 
     void sliderSetsWhatTheSelectionSays()
@@ -271,6 +276,7 @@ private Q_SLOTS:
         QTest::newRow("sound file") << u"a.wav"_s << 1 << true;
         QTest::newRow("capitals") << u"a.WAV"_s << 1 << false;
         QTest::newRow("no extension") << u"folder"_s << 1 << true;
+        QTest::newRow("folder with a slash") << u"folder/"_s << 1 << true;
         QTest::newRow("below the last row") << u"a.wav"_s << 3 << false;
     }
 
@@ -281,7 +287,8 @@ private Q_SLOTS:
         QFETCH(bool, accepted);
         const QString path = m_folder->filePath(name);
         QCOMPARE(m_tab->drop(path, row), accepted);
-        QCOMPARE(storedEntryAt(1)->value(EventKey::soundFilepath).string(), accepted ? path : QString());
+        QCOMPARE(
+            storedEntryAt(1)->value(EventKey::soundFilepath).string(), accepted ? QDir::cleanPath(path) : QString());
     }
 
 private:

@@ -3,8 +3,13 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QListView>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -13,6 +18,7 @@
 #include <BYTableView.h>
 #include <Bundle.h>
 #include <Matrix.h>
+#include <ModalDriver.h>
 #include <SharedNames.h>
 #include <Slider.h>
 
@@ -53,7 +59,8 @@ private Q_SLOTS:
     void init()
     {
         const auto phrase = Dictionary::create({{PhraseKey::phrase, u"hello"_s}, {PhraseKey::soundFilepath, u""_s}});
-        const auto event = Dictionary::create({{EventKey::event, u"28"_s}, {EventKey::eventName, u"System alert"_s}});
+        const auto event = Dictionary::create(
+            {{EventKey::event, u"28"_s}, {EventKey::eventName, u"System alert"_s}, {EventKey::soundFilepath, u""_s}});
         const auto root = Dictionary::create({{DocumentKey::clippings, Array::create({phrase})},
             {DocumentKey::sounds, Array::create({event})}, {DocumentKey::setVolume, u"0.5"_s}});
         const QString path = m_folder.filePath(u"test.blipsy"_s);
@@ -121,6 +128,47 @@ private Q_SLOTS:
         }
         QCOMPARE(nameless.join(u", "_s), QString());
         QVERIFY(!interface.selectTab(u"Nowhere"_s));
+    }
+
+    void favouritesServeThePanelOfEitherTable_data()
+    {
+        QTest::addColumn<QString>("table");
+        QTest::newRow("phrases") << u"abbsTableView"_s;
+        QTest::newRow("events") << u"mySoundEventsTable"_s;
+    }
+
+    void favouritesServeThePanelOfEitherTable()
+    {
+        QFETCH(QString, table);
+        Interface interface;
+        for (const auto& setUp : interface.setUps()) {
+            setUp();
+        }
+        const QString favourite = m_folder.filePath(u"sounds"_s);
+        QVERIFY(QDir().mkpath(favourite));
+        const ModalDriver driver([&](QWidget* modal) {
+            const auto close = qScopeGuard([modal] { modal->close(); });
+            auto* const panel = qobject_cast<QFileDialog*>(modal);
+            auto* const add = modal->findChild<QPushButton*>(u"myAddToFavouritesButton"_s);
+            auto* const favourites = modal->findChild<QComboBox*>(u"myFavouriteFoldersPopUpButton"_s);
+            auto* const list = modal->findChild<QListView*>(u"listView"_s);
+            QVERIFY(!add->isEnabled());
+            const int before = favourites->count();
+            panel->setDirectory(m_folder.path());
+            QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 1);
+            list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
+            add->click();
+            add->click();
+            QCOMPARE(favourites->count(), before + 1);
+            favourites->setCurrentIndex(before);
+            Q_EMIT favourites->activated(before);
+            QCOMPARE(panel->directory().path(), favourite);
+        });
+        auto* const phrasesOrEvents = child<TableView>(interface, table);
+        phrasesOrEvents->selectRow_byExtendingSelection(0, false);
+        QKeyEvent commandA(QEvent::KeyPress, Qt::Key_A, Qt::ControlModifier, u"a"_s);
+        QVERIFY(phrasesOrEvents->performKeyEquivalent(&commandA));
+        QVERIFY(driver.wasAnswered());
     }
 
 private:

@@ -14,6 +14,7 @@
 #include <Pasteboard.h>
 #include <PhraseList.h>
 #include <SharedNames.h>
+#include <Sound.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 
@@ -272,7 +273,8 @@ private Q_SLOTS:
         QCOMPARE(PhraseList::entryAt(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(m_sound));
     }
 
-    void previewInThePanelFallsSilentOnStop()
+    /// What sounded before the panel came up is no part of the preview.
+    void previewFallsSilentOnStopAndAtTheEndOfThePanel()
     {
         QTemporaryDir folder;
         SoundFixtures::write(folder.filePath(u"long.aiff"_s), SoundFixtures::aiff(440, 20));
@@ -285,21 +287,31 @@ private Q_SLOTS:
             QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 1);
             list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
             QVERIFY(m_tab->table->myPlayButton->isEnabled());
-            m_tab->table->myPlayButton->click();
-            QTRY_VERIFY(SoundServerControl::hasStreams());
+            const auto playTwice = [this] {
+                m_tab->table->myPlayButton->click();
+                m_tab->table->myPlayButton->click();
+            };
+            playTwice();
+            QTRY_COMPARE(streamCount(), 3);
             QVERIFY(m_tab->table->myStopButton->isEnabled());
             m_tab->table->myStopButton->click();
-            QTRY_VERIFY(!SoundServerControl::hasStreams());
+            QTRY_COMPARE(streamCount(), 1);
             QVERIFY(!m_tab->table->myStopButton->isEnabled());
+            playTwice();
+            QTRY_COMPARE(streamCount(), 3);
         });
+        const auto before = BYGlobals::playSoundForPhrase(folder.filePath(u"long.aiff"_s));
         m_tab->table->handleAssignSoundDialog_row(nullptr, row);
         QVERIFY(preview.wasAnswered());
+        QTRY_COMPARE(streamCount(), 1);
+        before->stop();
+        QTRY_COMPARE(streamCount(), 0);
     }
 
     void dropGivesTheRowItsSound()
     {
         QMimeData data;
-        data.setUrls({QUrl(u"file:///x/a%20b.wav"_s)});
+        data.setUrls({QUrl(u"file://localhost/x/a%20b/"_s)});
         const Pasteboard pasteboard(&data);
         const DraggingInfo info(pasteboard, false);
         const auto drop = [this, &info](int row) {
@@ -310,7 +322,7 @@ private Q_SLOTS:
         for (const int row : {-1, 1}) {
             QVERIFY(drop(row));
             const DictionaryPointer stored = PhraseList::entryAt(m_tab->storedPhrases(), std::max(row, 0));
-            QCOMPARE(stored->value(PhraseKey::soundFilepath).string(), u"/x/a b.wav"_s);
+            QCOMPARE(stored->value(PhraseKey::soundFilepath).string(), u"/x/a b"_s);
         }
         QCOMPARE(m_tab->table->tableView_validateDrop_proposedRow_proposedDropOperation(
                      m_tab->table, info, 4, DropOperation::Above),
@@ -318,6 +330,11 @@ private Q_SLOTS:
     }
 
 private:
+    static qsizetype streamCount()
+    {
+        return SoundServerControl::control({u"list"_s, u"short"_s, u"sink-inputs"_s}).value_or("").count('\n');
+    }
+
     static int rowOf(const QString& phrase) { return PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase); }
 
     static int brokenRow()

@@ -140,6 +140,7 @@ private Q_SLOTS:
     {
         DesktopService manager(u"org.freedesktop.FileManager1"_s);
         QVERIFY(manager.m_ready);
+        Workspace::selectFile({});
         Workspace::selectFile(u"/some folder/ä.aiff"_s);
         QTRY_COMPARE(manager.m_calls, QStringList{u"/org/freedesktop/FileManager1 ShowItems"_s});
         QCOMPARE(manager.m_arguments.first(), QVariant(QStringList{u"file:///some%20folder/%C3%A4.aiff"_s}));

@@ -146,12 +146,16 @@ void ControlsTest::pasteboardCarriesTypesOverTheClipboard()
 void ControlsTest::pasteboardReadsDraggedFiles()
 {
     QMimeData data;
-    data.setUrls({QUrl(u"http://example.com/a.wav"_s), QUrl::fromLocalFile(u"/b c.wav"_s)});
     const Pasteboard pasteboard(&data);
-    QCOMPARE(pasteboard.url(), QUrl(u"http://example.com/a.wav"_s));
-    QCOMPARE(pasteboard.filenames(), QStringList{u"/b c.wav"_s});
-    const QMimeData empty;
-    QVERIFY(!Pasteboard(&empty).url());
+    QVERIFY(!pasteboard.filename());
+    QList<QUrl> urls = {QUrl(u"file://localhost/b%20c.wav"_s), QUrl(u"file://elsewhere/d.wav"_s),
+        QUrl(u"file:///Boings/"_s), QUrl(u"file:///"_s), QUrl(u"file://elsewhere"_s)};
+    data.setUrls(urls);
+    QCOMPARE(pasteboard.filename(), u"/b c.wav"_s);
+    urls.prepend(QUrl(u"http://example.com/a.wav"_s));
+    data.setUrls(urls);
+    QVERIFY(!pasteboard.filename());
+    QCOMPARE(pasteboard.filenames(), (QStringList{u"/b c.wav"_s, u"/d.wav"_s, u"/Boings"_s, u"/"_s}));
 }
 
 void ControlsTest::observersHearTheirObjectUntilTheyGo()

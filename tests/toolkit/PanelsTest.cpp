@@ -163,6 +163,7 @@ void PanelsTest::openPanelChoosesFilesAndFolders_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("file") << u"boing.AIFF"_s;
     QTest::newRow("folder") << u"Sounds"_s;
+    QTest::newRow("typed folder with a slash") << u"Sounds/"_s;
 }
 
 void PanelsTest::openPanelChoosesFilesAndFolders()
@@ -172,12 +173,16 @@ void PanelsTest::openPanelChoosesFilesAndFolders()
     panel.setCanChooseDirectories(true);
     QStringList seen;
     panel.setSelectionDidChange([&] { seen = panel.filenames(); });
-    const QString path = m_folder->filePath(name);
+    const QString path = QDir::cleanPath(m_folder->filePath(name));
     const ModalDriver driver([&](QWidget* modal) {
         QCOMPARE(modal->objectName(), u"OpenPanel"_s);
-        QTRY_VERIFY(rowCalled(modal, name).isValid());
-        modal->findChild<QListView*>(u"listView"_s)->setCurrentIndex(rowCalled(modal, name));
-        QCOMPARE(seen, QStringList{path});
+        if (name.endsWith(u'/')) {
+            modal->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(m_folder->filePath(name));
+        } else {
+            QTRY_VERIFY(rowCalled(modal, name).isValid());
+            modal->findChild<QListView*>(u"listView"_s)->setCurrentIndex(rowCalled(modal, name));
+            QCOMPARE(seen, QStringList{path});
+        }
         pressOpen(modal);
         rejectIfOpen(modal);
     });

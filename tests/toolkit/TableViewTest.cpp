@@ -389,17 +389,22 @@ void TableViewTest::dropsLandWhereTheSourceSays()
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(u"/x/boing.aif"_s)});
     const QPoint edge = m_table->visualRect(m_table->model()->index(1, textColumn)).topLeft() + QPoint(5, 1);
-    QDragEnterEvent enter(edge, Qt::CopyAction, &data, Qt::LeftButton, {});
+    const QPoint below(20, 250);
+    const auto isMoveAccepted = [this, &data](const QPoint& position) {
+        QDragMoveEvent move(position, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_table->viewport(), &move);
+        return move.isAccepted();
+    };
+    // What enters where nothing can be dropped may still reach a row.
+    QDragEnterEvent enter(below, Qt::CopyAction, &data, Qt::LeftButton, {});
     QCoreApplication::sendEvent(m_table->viewport(), &enter);
     QVERIFY(enter.isAccepted());
+    QVERIFY(!isMoveAccepted(below));
+    QCOMPARE(m_source->proposedRow, 3);
+    QVERIFY(isMoveAccepted(edge));
     QDropEvent drop(edge, Qt::CopyAction, &data, Qt::LeftButton, {});
     QCoreApplication::sendEvent(m_table->viewport(), &drop);
     QCOMPARE(journal(), QStringList({u"drop on 1 /x/boing.aif"_s}));
-
-    QDragEnterEvent below(QPoint(20, 250), Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(m_table->viewport(), &below);
-    QVERIFY(!below.isAccepted());
-    QCOMPARE(m_source->proposedRow, 3);
 }
 
 void TableViewTest::dragOffersRowsAndLeavesByTheMask()

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QStringView>
+
+/// Questions about paths as texts. The answers are views into @p path.
+
+/// The path without the slashes at its end; "/" stays.
+QStringView withoutEndSlash(QStringView path);
+
+/// The name of what @p path leads to: what stands after its last slash, slashes at its end apart. The root folder's
+/// name is "/"; a text without a slash is a name as a whole.
+QStringView lastPathComponent(QStringView path);
