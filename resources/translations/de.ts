@@ -368,16 +368,16 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <source>Hot key of Add a Clipping</source>
-        <translation>Tastenkürzel von „Kürzel hinzufügen“</translation>
+        <source>Hot key of Add a Clipping: %@</source>
+        <translation>Tastenkürzel von „Kürzel hinzufügen“: %@</translation>
     </message>
     <message>
-        <source>Hot key of Edit Clippings</source>
-        <translation>Tastenkürzel von „Kürzel bearbeiten“</translation>
+        <source>Hot key of Edit Clippings: %@</source>
+        <translation>Tastenkürzel von „Kürzel bearbeiten“: %@</translation>
     </message>
     <message>
-        <source>Hot key of Pause/Resume</source>
-        <translation>Tastenkürzel von „Anhalten/Fortsetzen“</translation>
+        <source>Hot key of Pause/Resume: %@</source>
+        <translation>Tastenkürzel von „Anhalten/Fortsetzen“: %@</translation>
     </message>
     <message>
         <source>Hot keys</source>
@@ -638,6 +638,10 @@ Das lässt sich nicht rückgängig machen.</translation>
     <message>
         <source>Record another key combination</source>
         <translation>Eine andere Tastenkombination aufzeichnen</translation>
+    </message>
+    <message>
+        <source>Record another key combination. It is stored, but does nothing in this session, where no program can reserve keys for itself.</source>
+        <translation>Eine andere Tastenkombination aufzeichnen. Sie wird gespeichert, bewirkt in dieser Sitzung aber nichts, weil hier kein Programm Tasten für sich reservieren kann.</translation>
     </message>
     <message>
         <source>Remove</source>
