@@ -5,6 +5,7 @@
 #include "SharedNames.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QLoggingCategory>
@@ -94,6 +95,13 @@ void BYController::enterIdleTalkIntervalPref(QWidget* sender)
     BYGlobals::saveToUserDefaults_forKey(interval, SettingKey::idleTalkIntervalPref);
 }
 
+bool BYController::isOn(const QAbstractButton* cell)
+{
+    // To a button in the mixed state isChecked() is true.
+    const auto* const checkBox = qobject_cast<const QCheckBox*>(cell);
+    return checkBox ? checkBox->checkState() == Qt::Checked : cell->isChecked();
+}
+
 void BYController::enterExpansionPref(QWidget* sender)
 {
     const QAbstractButton* const cell = selectedCellOf(sender);
@@ -102,7 +110,7 @@ void BYController::enterExpansionPref(QWidget* sender)
     }
     const QString key = settingKeyOf(cell);
     qCInfo(lcOptions).noquote() << key;
-    BYGlobals::saveToUserDefaults_forKey(cell->isChecked() ? u"1"_s : u"0"_s, key);
+    BYGlobals::saveToUserDefaults_forKey(isOn(cell) ? u"1"_s : u"0"_s, key);
 }
 
 void BYController::enterMenuPref(Matrix* sender)
@@ -163,7 +171,7 @@ void BYController::showHelp(QWidget* /*sender*/)
     const QString bookName = bundle.localizedString(u"Blipsy 1.x Help"_s);
     const int error = HelpViewer::openBook(bookName, bundle.resourcePath() + u"/Help"_s);
     if (error != 0) {
-        qCWarning(lcOptions).noquote() << "AHGotoPage returned error:" << error;
+        qCWarning(lcOptions, "AHGotoPage returned error: %d", error);
     }
 }
 

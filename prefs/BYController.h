@@ -46,7 +46,8 @@ public:
     Matrix* triggersPrefsMatrix = nullptr;
     /// Row 0: on in column 0, off in column 1.
     Matrix* onOffRadioButton = nullptr;
-    /// The buttons that show the hot keys; their property "tag" is the hot key's index.
+    /// The buttons that show the hot keys; their property "tag" is the hot key's index. An accessible name hides a
+    /// button's text, so theirs has one %@ where the combination is put in.
     QPushButton* addHotKeyButton = nullptr;
     QPushButton* editHotKeyButton = nullptr;
     QPushButton* pauseHotKeyButton = nullptr;
@@ -66,8 +67,8 @@ public:
     /// Turns every trigger cell on; the trigger characters become the default ones and those of all titles.
     void selectAllTriggers(QWidget* sender);
     void deSelectAllTriggers(QWidget* sender);
-    /// From a check box, or a matrix of them: writes "1" or "0" under the title of the box (a box with a
-    /// translated title has the untranslated one as its property "settingKey").
+    /// From a check box, or a matrix of them: writes "1" or "0" (also for the mixed state) under the title of the box
+    /// (a box with a translated title has the untranslated one as its property "settingKey").
     void enterExpansionPref(QWidget* sender);
     /// Writes "MenuPref"; into or out of 4 a running helper is restarted, since it heeds that value only when it
     /// starts.
@@ -75,7 +76,7 @@ public:
     void enterTriggerDelimitersPref(Matrix* sender);
     void iTunesAnnouncerPref(Matrix* sender);
     void enterSortPref(Matrix* sender);
-    /// Opens the help book in the desktop's browser.
+    /// Opens the help book that has the localized name of "Blipsy 1.x Help" in the desktop's browser.
     void showHelp(QWidget* sender);
     /// Starts the helper and shows it as on, unless it is running.
     void handleTimer();
@@ -85,7 +86,8 @@ public:
     /// @name Hot keys
     /// @{
 
-    /// Opens the key-combination panel as a sheet for the hot key of the button @p sender.
+    /// Opens the key-combination panel as a sheet for the hot key of the button @p sender. Nothing happens while the
+    /// panel is up.
     void hitSetAddHotKey(QPushButton* sender);
     /// On code 1 takes the panel's combination: shows it, stores it and tells the helper.
     void hotKeySheetDidEndWithReturnCode(int returnCode) override;
@@ -104,6 +106,11 @@ private:
     void showIdleTalkInterval();
     void showArrow();
     void setUpHotKeys();
+    void showCombination(size_t index);
     void saveTagOfSelectedCell(const Matrix* sender, const QString& key);
     void restartHelper();
+    /// Whether a check box or radio button is on; the mixed state of a check box counts as off.
+    static bool isOn(const QAbstractButton* cell);
+
+    std::array<QString, hotKeyCount> m_buttonNameFormats;
 };

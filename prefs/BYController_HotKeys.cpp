@@ -8,6 +8,7 @@
 #include <QVariant>
 
 #include <Bundle.h>
+#include <HotKeyGrabs.h>
 #include <Preferences.h>
 
 using namespace Qt::StringLiterals;
@@ -28,25 +29,39 @@ void BYController::setUpHotKeys()
     UserDefaults& defaults = UserDefaults::standardUserDefaults();
     defaults.addSuiteNamed(BYGlobals::appID());
     defaults.synchronize();
+    const bool canReserve = HotKeyGrabs::arePossible();
     for (size_t i = 0; i < hotKeyCount; ++i) {
         const QString& name = theHotKeysNames[i];
         const auto combo = PTKeyCombo::initWithPlistRepresentation(defaults.objectForKey(name).dictionary());
         mHotKey[i] = std::make_shared<PTHotKey>(name, combo);
         mHotKey[i]->setName(name);
-        theHotButtons[i]->setText(textForTitle(combo.description()));
+        m_buttonNameFormats[i] = theHotButtons[i]->accessibleName();
+        showCombination(i);
+        if (!canReserve) {
+            theHotButtons[i]->setToolTip(
+                localized(u"Record another key combination. It is stored, but does nothing in this session, where no "
+                          "program can reserve keys for itself."_s));
+        }
     }
+}
+
+void BYController::showCombination(size_t index)
+{
+    const QString combination = mHotKey[index]->keyCombo().description();
+    theHotButtons[index]->setText(textForTitle(combination));
+    theHotButtons[index]->setAccessibleName(QString(m_buttonNameFormats[index]).replace(u"%@"_s, combination));
 }
 
 void BYController::hitSetAddHotKey(QPushButton* sender)
 {
     const int index = sender->property("tag").toInt();
-    if (index < 0 || index >= hotKeyCount) {
+    PTKeyComboPanel& panel = PTKeyComboPanel::sharedPanel();
+    if (index < 0 || index >= hotKeyCount || panel.isRunning()) {
         return;
     }
     tag = index;
     const PTHotKey::Pointer& hotKey = mHotKey[size_t(tag)];
     hotKey->setName(theHotKeysNames[size_t(tag)]);
-    PTKeyComboPanel& panel = PTKeyComboPanel::sharedPanel();
     panel.setKeyCombo(hotKey->keyCombo());
     panel.setKeyBindingName(hotKey->name());
     panel.runSheeetForModalWindow_target(sender->window(), this);
@@ -60,7 +75,7 @@ void BYController::hotKeySheetDidEndWithReturnCode(int returnCode)
     const auto index = size_t(tag);
     const PTKeyCombo combo = PTKeyComboPanel::sharedPanel().keyCombo();
     mHotKey[index]->setKeyCombo(combo);
-    theHotButtons[index]->setText(textForTitle(combo.description()));
+    showCombination(index);
     BYGlobals::storeSetting(combo.plistRepresentation(), theHotKeysNames[index]);
     BYGlobals::sendNotification(NotificationName::preferencesChanged);
 }

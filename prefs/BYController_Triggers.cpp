@@ -68,7 +68,7 @@ void BYController::enterTriggerPref(Matrix* sender)
         return;
     }
     CharacterBitmap triggers = storedTriggers();
-    if (cell->isChecked()) {
+    if (isOn(cell)) {
         triggers.add(charactersOf(cell));
     } else {
         triggers.remove(charactersOf(cell));

@@ -2,7 +2,7 @@
 
 using namespace Qt::StringLiterals;
 
-PTHotKey::PTHotKey(const QString& identifier, const std::optional<PTKeyCombo>& keyCombo)
+PTHotKey::PTHotKey(const std::optional<QString>& identifier, const std::optional<PTKeyCombo>& keyCombo)
 {
     setIdentifier(identifier);
     setKeyCombo(keyCombo);
@@ -22,5 +22,5 @@ void PTHotKey::invoke()
 
 QString PTHotKey::description() const
 {
-    return u"<PTHotKey: %1, %2>"_s.arg(mIdentifier, mKeyCombo.description());
+    return u"<PTHotKey: %1, %2>"_s.arg(mIdentifier.value_or(u"(null)"_s), mKeyCombo.description());
 }

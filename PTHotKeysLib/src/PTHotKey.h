@@ -22,12 +22,13 @@ public:
     /// Without an identifier, with the clear combination.
     PTHotKey() = default;
     /// A missing combination becomes the clear one.
-    PTHotKey(const QString& identifier, const std::optional<PTKeyCombo>& keyCombo);
+    PTHotKey(const std::optional<QString>& identifier, const std::optional<PTKeyCombo>& keyCombo);
 
-    /// The key under which PTHotKeyCenter finds the hot key; a null string when it has none.
-    const QString& identifier() const { return mIdentifier; }
+    /// The key under which PTHotKeyCenter finds the hot key; nothing when it has none, which
+    /// an empty one is not.
+    const std::optional<QString>& identifier() const { return mIdentifier; }
 
-    void setIdentifier(const QString& identifier) { mIdentifier = identifier; }
+    void setIdentifier(const std::optional<QString>& identifier) { mIdentifier = identifier; }
 
     /// The name shown to the user.
     const QString& name() const { return mName; }
@@ -50,11 +51,11 @@ public:
 
     /// Performs the action; nothing happens without one, or when the target is gone.
     void invoke();
-    /// For the log: "<PTHotKey: identifier, combination>".
+    /// For the log: "<PTHotKey: identifier, combination>", with "(null)" for a missing identifier.
     QString description() const;
 
 private:
-    QString mIdentifier;
+    std::optional<QString> mIdentifier;
     QString mName;
     PTKeyCombo mKeyCombo;
     QPointer<QObject> mTarget;

@@ -78,9 +78,9 @@ QList<PTHotKey::Pointer> PTHotKeyCenter::allHotKeys() const
     return hotKeys;
 }
 
-PTHotKey::Pointer PTHotKeyCenter::hotKeyWithIdentifier(const QString& identifier) const
+PTHotKey::Pointer PTHotKeyCenter::hotKeyWithIdentifier(const std::optional<QString>& identifier) const
 {
-    if (identifier.isNull()) {
+    if (!identifier) {
         return {};
     }
     const auto found = std::find_if(mHotKeys.begin(), mHotKeys.end(),

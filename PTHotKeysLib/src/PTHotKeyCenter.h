@@ -40,8 +40,8 @@ public:
     void unregisterHotKey(const PTHotKey::Pointer& hotKey);
     /// All registered hot keys, in no defined order.
     QList<PTHotKey::Pointer> allHotKeys() const;
-    /// A registered hot key with this identifier; null when there is none, and for a null identifier.
-    PTHotKey::Pointer hotKeyWithIdentifier(const QString& identifier) const;
+    /// A registered hot key with this identifier; null when there is none, and without an identifier.
+    PTHotKey::Pointer hotKeyWithIdentifier(const std::optional<QString>& identifier) const;
 
     /// The application-level event path; for frameworks that have the keyboard-event path it does nothing.
     void sendEvent(const ApplicationEvent& event);

@@ -27,6 +27,15 @@ constexpr std::array<ModifierPair, 5> cocoaToCarbon{{
     {ApplicationModifier::function, 0x8000},
 }};
 
+/// Whether the dialog acts on the key press: bare Return and keypad Enter press its default button, bare Escape cancels
+/// it. By meaning and not by place, so that a layout's second Escape key counts too.
+bool isDialogKey(const QKeyEvent& press)
+{
+    constexpr auto modifiers = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const int key = press.key();
+    return !(press.modifiers() & modifiers) && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape);
+}
+
 } // namespace
 
 PTKeyBroadcaster::PTKeyBroadcaster(QWidget* parent)
@@ -86,9 +95,16 @@ bool PTKeyBroadcaster::event(QEvent* event)
         // Accepted, the key press comes as such even when it is a shortcut of the program.
         event->accept();
         return true;
-    case QEvent::KeyPress:
-        keyDown(static_cast<QKeyEvent*>(event));
+    case QEvent::KeyPress: {
+        auto* const press = static_cast<QKeyEvent*>(event);
+        if (isDialogKey(*press)) {
+            // Not accepted, it goes on to the window.
+            press->ignore();
+        } else {
+            keyDown(press);
+        }
         return true;
+    }
     case QEvent::KeyRelease:
         // A button would take the release of the space bar for a click.
         event->accept();
@@ -106,7 +122,7 @@ bool PTKeyBroadcaster::eventFilter(QObject* watched, QEvent* event)
             event->accept();
             return true;
         }
-        if (event->type() == QEvent::KeyPress) {
+        if (event->type() == QEvent::KeyPress && !isDialogKey(*static_cast<QKeyEvent*>(event))) {
             return performKeyEquivalent(static_cast<QKeyEvent*>(event));
         }
     }

@@ -9,9 +9,10 @@ class QKeyEvent;
 /// broadcaster, its user information the PTKeyCombo of the key press under "keyCombo".
 inline const QString PTKeyBroadcasterKeyEvent = QStringLiteral("PTKeyBroadcasterKeyEvent");
 
-/// A control that captures every key press of its window, shortcuts and the keys of the dialog (Tab, Return, Escape)
-/// included, and announces each as a key combination. The keys that only modify others are no key press. Nothing is
-/// filtered: a key without modifiers is announced too.
+/// A control that captures the key presses of its window, shortcuts and Tab included, and announces each as a key
+/// combination; a key without modifiers is announced too. The keys that only modify others are no key press. Return,
+/// keypad Enter and Escape without modifiers are left to the window, which could not be closed by key otherwise; none
+/// of them can be a hot key.
 class PTKeyBroadcaster final : public QPushButton
 {
     Q_OBJECT

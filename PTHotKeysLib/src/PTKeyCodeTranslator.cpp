@@ -19,22 +19,26 @@ PTKeyCodeTranslator::Pointer PTKeyCodeTranslator::currentTranslator()
 
 PTKeyCodeTranslator::Pointer PTKeyCodeTranslator::initWithKeyboardLayout(const KeyboardLayout::Pointer& layout)
 {
-    return layout ? std::make_shared<const PTKeyCodeTranslator>(layout) : nullptr;
+    return layout ? std::make_shared<PTKeyCodeTranslator>(layout) : nullptr;
 }
 
 PTKeyCodeTranslator::PTKeyCodeTranslator(KeyboardLayout::Pointer layout)
     : m_keyboardLayout(std::move(layout))
+    , keyLayoutKind(m_keyboardLayout->kind())
 {
 }
 
-QString PTKeyCodeTranslator::translateKeyCode(qint16 keyCode) const
+QString PTKeyCodeTranslator::translateKeyCode(qint16 keyCode)
 {
-    return m_keyboardLayout->characterOnKey(keyCode);
+    if (isClassic()) {
+        // This desktop has no classic key maps to translate through.
+        return {};
+    }
+    return m_keyboardLayout->translate(keyCode, deadKeyState).left(1);
 }
 
 QString PTKeyCodeTranslator::description() const
 {
-    const bool isClassic = m_keyboardLayout->kind() == KeyboardLayout::Kind::Classic;
     return u"PTKeyCodeTranslator layout=%1 (%2)"_s.arg(
-        m_keyboardLayout->localizedName(), isClassic ? u"KCHR"_s : u"uchr"_s);
+        m_keyboardLayout->localizedName(), isClassic() ? u"KCHR"_s : u"uchr"_s);
 }

@@ -10,7 +10,7 @@
 class PTKeyCodeTranslator final
 {
 public:
-    using Pointer = std::shared_ptr<const PTKeyCodeTranslator>;
+    using Pointer = std::shared_ptr<PTKeyCodeTranslator>;
 
     /// The translator for the keyboard layout that the session uses now; the same object until the layout changes. Null
     /// when the session has no layout.
@@ -22,9 +22,14 @@ public:
     /// @p layout must not be null.
     explicit PTKeyCodeTranslator(KeyboardLayout::Pointer layout);
 
-    /// The one character that the key shows with no modifier; empty for a key without one. A translation for display: a
-    /// dead key gives its accent and leaves nothing pending for the key after it.
-    QString translateKeyCode(qint16 keyCode) const;
+    /// The one character (UTF-16 unit) that the key shows with no modifier; empty for a key without one.
+    ///
+    /// Dead keys work across calls, and nothing but a key resets them, which is meant: a dead key gives nothing and
+    /// changes what the next key gives ("^" and then "a" give "" and "â").
+    QString translateKeyCode(qint16 keyCode);
+
+    /// Whether a dead key decides on what the next key gives.
+    bool isDeadKeyPending() const { return deadKeyState != 0; }
 
     const KeyboardLayout::Pointer& keyboardLayout() const { return m_keyboardLayout; }
 
@@ -32,5 +37,10 @@ public:
     QString description() const;
 
 private:
+    bool isClassic() const { return keyLayoutKind == KeyboardLayout::Kind::Classic; }
+
     KeyboardLayout::Pointer m_keyboardLayout;
+    /// The layout's kind when the translator was made.
+    KeyboardLayout::Kind keyLayoutKind;
+    quint32 deadKeyState = 0;
 };

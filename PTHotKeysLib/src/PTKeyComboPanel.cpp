@@ -1,6 +1,7 @@
 #include "PTKeyComboPanel.h"
 
 #include "PTHotKeyCenter.h"
+#include "PTKeyCodeTranslator.h"
 #include "ui_PTKeyComboPanel.h"
 
 #include <QCoreApplication>
@@ -59,12 +60,14 @@ void PTKeyComboPanel::loadWindow()
     windowDidLoad();
     // Reading the keyboard layout and the names of keys takes longer than a frame: not while the user waits for the
     // first key press to show.
-    std::ignore = PTKeyCombo::_stringForKeyCode(0);
+    std::ignore = PTKeyCodeTranslator::currentTranslator();
+    std::ignore = PTKeyCombo::_keyCodesDictionary();
 }
 
 void PTKeyComboPanel::windowDidLoad()
 {
     mTitleFormat = mTitleField->text();
+    m_comboNameFormat = mComboField->accessibleName();
     NotificationCenter::defaultCenter().addObserver(this, PTKeyBroadcasterKeyEvent, mKeyBcaster,
         [this](const Notification& notification) { noteKeyBroadcast(notification); });
 }
@@ -84,7 +87,9 @@ void PTKeyComboPanel::setKeyBindingName(const QString& name)
 void PTKeyComboPanel::_refreshContents()
 {
     if (mComboField) {
-        mComboField->setText(mKeyCombo.description());
+        const QString combination = mKeyCombo.description();
+        mComboField->setText(combination);
+        mComboField->setAccessibleName(QString(m_comboNameFormat).replace(u"%@"_s, combination));
     }
     if (mTitleField) {
         mTitleField->setText(QString(mTitleFormat).replace(u"%@"_s, mKeyName));

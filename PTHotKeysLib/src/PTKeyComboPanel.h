@@ -28,9 +28,9 @@ public:
 };
 
 /// The controller of the panel in which the user records a key combination: it names the hot key that is being set,
-/// shows the combination pressed last, and offers OK, Cancel and Clear. The panel takes every key press itself, so its
-/// buttons answer the mouse and assistive programs, not keys. One panel serves all hot keys; its window is loaded on
-/// first use.
+/// shows the combination pressed last, and offers OK, Cancel and Clear. Return and keypad Enter press OK, Escape
+/// presses Cancel; every other key press is recorded, those with modifiers too. One panel serves all hot keys, one at a
+/// time; its window is loaded on first use.
 class PTKeyComboPanel final : public QObject
 {
     Q_OBJECT
@@ -57,6 +57,10 @@ public:
     const QString& keyBindingName() const { return mKeyName; }
 
     void setKeyBindingName(const QString& name);
+
+    /// Whether the panel is up. It cannot be run again then; an assistive program can try, since it reaches controls
+    /// that are blocked.
+    bool isRunning() const { return m_window && m_window->isVisible(); }
 
     /// Runs the panel as an application-modal window. 1 for OK and Clear, 0 for Cancel and for closing the window.
     int runModal();
@@ -95,6 +99,8 @@ private:
     QPointer<QDialog> m_window;
     /// The title line as the interface file gives it, with one %@ for the hot key's name.
     QString mTitleFormat;
+    /// The same for what an assistive program reads of mComboField, whose accessible name hides its text.
+    QString m_comboNameFormat;
     QString mKeyName;
     PTKeyCombo mKeyCombo;
 };

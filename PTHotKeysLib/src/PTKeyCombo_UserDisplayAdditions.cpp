@@ -54,7 +54,7 @@ const ModifierGlyphs& glyphsOfThisProcessor()
 {
     Gestalt::Answer answer = Gestalt::query(Gestalt::systemArchitecture);
     if (answer.error != 0) {
-        qCWarning(lcHotKeys).noquote() << "gestaltSysArchitecture returned error =" << answer.error;
+        qCWarning(lcHotKeys, "gestaltSysArchitecture returned error = %d", answer.error);
         answer.response = Gestalt::nativeArchitecture();
     }
     return answer.response == Gestalt::intelArchitecture ? modToCharIntel : modToChar;
@@ -68,7 +68,8 @@ PropertyList::DictionaryPointer readKeyCodes()
     }
     const PropertyList::ReadResult result = PropertyList::read(file.readAll());
     if (!result.root.dictionary()) {
-        qCWarning(lcHotKeys).noquote() << file.fileName() << "is no table of key names:" << result.error;
+        qCWarning(lcHotKeys).noquote() << file.fileName() << "is no table of key names:"
+                                       << (result.error.isEmpty() ? u"its root is no dictionary"_s : result.error);
     }
     return result.root.dictionary();
 }
@@ -80,7 +81,7 @@ bool isPadKey(const PropertyList::DictionaryPointer& names, QStringView keyCode)
                           [keyCode](const PropertyList::Value& padKey) { return padKey.stringView() == keyCode; });
 }
 
-/// The names already made, for the keyboard layout that they were made with.
+/// The names already made, for the keyboard layout that they were made with; none that a dead key had a part in.
 struct NameCache
 {
     PTKeyCodeTranslator::Pointer translator;
@@ -121,15 +122,19 @@ QString PTKeyCombo::_stringForKeyCode(qint16 keyCode)
     if (translator != cache.translator) {
         cache = {translator, {}};
     }
+    const auto isDeadKeyPending = [&translator] { return translator && translator->isDeadKeyPending(); };
+    const bool wasDeadKeyPending = isDeadKeyPending();
     const auto known = cache.names.constFind(keyCode);
-    if (known != cache.names.constEnd()) {
+    if (!wasDeadKeyPending && known != cache.names.constEnd()) {
         return *known;
     }
     const PropertyList::DictionaryPointer table = _keyCodesDictionary();
     const bool isCurrentShape = table && table->value(u"version").integerValue() > 0;
     const QString name = isCurrentShape ? _stringForKeyCode_newKeyCodeMap(keyCode, table)
                                         : _stringForKeyCode_legacyKeyCodeMap(keyCode, table);
-    cache.names.insert(keyCode, name);
+    if (!wasDeadKeyPending && !isDeadKeyPending()) {
+        cache.names.insert(keyCode, name);
+    }
     return name;
 }
 

@@ -81,7 +81,13 @@ int main(int argc, char** argv)
     }
     OptionalFile file;
     if (parser.isSet(fileOption)) {
-        posixStringToFSSpec(file.emplace(), parser.value(fileOption), false);
+        const QString path = parser.value(fileOption);
+        file = ClassicFiles::specificationForPath(path);
+        if (!file) {
+            // Not by posixStringToFSSpec(), whose diagnostics stand among the results on the standard output stream.
+            QTextStream(stderr) << "blipsy-abbs: " << path << ": no such file\n";
+            return notFound;
+        }
     }
     return parser.isSet(listOption) ? list(file) : lookUp(abbreviations.first(), file);
 }

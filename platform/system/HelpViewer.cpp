@@ -15,9 +15,9 @@ Q_LOGGING_CATEGORY(lcHelp, "blipsy.help")
 
 } // namespace
 
-int openBook(const QString& bookName, const QString& bookFolder)
+int openBook(const QString& bookName, const QString& booksFolder)
 {
-    const QString startPage = bookFolder + u"/index.html"_s;
+    const QString startPage = booksFolder + u'/' + bookName + u"/index.html"_s;
     if (!QFileInfo::exists(startPage)) {
         qCWarning(lcHelp).noquote() << "The help book" << bookName << "has no start page" << startPage;
         return bookNotFoundError;

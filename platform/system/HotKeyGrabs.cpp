@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -31,6 +32,18 @@ struct Free
     } // NOLINT(*-no-malloc): the library hands out malloc'ed memory
 };
 
+/// The X11 keycodes of the keys that have a virtual key code; there is none for a keycode beyond the server's range.
+std::vector<quint8> serverKeycodes(int virtualKeyCode)
+{
+    std::vector<quint8> keycodes;
+    for (const quint32 keycode : VirtualKeyCodes::xkbKeycodes(virtualKeyCode)) {
+        if (keycode <= std::numeric_limits<quint8>::max()) {
+            keycodes.push_back(quint8(keycode));
+        }
+    }
+    return keycodes;
+}
+
 } // namespace
 
 void HotKeyGrabs::Release::operator()(xcb_connection_t* connection) const
@@ -45,26 +58,38 @@ HotKeyGrabs::HotKeyGrabs(QObject* parent)
 
 HotKeyGrabs::~HotKeyGrabs() = default;
 
+bool HotKeyGrabs::arePossible()
+{
+    int screenNumber = 0;
+    return connectionToServer(screenNumber) != nullptr;
+}
+
 std::optional<HotKeyReference> HotKeyGrabs::registerHotKey(int virtualKeyCode, int modifiers)
 {
-    const std::optional<quint32> keycode = VirtualKeyCodes::xkbKeycode(virtualKeyCode);
-    if (!keycode || *keycode > std::numeric_limits<quint8>::max() || !connectToServer()) {
+    const std::vector<quint8> keycodes = serverKeycodes(virtualKeyCode);
+    if (keycodes.empty() || !connectToServer()) {
         return {};
     }
-    std::optional<std::vector<quint16>> masks = modifierMasks(modifiers);
+    const std::optional<std::vector<quint16>> masks = modifierMasks(modifiers);
     if (!masks) {
         return {};
     }
-    const Grab combination{quint8(*keycode), std::move(*masks)};
+    Grab granted{virtualKeyCode, {}, *masks};
     // The server would grant a second grab of one client, but the two could not be given back one by one.
-    const bool held = std::any_of(
-        m_grabs.begin(), m_grabs.end(), [&combination](const auto& entry) { return entry.second == combination; });
-    if (held || !grab(combination)) {
+    const bool held = std::any_of(m_grabs.begin(), m_grabs.end(), [&granted](const auto& entry) {
+        return entry.second.virtualKeyCode == granted.virtualKeyCode &&
+               entry.second.modifierMasks == granted.modifierMasks;
+    });
+    if (!held) {
+        std::copy_if(keycodes.begin(), keycodes.end(), std::back_inserter(granted.keycodes),
+            [&](quint8 keycode) { return grabKey(keycode, *masks); });
+    }
+    if (granted.keycodes.empty()) {
         qCInfo(lcHotKeys).noquote() << "Refused, since it is in use: the hot key" << virtualKeyCode << modifiers;
         return {};
     }
     const HotKeyReference reference{++m_lastReference};
-    m_grabs.emplace(reference, combination);
+    m_grabs.emplace(reference, std::move(granted));
     return reference;
 }
 
@@ -74,8 +99,18 @@ void HotKeyGrabs::unregisterHotKey(HotKeyReference reference)
     if (found == m_grabs.end()) {
         return;
     }
-    ungrab(found->second);
+    for (const quint8 keycode : found->second.keycodes) {
+        ungrabKey(keycode, found->second.modifierMasks);
+    }
     m_grabs.erase(found);
+}
+
+/// Null without an X server. The number is that of the screen which the session uses.
+HotKeyGrabs::Connection HotKeyGrabs::connectionToServer(int& screenNumber)
+{
+    // A connection that fails is an object all the same, and must be closed like any other.
+    Connection connection(qEnvironmentVariableIsSet("DISPLAY") ? xcb_connect(nullptr, &screenNumber) : nullptr);
+    return connection && xcb_connection_has_error(connection.get()) == 0 ? std::move(connection) : nullptr;
 }
 
 bool HotKeyGrabs::connectToServer()
@@ -84,10 +119,8 @@ bool HotKeyGrabs::connectToServer()
         return xcb_connection_has_error(m_connection.get()) == 0;
     }
     int screenNumber = 0;
-    // A connection that fails is an object all the same, and must be closed like any other.
-    std::unique_ptr<xcb_connection_t, Release> connection(
-        qEnvironmentVariableIsSet("DISPLAY") ? xcb_connect(nullptr, &screenNumber) : nullptr);
-    if (!connection || xcb_connection_has_error(connection.get()) != 0) {
+    Connection connection = connectionToServer(screenNumber);
+    if (!connection) {
         qCWarning(lcHotKeys).noquote() << "No X server: hot keys cannot be registered in this session";
         return false;
     }
@@ -132,12 +165,13 @@ std::optional<std::vector<quint16>> HotKeyGrabs::modifierMasks(int modifiers) co
 }
 
 /// All or nothing: a combination that is free only while Num Lock is on is no use.
-bool HotKeyGrabs::grab(const Grab& combination)
+bool HotKeyGrabs::grabKey(quint8 keycode, const std::vector<quint16>& modifierMasks)
 {
     std::vector<xcb_void_cookie_t> requests;
-    for (const quint16 mask : combination.modifierMasks) {
+    requests.reserve(modifierMasks.size());
+    for (const quint16 mask : modifierMasks) {
         requests.push_back(xcb_grab_key_checked(
-            m_connection.get(), 0, m_rootWindow, mask, combination.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+            m_connection.get(), 0, m_rootWindow, mask, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
     bool granted = true;
     for (const xcb_void_cookie_t request : requests) {
@@ -145,15 +179,15 @@ bool HotKeyGrabs::grab(const Grab& combination)
         granted = granted && !error;
     }
     if (!granted) {
-        ungrab(combination);
+        ungrabKey(keycode, modifierMasks);
     }
     return granted;
 }
 
-void HotKeyGrabs::ungrab(const Grab& combination)
+void HotKeyGrabs::ungrabKey(quint8 keycode, const std::vector<quint16>& modifierMasks)
 {
-    for (const quint16 mask : combination.modifierMasks) {
-        xcb_ungrab_key(m_connection.get(), combination.keycode, m_rootWindow, mask);
+    for (const quint16 mask : modifierMasks) {
+        xcb_ungrab_key(m_connection.get(), keycode, m_rootWindow, mask);
     }
     xcb_flush(m_connection.get());
 }

@@ -23,10 +23,14 @@ public:
     explicit HotKeyGrabs(QObject* parent = nullptr);
     ~HotKeyGrabs() override;
 
+    /// Whether this session lets programs reserve combinations: it has an X server that can be reached.
+    static bool arePossible();
+
     /// Reserves the key @p virtualKeyCode with a mask of the classic modifier bits (command 0x100 is Super, shift
     /// 0x200, option 0x800 is Alt, control 0x1000; other bits are not looked at), whether Num Lock and Caps Lock are on
-    /// or off. Nothing when it is refused: another program, or this one, holds the combination, the keyboard lacks the
-    /// key or a modifier, or the session has no X server (logged).
+    /// or off. Where several keys have the code (F13 and Print), each that is free is reserved, since the code does not
+    /// tell which was pressed when it was recorded. Nothing when it is refused: another program, or this one, holds the
+    /// combination, the keyboard lacks the key or a modifier, or the session has no X server (logged).
     std::optional<HotKeyReference> registerHotKey(int virtualKeyCode, int modifiers);
 
     /// Gives a combination back; nothing happens for one that is not held.
@@ -40,22 +44,25 @@ private:
 
     struct Grab
     {
-        quint8 keycode = 0;
+        int virtualKeyCode = -1;
+        /// Those of the keys with that code that have been granted.
+        std::vector<quint8> keycodes;
         /// A grab holds for exactly its modifiers, and to the server the locks are modifiers too: one mask for each
         /// state of the locks.
         std::vector<quint16> modifierMasks;
-
-        bool operator==(const Grab&) const = default;
     };
 
+    using Connection = std::unique_ptr<xcb_connection_t, Release>;
+
+    static Connection connectionToServer(int& screenNumber);
     bool connectToServer();
     std::optional<std::vector<quint16>> modifierMasks(int modifiers) const;
-    bool grab(const Grab& combination);
-    void ungrab(const Grab& combination);
+    bool grabKey(quint8 keycode, const std::vector<quint16>& modifierMasks);
+    void ungrabKey(quint8 keycode, const std::vector<quint16>& modifierMasks);
     void discardEvents();
 
     /// Null until the first registration, and without an X server.
-    std::unique_ptr<xcb_connection_t, Release> m_connection;
+    Connection m_connection;
     quint32 m_rootWindow = 0;
     std::map<HotKeyReference, Grab> m_grabs;
     quintptr m_lastReference = 0;

@@ -17,44 +17,41 @@ namespace {
 struct DeadKey
 {
     xkb_keysym_t keysym;
+    /// The accent as a character of its own, where there is one.
     char16_t accent;
+    /// The same as a mark that combines with the letter before it.
+    char16_t mark;
 };
 
-/// The accents of the dead keys that layouts have without modifiers, as characters of their own.
+/// The dead keys that layouts have without modifiers.
 constexpr std::array deadKeys{
-    DeadKey{XKB_KEY_dead_grave, u'`'},
-    DeadKey{XKB_KEY_dead_acute, u'\u00B4'},
-    DeadKey{XKB_KEY_dead_circumflex, u'^'},
-    DeadKey{XKB_KEY_dead_tilde, u'~'},
-    DeadKey{XKB_KEY_dead_macron, u'\u00AF'},
-    DeadKey{XKB_KEY_dead_breve, u'\u02D8'},
-    DeadKey{XKB_KEY_dead_abovedot, u'\u02D9'},
-    DeadKey{XKB_KEY_dead_diaeresis, u'\u00A8'},
-    DeadKey{XKB_KEY_dead_abovering, u'\u02DA'},
-    DeadKey{XKB_KEY_dead_doubleacute, u'\u02DD'},
-    DeadKey{XKB_KEY_dead_caron, u'\u02C7'},
-    DeadKey{XKB_KEY_dead_cedilla, u'\u00B8'},
-    DeadKey{XKB_KEY_dead_ogonek, u'\u02DB'},
+    DeadKey{XKB_KEY_dead_grave, u'`', u'\u0300'},
+    DeadKey{XKB_KEY_dead_acute, u'\u00B4', u'\u0301'},
+    DeadKey{XKB_KEY_dead_circumflex, u'^', u'\u0302'},
+    DeadKey{XKB_KEY_dead_tilde, u'~', u'\u0303'},
+    DeadKey{XKB_KEY_dead_macron, u'\u00AF', u'\u0304'},
+    DeadKey{XKB_KEY_dead_breve, u'\u02D8', u'\u0306'},
+    DeadKey{XKB_KEY_dead_abovedot, u'\u02D9', u'\u0307'},
+    DeadKey{XKB_KEY_dead_diaeresis, u'\u00A8', u'\u0308'},
+    DeadKey{XKB_KEY_dead_hook, u'\u0309', u'\u0309'},
+    DeadKey{XKB_KEY_dead_abovering, u'\u02DA', u'\u030A'},
+    DeadKey{XKB_KEY_dead_doubleacute, u'\u02DD', u'\u030B'},
+    DeadKey{XKB_KEY_dead_caron, u'\u02C7', u'\u030C'},
+    DeadKey{XKB_KEY_dead_belowdot, u'\u0323', u'\u0323'},
+    DeadKey{XKB_KEY_dead_cedilla, u'\u00B8', u'\u0327'},
+    DeadKey{XKB_KEY_dead_ogonek, u'\u02DB', u'\u0328'},
+    DeadKey{XKB_KEY_dead_iota, u'\u037A', u'\u0345'},
 };
 
-QString accentOfDeadKey(xkb_keysym_t keysym)
+/// Null for a symbol that is no dead key's.
+const DeadKey* deadKeyOf(xkb_keysym_t keysym)
 {
     const auto* const found = std::find_if(
         deadKeys.begin(), deadKeys.end(), [keysym](const DeadKey& deadKey) { return deadKey.keysym == keysym; });
-    return found == deadKeys.end() ? QString() : QString(QChar(found->accent));
+    return found == deadKeys.end() ? nullptr : found;
 }
 
 } // namespace
-
-void KeyboardLayout::Release::operator()(xkb_keymap* keymap) const
-{
-    xkb_keymap_unref(keymap);
-}
-
-void KeyboardLayout::Release::operator()(xkb_state* state) const
-{
-    xkb_state_unref(state);
-}
 
 KeyboardLayout::Pointer KeyboardLayout::current()
 {
@@ -93,7 +90,30 @@ QString KeyboardLayout::characterOnKey(int virtualKeyCode) const
     if (xkb_state_key_get_utf8(m_state.get(), *keycode, utf8.data(), utf8.size()) > 0) {
         return QString::fromUtf8(utf8.data()).left(1);
     }
-    return accentOfDeadKey(xkb_state_key_get_one_sym(m_state.get(), *keycode));
+    const DeadKey* const deadKey = deadKeyOf(xkb_state_key_get_one_sym(m_state.get(), *keycode));
+    return deadKey == nullptr ? QString() : QString(QChar(deadKey->accent));
+}
+
+QString KeyboardLayout::translate(int virtualKeyCode, quint32& deadKeyState) const
+{
+    const QString character = characterOnKey(virtualKeyCode);
+    if (character.isEmpty()) {
+        return {};
+    }
+    const DeadKey* const pending = deadKeyOf(deadKeyState);
+    const DeadKey* const pressed =
+        deadKeyOf(xkb_state_key_get_one_sym(m_state.get(), *VirtualKeyCodes::xkbKeycode(virtualKeyCode)));
+    // A dead key pressed twice gives its accent, and nothing is pending any more.
+    deadKeyState = pressed == nullptr || pressed == pending ? 0 : pressed->keysym;
+    if (pending == nullptr) {
+        return pressed == nullptr ? character : QString();
+    }
+    const QString accent = QString(QChar(pending->accent));
+    if (pressed != nullptr) {
+        return accent;
+    }
+    const QString composed = QString(character + QChar(pending->mark)).normalized(QString::NormalizationForm_C);
+    return composed.size() == 1 ? composed : accent + character;
 }
 
 std::optional<int> KeyboardLayout::keyWithCharacter(QChar character) const

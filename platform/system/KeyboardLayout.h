@@ -1,12 +1,11 @@
 #pragma once
 
+#include "XkbHandles.h"
+
 #include <QString>
 
 #include <memory>
 #include <optional>
-
-struct xkb_keymap;
-struct xkb_state;
 
 /// A keyboard layout: what character each key of the keyboard gives. Immutable; main thread only.
 class KeyboardLayout final
@@ -17,8 +16,9 @@ public:
     /// What kind of key map describes the layout.
     enum class Kind { Classic = 1, Unicode = 2 };
 
-    /// The layout that the session uses now: the X server's, group switches included, where there is one; otherwise the
-    /// one that the XKB_DEFAULT_* environment variables or the system's default name. The same object as the last time
+    /// The layout that the session uses now: the X server's, group switches included, where there is one; else the
+    /// first of the Wayland compositor's; else the one that the XKB_DEFAULT_* environment variables or the system's
+    /// default name (docs/decisions/keyboard-layout.md). The same object as the last time
     /// as long as the layout has not changed, so that a cache can be keyed by it; asking costs next to nothing then.
     /// Changes are noticed when the event loop delivers the server's word of them. Null when there is no layout to be
     /// had (logged).
@@ -42,18 +42,18 @@ public:
     /// modifiers, of a keypad key the digit, of a dead key its accent standing alone. Empty for a key without one.
     QString characterOnKey(int virtualKeyCode) const;
 
+    /// What the key types without modifiers, dead keys allowed. @p deadKeyState is 0, or tells which dead key is
+    /// pending from an earlier call, and is brought up to date: a dead key gives nothing and is pending afterwards; the
+    /// character after it gives both composed (one UTF-16 unit), or the accent and the character where they do not
+    /// compose. A key without a character gives nothing and changes nothing.
+    QString translate(int virtualKeyCode, quint32& deadKeyState) const;
+
     /// The virtual key code of the first key whose cap shows @p character, upper and lower case being the same; nothing
     /// when none does.
     std::optional<int> keyWithCharacter(QChar character) const;
 
 private:
-    struct Release
-    {
-        void operator()(xkb_keymap* keymap) const;
-        void operator()(xkb_state* state) const;
-    };
-
-    std::unique_ptr<xkb_keymap, Release> m_keymap;
-    std::unique_ptr<xkb_state, Release> m_state;
+    Xkb::Keymap m_keymap;
+    Xkb::State m_state;
     quint32 m_group;
 };

@@ -1,10 +1,11 @@
 #include "SessionKeyboard.h"
 
+#include "XkbHandles.h"
+
 #include <QLoggingCategory>
 #include <QSocketNotifier>
 
 #include <xkbcommon/xkbcommon-x11.h>
-#include <xkbcommon/xkbcommon.h>
 
 #ifdef __clang__
 #pragma clang diagnostic ignored "-Wkeyword-macro"
@@ -32,15 +33,18 @@ struct FreeReply
 template <typename Type>
 using Reply = std::unique_ptr<Type, FreeReply<Type>>;
 
-struct Unref
+/// The layout that the XKB_DEFAULT_* environment variables or the system's default name.
+KeyboardLayout::Pointer layoutByName()
 {
-    void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
-
-    void operator()(xkb_state* state) const { xkb_state_unref(state); }
-};
-
-using Keymap = std::unique_ptr<xkb_keymap, Unref>;
-using State = std::unique_ptr<xkb_state, Unref>;
+    const Xkb::Context context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
+    const Xkb::Keymap keymap(
+        context ? xkb_keymap_new_from_names(context.get(), nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS) : nullptr);
+    if (!keymap) {
+        qCWarning(lcKeyboard).noquote() << "No keyboard layout could be loaded; keys have no names";
+        return {};
+    }
+    return std::make_shared<const KeyboardLayout>(keymap.get(), 0);
+}
 
 } // namespace
 
@@ -49,17 +53,15 @@ void SessionKeyboard::Release::operator()(xcb_connection_t* connection) const
     xcb_disconnect(connection);
 }
 
-void SessionKeyboard::Release::operator()(xkb_context* context) const
-{
-    xkb_context_unref(context);
-}
-
 SessionKeyboard::SessionKeyboard(QObject* parent)
     : QObject(parent)
-    , m_context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
 {
     if (qEnvironmentVariableIsSet("DISPLAY")) {
         connectToServer();
+    }
+    if (!m_connection && qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) {
+        m_compositor = std::make_unique<WaylandKeyboard>();
+        connect(m_compositor.get(), &WaylandKeyboard::layoutChanged, this, [this] { m_known = false; });
     }
 }
 
@@ -71,7 +73,7 @@ KeyboardLayout::Pointer SessionKeyboard::layout()
         return m_layout;
     }
     m_known = true;
-    m_layout = m_connection ? layoutOfServer() : layoutByName();
+    m_layout = readLayout();
     if (m_connection) {
         // Reading the replies has read the events before them too, of which the notifier will not tell again.
         readEvents();
@@ -86,8 +88,7 @@ void SessionKeyboard::connectToServer()
     if (xcb_connection_has_error(connection.get()) != 0 ||
         xkb_x11_setup_xkb_extension(connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
             XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &m_firstEvent, nullptr) == 0) {
-        qCWarning(lcKeyboard).noquote()
-            << "The X server's keyboard layout cannot be read; the default layout stands for it";
+        qCWarning(lcKeyboard).noquote() << "The X server's keyboard layout cannot be read; another stands for it";
         return;
     }
     m_connection = std::move(connection);
@@ -131,26 +132,27 @@ void SessionKeyboard::readEvents()
     }
 }
 
+KeyboardLayout::Pointer SessionKeyboard::readLayout() const
+{
+    if (m_connection) {
+        return layoutOfServer();
+    }
+    const KeyboardLayout::Pointer layout = m_compositor ? m_compositor->layout() : nullptr;
+    return layout ? layout : layoutByName();
+}
+
 KeyboardLayout::Pointer SessionKeyboard::layoutOfServer() const
 {
-    const Keymap keymap(
-        xkb_x11_keymap_new_from_device(m_context.get(), m_connection.get(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS));
-    const State state(keymap ? xkb_x11_state_new_from_device(keymap.get(), m_connection.get(), m_device) : nullptr);
+    const Xkb::Context context = Xkb::contextWithoutFiles();
+    const Xkb::Keymap keymap(context ? xkb_x11_keymap_new_from_device(
+                                           context.get(), m_connection.get(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS)
+                                     : nullptr);
+    const Xkb::State state(
+        keymap ? xkb_x11_state_new_from_device(keymap.get(), m_connection.get(), m_device) : nullptr);
     if (!state) {
         qCWarning(lcKeyboard).noquote() << "The X server did not tell its keyboard layout";
         return m_layout;
     }
     return std::make_shared<const KeyboardLayout>(
         keymap.get(), xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
-}
-
-KeyboardLayout::Pointer SessionKeyboard::layoutByName() const
-{
-    const Keymap keymap(
-        m_context ? xkb_keymap_new_from_names(m_context.get(), nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS) : nullptr);
-    if (!keymap) {
-        qCWarning(lcKeyboard).noquote() << "No keyboard layout could be loaded; keys have no names";
-        return {};
-    }
-    return std::make_shared<const KeyboardLayout>(keymap.get(), 0);
 }

@@ -1,16 +1,17 @@
 #pragma once
 
 #include "KeyboardLayout.h"
+#include "WaylandKeyboard.h"
 
 #include <QObject>
 
 #include <memory>
 
 struct xcb_connection_t;
-struct xkb_context;
 
-/// Knows the keyboard layout of the session and notices its changes: through a connection of its own to the X server
-/// where there is one (so it does not matter which platform plug-in Qt runs on), otherwise from the environment, once.
+/// Knows the keyboard layout of the session and notices its changes: through a connection of its own (so it does not
+/// matter which platform plug-in Qt runs on) to the X server where there is one, else to the Wayland compositor;
+/// without either from the environment, once. Why so: docs/decisions/keyboard-layout.md.
 class SessionKeyboard final : public QObject
 {
     Q_OBJECT
@@ -27,18 +28,18 @@ private:
     struct Release
     {
         void operator()(xcb_connection_t* connection) const;
-        void operator()(xkb_context* context) const;
     };
 
     void connectToServer();
     void selectEvents();
     void readEvents();
+    KeyboardLayout::Pointer readLayout() const;
     KeyboardLayout::Pointer layoutOfServer() const;
-    KeyboardLayout::Pointer layoutByName() const;
 
-    std::unique_ptr<xkb_context, Release> m_context;
     /// Null without an X server that has the keyboard extension.
     std::unique_ptr<xcb_connection_t, Release> m_connection;
+    /// Null with an X server, and outside a Wayland session.
+    std::unique_ptr<WaylandKeyboard> m_compositor;
     qint32 m_device = -1;
     quint8 m_firstEvent = 0;
     KeyboardLayout::Pointer m_layout;

@@ -79,6 +79,20 @@ std::optional<quint32> xkbKeycode(int virtualKeyCode)
     return evdevCode + evdevOffset;
 }
 
+QList<quint32> xkbKeycodes(int virtualKeyCode)
+{
+    QList<quint32> keycodes;
+    if (const std::optional<quint32> keycode = xkbKeycode(virtualKeyCode)) {
+        keycodes.append(*keycode);
+    }
+    for (const Alias& alias : aliases) {
+        if (alias.virtualKeyCode == virtualKeyCode) {
+            keycodes.append(alias.evdevCode + evdevOffset);
+        }
+    }
+    return keycodes;
+}
+
 std::optional<int> fromXkbKeycode(quint32 keycode)
 {
     if (keycode <= evdevOffset) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QList>
 
 #include <optional>
 
@@ -32,6 +32,10 @@ inline constexpr int count = 0x80;
 
 /// The XKB keycode of a key; nothing for a code that no key has. X11 itself knows keycodes up to 255 only.
 std::optional<quint32> xkbKeycode(int virtualKeyCode);
+
+/// The XKB keycodes of all keys whose code is @p virtualKeyCode: xkbKeycode() first, then those of the keys that play
+/// its part (see fromXkbKeycode()). Empty for a code that no key has.
+QList<quint32> xkbKeycodes(int virtualKeyCode);
 
 /// The virtual key code of the key with this XKB keycode; nothing for keys without one, such as media keys. Where
 /// several keys of a PC keyboard play the part of one (Print and F13, Insert and Help), all of them give its code.

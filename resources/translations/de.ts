@@ -308,12 +308,8 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Ereignisse</translation>
     </message>
     <message>
-        <source>Every key press is recorded; the last one counts</source>
-        <translation>Jeder Tastendruck wird aufgezeichnet; der letzte gilt</translation>
-    </message>
-    <message>
-        <source>Every key that you press is recorded. OK, Cancel and Clear answer the pointer.</source>
-        <translation>Jede gedrückte Taste wird aufgezeichnet. OK, Abbrechen und Löschen bedienen Sie mit der Maus.</translation>
+        <source>Every key that you press is recorded, but for Return, which presses OK, and Escape, which presses Cancel.</source>
+        <translation>Jede gedrückte Taste wird aufgezeichnet, außer der Eingabetaste für OK und Escape für Abbrechen.</translation>
     </message>
     <message>
         <source>Exclamation mark</source>
@@ -372,16 +368,16 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <source>Hot key of Add a Clipping</source>
-        <translation>Tastenkürzel von „Kürzel hinzufügen“</translation>
+        <source>Hot key of Add a Clipping: %@</source>
+        <translation>Tastenkürzel von „Kürzel hinzufügen“: %@</translation>
     </message>
     <message>
-        <source>Hot key of Edit Clippings</source>
-        <translation>Tastenkürzel von „Kürzel bearbeiten“</translation>
+        <source>Hot key of Edit Clippings: %@</source>
+        <translation>Tastenkürzel von „Kürzel bearbeiten“: %@</translation>
     </message>
     <message>
-        <source>Hot key of Pause/Resume</source>
-        <translation>Tastenkürzel von „Anhalten/Fortsetzen“</translation>
+        <source>Hot key of Pause/Resume: %@</source>
+        <translation>Tastenkürzel von „Anhalten/Fortsetzen“: %@</translation>
     </message>
     <message>
         <source>Hot keys</source>
@@ -444,8 +440,8 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Das Tastenkürzel lassen, wie es war</translation>
     </message>
     <message>
-        <source>Key combination</source>
-        <translation>Tastenkombination</translation>
+        <source>Key combination: %@</source>
+        <translation>Tastenkombination: %@</translation>
     </message>
     <message>
         <source>Key recorder</source>
@@ -644,6 +640,10 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Eine andere Tastenkombination aufzeichnen</translation>
     </message>
     <message>
+        <source>Record another key combination. It is stored, but does nothing in this session, where no program can reserve keys for itself.</source>
+        <translation>Eine andere Tastenkombination aufzeichnen. Sie wird gespeichert, bewirkt in dieser Sitzung aber nichts, weil hier kein Programm Tasten für sich reservieren kann.</translation>
+    </message>
+    <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
@@ -810,6 +810,10 @@ Das lässt sich nicht rückgängig machen.</translation>
     <message>
         <source>The helper is restarted to show or hide its menu</source>
         <translation>Das Hilfsprogramm wird neu gestartet, um sein Menü zu zeigen oder zu verbergen</translation>
+    </message>
+    <message>
+        <source>The last key press counts. Return is OK, Escape is Cancel.</source>
+        <translation>Der letzte Tastendruck gilt. Eingabetaste: OK, Escape: Abbrechen.</translation>
     </message>
     <message>
         <source>The trigger character itself:</source>

@@ -286,10 +286,12 @@ void AbbsTest::commandFindsAnAbbreviationInAnotherProcess()
 {
     QVERIFY(
         writePreferences({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, storedSpecification(at(u"default.abbs"_s))}}));
-    const auto run = [](const QStringList& arguments) {
+    QByteArray message;
+    const auto run = [&message](const QStringList& arguments) {
         QProcess process;
         process.start(QStringLiteral(BLIPSY_ABBS), arguments);
         process.waitForFinished();
+        message = process.readAllStandardError();
         return std::pair(process.exitCode(), process.readAllStandardOutput());
     };
     QCOMPARE(run({u"btw"_s}), std::pair(0, "by the way\n"_ba));
@@ -297,6 +299,8 @@ void AbbsTest::commandFindsAnAbbreviationInAnotherProcess()
     QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"btw"_s}), std::pair(0, "own text\n"_ba));
     QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"--list"_s}), std::pair(0, "STMP\t128\tbtw\n"_ba));
     QCOMPARE(run({u"--file"_s, u"/proc/version"_s, u"btw"_s}), std::pair(1, QByteArray()));
+    QCOMPARE(run({u"--file"_s, at(u"missing"_s), u"btw"_s}), std::pair(1, QByteArray()));
+    QVERIFY2(message.contains("missing: no such file"), message.constData());
     QCOMPARE(run({}).first, 2);
 }
 

@@ -1,10 +1,4 @@
-#include "ModalDriver.h"
-
-#include <QAccessible>
-#include <QKeyEvent>
 #include <QProcess>
-#include <QPushButton>
-#include <QShortcut>
 #include <QTest>
 
 #include <Bundle.h>
@@ -12,7 +6,7 @@
 #include <InternalInconsistency.h>
 #include <PTHotKeyCenter.h>
 #include <PTKeyCodeTranslator.h>
-#include <PTKeyComboPanel.h>
+#include <SessionKeyboard.h>
 
 // The header, written for C, calls a field "explicit".
 #define explicit explicitField
@@ -59,19 +53,23 @@ void lockGroup(quint8 group)
     xcb_disconnect(connection);
 }
 
-/// A key press as the window system makes it, with the scan code of the key.
-void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers modifiers, quint32 scanCode)
-{
-    QKeyEvent press(QEvent::KeyPress, key, modifiers, scanCode, 0, 0);
-    QApplication::sendEvent(widget, &press);
-}
-
-class Target final : public PTKeyComboPanelTarget
+/// A client of the server that wants keys together with Super.
+class OtherProgram final
 {
 public:
-    void hotKeySheetDidEndWithReturnCode(int returnCode) override { codes.append(returnCode); }
+    bool grabs(quint8 keycode) const
+    {
+        const auto request = xcb_grab_key_checked(
+            m_connection.get(), 0, m_root, XCB_MOD_MASK_4, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        xcb_generic_error_t* const error = xcb_request_check(m_connection.get(), request);
+        std::free(error);
+        return error == nullptr;
+    }
 
-    QList<int> codes;
+private:
+    std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> m_connection{
+        xcb_connect(nullptr, nullptr), xcb_disconnect};
+    quint32 m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
 };
 
 } // namespace
@@ -81,28 +79,26 @@ class HotKeysTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void initTestCase() { Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_TEST_BUNDLE)); }
+
     void init();
     void namesFollowTheLayout_data();
     void namesFollowTheLayout();
+    void deadKeysChangeWhatTheNextKeyGives();
+    void layoutNeedsNoKeyboardDataFolder();
     void translatorIsKeptUntilTheLayoutChanges();
     void namesFollowTheGroup();
     void registersOnceAndGivesBack();
     void invalidCombinationEndsUnregistered();
     void combinationOfAnotherProgramIsRefused();
+    void everyKeyOfACodeIsReserved_data();
+    void everyKeyOfACodeIsReserved();
     void findsByIdentifier();
     void carbonEventsReachTheAction();
     void inconsistentEventsThrow_data();
     void inconsistentEventsThrow();
     void applicationEventsServeOldFrameworks();
-    void panelRecordsKeyPresses_data();
-    void panelRecordsKeyPresses();
-    void panelTakesShortcutsAndModifiersAloneRecordNothing();
-    void modalRunReturnsCode_data();
-    void modalRunReturnsCode();
-    void modalRunRegistersHotKey();
-    void sheetTellsTargetOnce();
-    void sheetGoesWithItsWindow();
-    void panelSpeaksTheUsersLanguage();
 };
 
 void HotKeysTest::init()
@@ -119,7 +115,6 @@ void HotKeysTest::namesFollowTheLayout_data()
     QTest::newRow("us z") << u"us"_s << 0x06 << u"z"_s;
     QTest::newRow("de z") << u"de"_s << 0x10 << u"z"_s;
     QTest::newRow("de \u00F6") << u"de"_s << 0x29 << u"\u00F6"_s;
-    QTest::newRow("de dead circumflex") << u"de"_s << 0x32 << u"^"_s;
     QTest::newRow("de keypad separator") << u"de"_s << 0x41 << u","_s;
     QTest::newRow("fr a") << u"fr"_s << 0x0C << u"a"_s;
     QTest::newRow("fr first digit key") << u"fr"_s << 0x12 << u"&"_s;
@@ -135,6 +130,33 @@ void HotKeysTest::namesFollowTheLayout()
     const std::optional<int> key = KeyboardLayout::current()->keyWithCharacter(character[0].toUpper());
     QVERIFY(key);
     QCOMPARE(KeyboardLayout::current()->characterOnKey(*key), character);
+}
+
+void HotKeysTest::deadKeysChangeWhatTheNextKeyGives()
+{
+    QVERIFY(setLayout(u"de"_s));
+    QTRY_COMPARE(KeyboardLayout::current()->characterOnKey(0x32), u"^"_s);
+    const auto translator = PTKeyCodeTranslator::currentTranslator();
+    constexpr qint16 circumflex = 0x32;
+    constexpr qint16 acute = 0x18;
+    const QList<std::pair<qint16, QString>> presses{{circumflex, {}}, {0x00, u"â"_s}, {0x00, u"a"_s}, {circumflex, {}},
+        {0x0B, u"^"_s}, {0x0B, u"b"_s}, {acute, {}}, {acute, u"´"_s}, {0x0E, u"e"_s}, {circumflex, {}}, {acute, u"^"_s},
+        {0x0E, u"é"_s}};
+    for (const auto& [key, character] : presses) {
+        QCOMPARE(translator->translateKeyCode(key), character);
+    }
+    // Names are kept, but not those that a dead key had a part in.
+    const QStringList names{PTKeyCombo(0x00, command).description(), PTKeyCombo(circumflex, command).description(),
+        PTKeyCombo(0x00, command).description(), PTKeyCombo(0x00, command).description()};
+    QCOMPARE(names, QStringList({u"⌘A"_s, u"⌘"_s, u"⌘Â"_s, u"⌘A"_s}));
+}
+
+void HotKeysTest::layoutNeedsNoKeyboardDataFolder()
+{
+    qputenv("XKB_CONFIG_ROOT", "/nowhere");
+    SessionKeyboard keyboard(nullptr);
+    QCOMPARE(keyboard.layout()->characterOnKey(0x06), u"z"_s);
+    qunsetenv("XKB_CONFIG_ROOT");
 }
 
 void HotKeysTest::translatorIsKeptUntilTheLayoutChanges()
@@ -203,15 +225,49 @@ void HotKeysTest::combinationOfAnotherProgramIsRefused()
     QTRY_VERIFY(center.registerHotKey(key));
 }
 
+void HotKeysTest::everyKeyOfACodeIsReserved_data()
+{
+    QTest::addColumn<int>("keyCode");
+    QTest::addColumn<quint8>("pressed");
+    QTest::addColumn<quint8>("other");
+    QTest::newRow("F13, Print") << 0x69 << quint8(191) << quint8(107);
+    QTest::newRow("F14, Scroll Lock") << 0x6B << quint8(192) << quint8(78);
+    QTest::newRow("F15, Pause") << 0x71 << quint8(193) << quint8(127);
+    QTest::newRow("Insert, Help") << 0x72 << quint8(118) << quint8(146);
+}
+
+void HotKeysTest::everyKeyOfACodeIsReserved()
+{
+    QFETCH(int, keyCode);
+    QFETCH(quint8, pressed);
+    QFETCH(quint8, other);
+    OtherProgram otherProgram;
+    QVERIFY(HotKeyGrabs::arePossible());
+    {
+        HotKeyGrabs grabs;
+        QVERIFY(grabs.registerHotKey(keyCode, command));
+        QVERIFY(!otherProgram.grabs(pressed) && !otherProgram.grabs(other));
+    }
+    // What another program holds does not take the other key away.
+    QTRY_VERIFY(otherProgram.grabs(other));
+    HotKeyGrabs grabs;
+    const auto reference = grabs.registerHotKey(keyCode, command);
+    QVERIFY(reference && !otherProgram.grabs(pressed));
+    grabs.unregisterHotKey(*reference);
+    QTRY_VERIFY(otherProgram.grabs(pressed));
+    QVERIFY(!grabs.registerHotKey(keyCode, command));
+}
+
 void HotKeysTest::findsByIdentifier()
 {
     PTHotKeyCenter center;
     const auto named = hotKey(u"one"_s, {0x00, command});
-    const auto nameless = hotKey({}, {0x01, command});
+    const auto nameless = std::make_shared<PTHotKey>(std::nullopt, PTKeyCombo(0x01, command));
     QVERIFY(center.registerHotKey(named) && center.registerHotKey(nameless));
     QCOMPARE(center.hotKeyWithIdentifier(u"one"_s), named);
     QCOMPARE(center.hotKeyWithIdentifier(u"two"_s), nullptr);
-    QCOMPARE(center.hotKeyWithIdentifier({}), nullptr);
+    QCOMPARE(center.hotKeyWithIdentifier(std::nullopt), nullptr);
+    QCOMPARE(center.hotKeyWithIdentifier(u""_s), nullptr);
 }
 
 void HotKeysTest::carbonEventsReachTheAction()
@@ -282,152 +338,6 @@ void HotKeysTest::applicationEventsServeOldFrameworks()
         center.sendEvent({14, 6, reference});
         QCOMPARE(invoked, framework == 620.0 ? 1 : 0);
     }
-}
-
-void HotKeysTest::panelRecordsKeyPresses_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("qtModifiers");
-    QTest::addColumn<quint32>("scanCode");
-    QTest::addColumn<PTKeyCombo>("combo");
-    const auto row = [](const char* name, int key, Qt::KeyboardModifiers modifiers, quint32 scanCode,
-                         const PTKeyCombo& combo) {
-        QTest::newRow(name) << key << int(modifiers) << scanCode << combo;
-    };
-    row("command-shift-K", Qt::Key_K, Qt::MetaModifier | Qt::ShiftModifier, 45, {0x28, 0x300});
-    row("option-control-K", Qt::Key_K, Qt::AltModifier | Qt::ControlModifier, 45, {0x28, 0x1800});
-    row("without modifiers", Qt::Key_K, Qt::NoModifier, 45, {0x28, 0});
-    row("Tab", Qt::Key_Tab, Qt::NoModifier, 23, {0x30, 0});
-    row("shift-Tab", Qt::Key_Backtab, Qt::ShiftModifier, 23, {0x30, 0x200});
-    row("Return", Qt::Key_Return, Qt::NoModifier, 36, {0x24, 0});
-    row("Escape", Qt::Key_Escape, Qt::NoModifier, 9, {0x35, 0});
-    row("space bar", Qt::Key_Space, Qt::ControlModifier, 65, {0x31, 0x1000});
-    row("function key", Qt::Key_F5, Qt::MetaModifier, 71, {0x60, 0x8100});
-    row("mnemonic of a button", Qt::Key_O, Qt::AltModifier, 32, {0x1F, 0x800});
-    row("letter of an on-screen keyboard", Qt::Key_Z, Qt::MetaModifier, 0, {0x06, 0x100});
-    row("Home of an on-screen keyboard", Qt::Key_Home, Qt::MetaModifier, 0, {0x73, 0x8100});
-}
-
-void HotKeysTest::panelRecordsKeyPresses()
-{
-    QFETCH(int, key);
-    QFETCH(int, qtModifiers);
-    QFETCH(quint32, scanCode);
-    QFETCH(PTKeyCombo, combo);
-    PTKeyComboPanel panel;
-    panel.runSheeetForModalWindow_target(nullptr, nullptr);
-    QVERIFY(panel.mKeyBcaster->hasFocus() || panel.window()->focusWidget() == panel.mKeyBcaster);
-    pressKey(panel.mKeyBcaster, key, Qt::KeyboardModifiers(qtModifiers), scanCode);
-    QCOMPARE(panel.keyCombo(), combo);
-    QCOMPARE(panel.mComboField->text(), combo.description());
-    // Where nothing has the focus the window gets the key.
-    panel.setKeyCombo({});
-    pressKey(panel.window(), key, Qt::KeyboardModifiers(qtModifiers), scanCode);
-    QCOMPARE(panel.keyCombo(), combo);
-    QVERIFY(panel.window()->isVisible());
-}
-
-void HotKeysTest::panelTakesShortcutsAndModifiersAloneRecordNothing()
-{
-    PTKeyComboPanel panel;
-    panel.runSheeetForModalWindow_target(nullptr, nullptr);
-    bool activated = false;
-    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), panel.window());
-    connect(&shortcut, &QShortcut::activated, this, [&activated] { activated = true; });
-    QTest::keyClick(panel.mKeyBcaster, Qt::Key_Q, Qt::ControlModifier);
-    QVERIFY(!activated);
-    QCOMPARE(panel.keyCombo(), PTKeyCombo(0x0C, 0x1000));
-    pressKey(panel.mKeyBcaster, Qt::Key_Shift, Qt::NoModifier, 50);
-    pressKey(panel.mKeyBcaster, Qt::Key_Control, Qt::NoModifier, 66); // Caps Lock as Control
-    pressKey(panel.mKeyBcaster, Qt::Key_MediaPlay, Qt::NoModifier, 172);
-    QCOMPARE(panel.keyCombo(), PTKeyCombo(0x0C, 0x1000));
-}
-
-void HotKeysTest::modalRunReturnsCode_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<int>("code");
-    QTest::addColumn<bool>("cleared");
-    QTest::newRow("OK") << u"OK"_s << 1 << false;
-    QTest::newRow("Cancel") << u"Cancel"_s << 0 << false;
-    QTest::newRow("Clear") << u"Clear"_s << 1 << true;
-}
-
-void HotKeysTest::modalRunReturnsCode()
-{
-    QFETCH(QString, button);
-    QFETCH(int, code);
-    QFETCH(bool, cleared);
-    PTKeyComboPanel panel;
-    panel.setKeyBindingName(u"Pause/Resume"_s);
-    const ModalDriver driver([&](QWidget* window) {
-        QVERIFY(panel.mTitleField->text().contains(u"Pause/Resume"_s));
-        pressKey(window->focusWidget(), Qt::Key_J, Qt::MetaModifier, 44);
-        pressKey(window->focusWidget(), Qt::Key_K, Qt::MetaModifier, 45);
-        ModalDriver::click(button)(window);
-    });
-    QCOMPARE(panel.runModal(), code);
-    QVERIFY(!panel.window()->isVisible());
-    QCOMPARE(panel.keyCombo(), cleared ? PTKeyCombo() : PTKeyCombo(0x28, command));
-}
-
-void HotKeysTest::modalRunRegistersHotKey()
-{
-    const auto key = hotKey(u"one"_s, {});
-    key->setName(u"One"_s);
-    const ModalDriver driver([](QWidget* window) {
-        pressKey(window->focusWidget(), Qt::Key_K, Qt::MetaModifier, 45);
-        ModalDriver::click(u"OK"_s)(window);
-    });
-    PTKeyComboPanel::sharedPanel().runModalForHotKey(key);
-    QCOMPARE(key->keyCombo(), PTKeyCombo(0x28, command));
-    QCOMPARE(PTHotKeyCenter::sharedCenter().hotKeyWithIdentifier(u"one"_s), key);
-    PTHotKeyCenter::sharedCenter().unregisterHotKey(key);
-}
-
-void HotKeysTest::sheetTellsTargetOnce()
-{
-    QWidget window;
-    window.show();
-    Target target;
-    PTKeyComboPanel& panel = PTKeyComboPanel::sharedPanel();
-    for (int run = 1; run <= 2; ++run) {
-        panel.runSheeetForModalWindow_target(&window, &target);
-        QCOMPARE(panel.window()->windowModality(), Qt::WindowModal);
-        // As an assistive program does it: no pointer, no key.
-        auto* const button = panel.window()->findChild<QPushButton*>(u"okButton"_s);
-        QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
-            QAccessibleActionInterface::pressAction());
-        QTRY_COMPARE(target.codes.size(), run);
-        QVERIFY(!panel.window()->isVisible());
-    }
-    QCOMPARE(target.codes, QList({1, 1}));
-}
-
-void HotKeysTest::sheetGoesWithItsWindow()
-{
-    Target target;
-    PTKeyComboPanel panel;
-    auto window = std::make_unique<QWidget>();
-    window->show();
-    panel.runSheeetForModalWindow_target(window.get(), &target);
-    window.reset();
-    QVERIFY(target.codes.isEmpty());
-    panel.setKeyCombo({0x28, command});
-    panel.runSheeetForModalWindow_target(nullptr, &target);
-    QCOMPARE(panel.mComboField->text(), panel.keyCombo().description());
-    panel.cancel();
-    QCOMPARE(target.codes, QList{0});
-}
-
-void HotKeysTest::panelSpeaksTheUsersLanguage()
-{
-    QLocale::setDefault(QLocale::German);
-    Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_TEST_BUNDLE));
-    PTKeyComboPanel panel;
-    QVERIFY(panel.window()->findChild<QPushButton*>(u"cancelButton"_s)->text().contains(u"Abbrechen"_s));
-    panel.setKeyBindingName(u"Pause"_s);
-    QCOMPARE(panel.mTitleField->text(), u"Drücken Sie die Tasten für „Pause“."_s);
 }
 
 QTEST_MAIN(HotKeysTest)

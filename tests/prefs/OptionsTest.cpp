@@ -1,19 +1,14 @@
-#include "ui_OptionsTab.h"
+#include "OptionsFixture.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDesktopServices>
 #include <QDir>
-#include <QKeyEvent>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <BYController.h>
-#include <BYGlobals.h>
-#include <Bundle.h>
 #include <CharacterBitmap.h>
 #include <HelperProcess.h>
-#include <NotificationRecorder.h>
 #include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
@@ -21,11 +16,6 @@ using PropertyList::Dictionary;
 using PropertyList::Value;
 
 namespace {
-
-Value setting(const QString& key)
-{
-    return BYGlobals::retrieveUntypedObjectFromUserDefaults(key);
-}
 
 CharacterBitmap triggers()
 {
@@ -44,58 +34,18 @@ bool helperRuns()
     return QDBusConnection::sessionBus().interface()->isServiceRegistered(BYGlobals::appID());
 }
 
-PTKeyComboPanel& panel()
-{
-    return PTKeyComboPanel::sharedPanel();
-}
-
 } // namespace
 
-class OptionsTest final : public QObject
+class OptionsTest final : public OptionsFixture
 {
     Q_OBJECT
 
 private:
-    QTemporaryDir m_bundle;
-    std::unique_ptr<QWidget> m_page;
-    Ui::OptionsTab m_form;
-    std::unique_ptr<BYController> m_controller;
-    NotificationRecorder m_recorder;
+    QUrl m_opened;
 
-    /// The page as it is when the pane opens with the settings of this moment.
-    void open()
-    {
-        m_page = std::make_unique<QWidget>();
-        m_form.setupUi(m_page.get());
-        m_controller = std::make_unique<BYController>();
-        m_controller->idleTalkIntervalText = m_form.idleTalkIntervalText;
-        m_controller->idleTalkIntervalStepper = m_form.idleTalkIntervalStepper;
-        m_controller->menuPref = m_form.menuPref;
-        m_controller->triggersPrefsMatrix = m_form.triggersPrefsMatrix;
-        m_controller->onOffRadioButton = m_form.onOffRadioButton;
-        m_controller->addHotKeyButton = m_form.addHotKeyButton;
-        m_controller->editHotKeyButton = m_form.editHotKeyButton;
-        m_controller->pauseHotKeyButton = m_form.pauseHotKeyButton;
-        m_controller->awakeFromNib();
-        const auto* const controller = m_controller.get();
-        connect(m_form.triggersPrefsMatrix, &Matrix::actionTriggered, controller,
-            [this](Matrix* sender) { m_controller->enterTriggerPref(sender); });
-        connect(m_form.menuPrefsMatrix, &Matrix::actionTriggered, controller,
-            [this](Matrix* sender) { m_controller->enterMenuPref(sender); });
-        m_page->show();
-    }
-
-    void recordHotKey(QPushButton* button, int key, Qt::KeyboardModifiers modifiers, const QString& end)
-    {
-        m_controller->hitSetAddHotKey(button);
-        QKeyEvent press(QEvent::KeyPress, key, modifiers);
-        QApplication::sendEvent(panel().mKeyBcaster, &press);
-        panel().window()->findChild<QPushButton*>(end)->click();
-    }
+    Q_INVOKABLE void takeUrl(const QUrl& url) { m_opened = url; }
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
     void showsIdleTalkInterval_data();
     void showsIdleTalkInterval();
     void intervalFromFieldLeavesStepper();
@@ -110,38 +60,9 @@ private Q_SLOTS:
     void radioMatrixTagsArePositions();
     void menuOptionRestartsRunningHelper_data();
     void menuOptionRestartsRunningHelper();
-    void hotKeyIsRecordedStoredAndAnnounced();
-    void cancelKeepsHotKey();
-    void clearStoresClearCombination();
-    void unreadableHotKeysShowNone_data();
-    void unreadableHotKeysShowNone();
-    void missingHelpBookIsLogged();
+    void helpBookIsChosenByItsName();
     void everyControlCanBeReachedAndNamed();
 };
-
-void OptionsTest::initTestCase()
-{
-    const QString program = m_bundle.path() + u"/Contents/BlipsyMenu.app/Contents/MacOS/BlipsyMenu"_s;
-    QVERIFY(QDir().mkpath(QFileInfo(program).path()));
-    QVERIFY(QDir().mkpath(m_bundle.path() + u"/Contents/Resources"_s));
-    QVERIFY(QFile::copy(QStringLiteral(STAND_IN_HELPER), program));
-    QVERIFY(QFile::copy(QFINDTESTDATA("../../resources/PTKeyCodes.plist"),
-        m_bundle.path() + u"/Contents/Resources/PTKeyCodes.plist"_s));
-    Bundle::registerBundle(paneBundleIdentifier, m_bundle.path());
-}
-
-void OptionsTest::init()
-{
-    for (const QString& key :
-        {SettingKey::idleTalkIntervalPref, SettingKey::triggersSet, SettingKey::noTriggers, SettingKey::menuPref,
-            SettingKey::arrowPref, u"Add a Clipping"_s, u"Edit Clippings"_s, u"Pause/Resume"_s}) {
-        BYGlobals::storeSetting({}, key);
-    }
-    open();
-    BYGlobals::sendNotification(u"test begins"_s);
-    QTRY_VERIFY(m_recorder.names().endsWith(u"test begins"_s));
-    m_recorder.clear();
-}
 
 void OptionsTest::showsIdleTalkInterval_data()
 {
@@ -242,6 +163,9 @@ void OptionsTest::lastTriggerGoneMeansNone()
     QCOMPARE(setting(SettingKey::triggersSet).data(), QByteArray(8192, '\0'));
     QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
     m_form.periodTrigger->click();
+    m_form.commaTrigger->setTristate();
+    m_form.commaTrigger->click();
+    QCOMPARE(m_form.commaTrigger->checkState(), Qt::PartiallyChecked);
     QCOMPARE(triggers(), bitmap(u"."));
     QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
 }
@@ -268,6 +192,9 @@ void OptionsTest::checkBoxWritesUnderItsTitle()
     m_controller->enterExpansionPref(m_form.playSoundOnDropPrefButton);
     QCOMPARE(setting(SettingKey::playSoundOnDrop), Value(u"1"_s));
     QCheckBox box(u"Rock && &roll"_s);
+    m_controller->enterExpansionPref(&box);
+    QCOMPARE(setting(u"Rock & roll"_s), Value(u"0"_s));
+    box.setCheckState(Qt::PartiallyChecked);
     m_controller->enterExpansionPref(&box);
     QCOMPARE(setting(u"Rock & roll"_s), Value(u"0"_s));
 }
@@ -327,58 +254,17 @@ void OptionsTest::menuOptionRestartsRunningHelper()
     QTRY_VERIFY(!helperRuns());
 }
 
-void OptionsTest::hotKeyIsRecordedStoredAndAnnounced()
+void OptionsTest::helpBookIsChosenByItsName()
 {
-    recordHotKey(m_form.pauseHotKeyButton, Qt::Key_P, Qt::MetaModifier | Qt::AltModifier, u"okButton"_s);
-    QCOMPARE(m_form.pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
-    QCOMPARE(m_form.addHotKeyButton->text(), u"(None)"_s);
-    const Value stored = setting(u"Pause/Resume"_s);
-    QCOMPARE(stored.dictionary()->value(u"keyCode"), Value(0x23));
-    QCOMPARE(stored.dictionary()->value(u"modifiers"), Value(0x900));
-    QTRY_COMPARE(m_recorder.names(), QStringList{NotificationName::preferencesChanged});
-    open();
-    QCOMPARE(m_form.pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
-    QCOMPARE(m_controller->mHotKey[2]->name(), u"Pause/Resume"_s);
-}
-
-void OptionsTest::cancelKeepsHotKey()
-{
-    recordHotKey(m_form.addHotKeyButton, Qt::Key_P, Qt::MetaModifier, u"cancelButton"_s);
-    QCOMPARE(m_form.addHotKeyButton->text(), u"(None)"_s);
-    QVERIFY(m_controller->mHotKey[0]->keyCombo().isClearCombo());
-    QVERIFY(setting(u"Add a Clipping"_s).isNull());
-    // What is posted next is the first that is heard.
-    BYGlobals::sendNotification(u"test ends"_s);
-    QTRY_COMPARE(m_recorder.names(), QStringList{u"test ends"_s});
-}
-
-void OptionsTest::clearStoresClearCombination()
-{
-    recordHotKey(m_form.editHotKeyButton, Qt::Key_P, Qt::MetaModifier, u"clearButton"_s);
-    QCOMPARE(m_form.editHotKeyButton->text(), u"(None)"_s);
-    QCOMPARE(setting(u"Edit Clippings"_s).dictionary()->value(u"keyCode"), Value(-1));
-    QCOMPARE(setting(u"Edit Clippings"_s).dictionary()->value(u"modifiers"), Value(-1));
-}
-
-void OptionsTest::unreadableHotKeysShowNone_data()
-{
-    QTest::addColumn<Value>("stored");
-    QTest::newRow("text") << Value(u"command P"_s);
-    QTest::newRow("empty dictionary") << Value(Dictionary::create());
-    QTest::newRow("data") << Value(QByteArray("abc"));
-}
-
-void OptionsTest::unreadableHotKeysShowNone()
-{
-    QFETCH(Value, stored);
-    BYGlobals::storeSetting(stored, u"Add a Clipping"_s);
-    open();
-    QCOMPARE(m_form.addHotKeyButton->text(), u"(None)"_s);
-    QVERIFY(m_controller->mHotKey[0]->keyCombo().isClearCombo());
-}
-
-void OptionsTest::missingHelpBookIsLogged()
-{
+    QDesktopServices::setUrlHandler(u"file"_s, this, "takeUrl");
+    const QString help = m_bundle.path() + u"/Contents/Resources/Help/"_s;
+    for (const QString& book : {u"Another book"_s, u"Blipsy 1.x Help"_s}) {
+        QVERIFY(QDir().mkpath(help + book));
+        QVERIFY(QFile(help + book + u"/index.html"_s).open(QFile::WriteOnly));
+    }
+    m_controller->showHelp(nullptr);
+    QCOMPARE(m_opened.toLocalFile(), help + u"Blipsy 1.x Help/index.html"_s);
+    QVERIFY(QDir(help + u"Blipsy 1.x Help"_s).removeRecursively());
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"has no start page"_s));
     QTest::ignoreMessage(QtWarningMsg, "AHGotoPage returned error: -10791");
     m_controller->showHelp(nullptr);
