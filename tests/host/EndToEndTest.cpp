@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <BYGlobals.h>
 #include <NotificationRecorder.h>
 #include <PropertyList.h>
 #include <SharedNames.h>
@@ -141,6 +142,17 @@ private Q_SLOTS:
         for (const QString& tab : {u"Phrases"_s, u"Events"_s, u"Applications"_s, u"Options"_s}) {
             QVERIFY(!QImage(path(u"pictures/"_s + tab + u".png"_s)).isNull());
         }
+    }
+
+    void documentOfTheCommandLineJoinsTheRecentOnes()
+    {
+        SoundFixtures::write(path(u"other.blipsy"_s), "");
+        const QString other = path(u"other.blipsy"_s);
+        BYGlobals::storeSetting(Array::create({other}), SettingKey::recentFilesArray);
+        Program program({u"--document"_s, path(u"test.blipsy"_s), u"--screenshot"_s, path(u"pictures"_s)});
+        QVERIFY(program.process.waitForFinished(30'000));
+        const auto recent = BYGlobals::retrieveDateFromUserDefaults(SettingKey::recentFilesArray);
+        QCOMPARE(recent, Value(Array::create({other, path(u"test.blipsy"_s)})));
     }
 
     void unreadableDocumentIsLeftAlone_data()
