@@ -1,7 +1,7 @@
-#include <QElapsedTimer>
+#include "Program.h"
+
 #include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -21,56 +21,6 @@ using PropertyList::Value;
 using SoundServerControl::Recording;
 
 namespace {
-
-/// Runs xdotool, which moves the pointer and presses keys as a person does.
-bool act(const QStringList& arguments)
-{
-    return QProcess::execute(u"xdotool"_s, arguments) == 0;
-}
-
-/// The program under test on the private display, with its window in the corner of the screen.
-class Program final
-{
-public:
-    explicit Program(const QStringList& arguments)
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start(QStringLiteral(BLIPSY_HOST), arguments);
-    }
-
-    ~Program()
-    {
-        process.kill();
-        process.waitForFinished();
-    }
-
-    /// Waits for the window and gives it the keyboard; there is no window manager that would.
-    bool takeFocus()
-    {
-        const bool isUp = QTest::qWaitFor([this] { return !window().isEmpty(); }, 20'000);
-        return isUp && act({u"windowmove"_s, window(), u"0"_s, u"0"_s}) && act({u"windowfocus"_s, window()});
-    }
-
-    bool click(int x, int y)
-    {
-        return act({u"mousemove"_s, u"--window"_s, window(), QString::number(x), QString::number(y)}) &&
-               act({u"click"_s, u"1"_s});
-    }
-
-    QProcess process;
-
-private:
-    static QString window()
-    {
-        QProcess search;
-        search.start(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Blipsy$"_s});
-        search.waitForFinished();
-        return QString::fromLatin1(search.readAllStandardOutput().split('\n').first());
-    }
-};
 
 /// Where the first row and its columns are in the window as it opens.
 constexpr int firstRow = 100;
