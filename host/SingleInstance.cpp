@@ -60,7 +60,11 @@ std::optional<QString> SingleInstance::handOver(const Request& request) const
     QDBusMessage call = QDBusMessage::createMethodCall(serviceName, objectPath, serviceName, u"Show"_s);
     call.setArguments({request.document, request.tab, request.activationToken});
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, answerTimeout);
-    return reply.type() == QDBusMessage::ErrorMessage ? std::optional(reply.errorMessage()) : std::nullopt;
+    if (reply.type() != QDBusMessage::ErrorMessage) {
+        return std::nullopt;
+    }
+    return reply.errorName() == QDBusError::errorString(QDBusError::InvalidArgs) ? reply.errorMessage()
+                                                                                 : u"it does not answer"_s;
 }
 
 void SingleInstance::serve(Handler handler)
