@@ -25,8 +25,8 @@ public:
 
     /// Sets the document's path from the settings and, the first time, makes the application-to-document map.
     static void init();
-    /// Loads the document at defaultFilePath() and sorts it. A file that cannot be read gives no document (null
-    /// containers); an empty path keeps the document in memory.
+    /// Loads the document at defaultFilePath() and sorts it. A file that cannot be read, or has more than 256 MB, gives
+    /// no document (null containers); an empty path keeps the document in memory.
     static void fillArray();
     /// Sorts the phrase list in place by the setting "SortPref" (0 phrase, 1 sound path, 2 import order); another value
     /// leaves the order. Stable.
@@ -48,6 +48,10 @@ public:
 
     /// Writes the whole document to defaultFilePath(), atomically. A failed write leaves the file as it was and is
     /// logged; without a document nothing is written.
+    ///
+    /// The document in memory wins over a version that another program has written since it was read, or last written.
+    /// That version is kept among the DocumentBackups, and one log line names the copy; where it cannot be kept it is
+    /// not overwritten.
     static void writeDocument();
 
     /// @}
@@ -76,6 +80,8 @@ public:
     static PropertyList::Value retrieveDateFromUserDefaults(const QString& key);
     static PropertyList::Value retrieveUntypedObjectFromUserDefaults(const QString& key);
     static PropertyList::Value retrieveDataFromUserDefaults(const QString& key);
+    /// Finds a value of the helper's domain only once one of the operations above has attached the domain to the
+    /// reader; that is meant so.
     static PropertyList::Value retrieveArrayFromUserDefaults(const QString& key);
 
     /// @}

@@ -1,5 +1,6 @@
 #include "BYGlobals.h"
 
+#include "DocumentBackups.h"
 #include "PhraseList.h"
 #include "PhraseOrder.h"
 #include "SharedNames.h"
@@ -7,6 +8,7 @@
 #include <QLoggingCategory>
 
 #include <AtomicFile.h>
+#include <FileStamp.h>
 #include <RegularFile.h>
 
 using namespace Qt::StringLiterals;
@@ -18,8 +20,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "blipsy.document")
 
-/// Thirty times the largest document that is of any use.
-constexpr qint64 maximumSize = 1 << 30;
+/// In bytes: eight times the largest document that is of any use.
+constexpr qint64 maximumSize = 1 << 28;
 
 struct Document
 {
@@ -29,7 +31,15 @@ struct Document
     ArrayPointer filteredEvents;
 };
 
+/// The version of a file that is in memory, or kept otherwise: nothing is lost when it is overwritten.
+struct SafeVersion
+{
+    QString path;
+    std::optional<FileStamp> stamp;
+};
+
 Document document;
+SafeVersion safeVersion;
 QString documentPath = u""_s;
 DictionaryPointer applicationDocuments;
 QString loadProblem;
@@ -67,6 +77,11 @@ void reportLoading(const QString& path, const QString& problem)
 
 void load(const QString& path)
 {
+    if (path != safeVersion.path) {
+        AtomicFile::removeLeftovers(path);
+    }
+    // A change from here on is noticed: it makes another stamp than this one.
+    safeVersion = {path, FileStamp::of(path)};
     const auto [root, problem] = loadRoot(path);
     reportLoading(path, problem);
     document.root = root;
@@ -77,6 +92,26 @@ void load(const QString& path)
         document.phrases = root->value(hasClippings ? DocumentKey::clippings : DocumentKey::snippets).array();
         document.events = root->value(DocumentKey::sounds).array();
     }
+}
+
+/// Keeps the version that another program has put in the place of the one that was read. False, after a log line, when
+/// it could not be kept.
+bool keepVersionOfOthers(const QString& path)
+{
+    const std::optional<FileStamp> stamp = FileStamp::of(path);
+    if (!stamp || (path == safeVersion.path && stamp == safeVersion.stamp)) {
+        return true;
+    }
+    const DocumentBackups::Copy copy = DocumentBackups::keep(path, maximumSize);
+    if (!copy.error.isEmpty()) {
+        qCWarning(log).noquote() << u"document %1, changed by another program, is not overwritten: %2"_s.arg(
+            path, copy.error);
+        return false;
+    }
+    safeVersion = {path, stamp};
+    qCWarning(log).noquote() << u"document %1 was changed by another program; that version is kept as %2"_s.arg(
+        path, copy.path);
+    return true;
 }
 
 ArrayPointer soundEntries(const ArrayPointer& list)
@@ -187,10 +222,12 @@ QString BYGlobals::fullTextFor(const QString& phrase)
 
 void BYGlobals::writeDocument()
 {
-    if (!document.root) {
+    if (!document.root || !keepVersionOfOthers(documentPath)) {
         return;
     }
     if (const auto error = AtomicFile::write(documentPath, PropertyList::write(document.root))) {
         qCWarning(log).noquote() << *error;
+        return;
     }
+    safeVersion = {documentPath, FileStamp::of(documentPath)};
 }

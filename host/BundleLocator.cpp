@@ -5,8 +5,11 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QLoggingCategory>
 #include <QStandardPaths>
+
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +22,11 @@ const QString modulePath = u"/Contents/MacOS/BlipsyPref.so"_s;
 const QString infoPath = u"/Contents/Info.plist"_s;
 const QString resourcesPath = u"/Contents/Resources"_s;
 const QString documentPath = u"/Contents/Resources/default.blipsy"_s;
+
+/// In milliseconds: as long as a copy takes on a slow disk.
+constexpr int lockTimeout = 10'000;
+/// In milliseconds: a program killed between making the lock file and filling it leaves one that names nobody.
+constexpr int emptyLockLifetime = 500;
 
 QString originalBundle()
 {
@@ -65,34 +73,40 @@ bool copyTree(const QString& from, const QString& to)
     return true;
 }
 
-/// Puts a fresh copy in the place of an outdated one. The user's document moves into the new copy, and at no moment is
-/// there neither the old nor the new one.
+QString outdatedCopy(const QString& copy)
+{
+    return copy + u".old"_s;
+}
+
+/// Ends an update, this one's or one that was cut short: an old copy takes its place again when there is no new one, or
+/// else leaves the user's document to it.
+void finishUpdate(const QString& copy)
+{
+    const QString outdated = outdatedCopy(copy);
+    if (!QFileInfo::exists(copy)) {
+        QDir().rename(outdated, copy);
+        return;
+    }
+    // Renaming replaces the new copy's document in one step; the file itself is never copied.
+    const QByteArray document = QFile::encodeName(outdated + documentPath);
+    const QByteArray place = QFile::encodeName(copy + documentPath);
+    if (!QFileInfo::exists(outdated + documentPath) || std::rename(document.constData(), place.constData()) == 0) {
+        QDir(outdated).removeRecursively();
+    }
+}
+
+/// Puts a fresh copy in the place of an outdated one. However it ends, the user's document is in one of the two, and
+/// finishUpdate() finds it there.
 bool installCopy(const QString& original, const QString& copy)
 {
     const QString fresh = copy + u".new"_s;
-    const QString outdated = copy + u".old"_s;
     QDir(fresh).removeRecursively();
-    if (!copyTree(original, fresh)) {
-        QDir(fresh).removeRecursively();
-        return false;
-    }
-    if (QFileInfo::exists(copy + documentPath)) {
-        QFile::remove(fresh + documentPath);
-        if (!QFile::copy(copy + documentPath, fresh + documentPath)) {
-            QDir(fresh).removeRecursively();
-            return false;
-        }
-    }
-    QDir(outdated).removeRecursively();
-    if (QFileInfo::exists(copy) && !QDir().rename(copy, outdated)) {
-        return false;
-    }
-    const bool renamed = QDir().rename(fresh, copy);
-    if (!renamed && QFileInfo::exists(outdated)) {
-        QDir().rename(outdated, copy);
-    }
-    QDir(outdated).removeRecursively();
-    return renamed;
+    const bool isInstalled = copyTree(original, fresh) &&
+                             (!QFileInfo::exists(copy) || QDir().rename(copy, outdatedCopy(copy))) &&
+                             QDir().rename(fresh, copy);
+    QDir(fresh).removeRecursively();
+    finishUpdate(copy);
+    return isInstalled;
 }
 
 } // namespace
@@ -105,10 +119,22 @@ QString BundleLocator::bundlePath()
     }
     const QString copy =
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/blipsy/"_s + bundleName;
-    if (isUpToDate(copy, original) || installCopy(original, copy)) {
+    if (updateCopy(original, copy)) {
         return copy;
     }
     qCWarning(lcHost).noquote() << "cannot make a writable copy of" << original << "at" << copy
                                 << "- changes to the default document will be lost";
     return original;
+}
+
+bool BundleLocator::updateCopy(const QString& original, const QString& copy)
+{
+    QDir().mkpath(QFileInfo(copy).path());
+    QLockFile lock(copy + u".lock"_s);
+    lock.setStaleLockTime(emptyLockLifetime);
+    if (!lock.tryLock(lockTimeout)) {
+        return isUpToDate(copy, original);
+    }
+    finishUpdate(copy);
+    return isUpToDate(copy, original) || installCopy(original, copy);
 }

@@ -13,4 +13,9 @@ namespace BundleLocator {
 /// used as it is, and one log line says why.
 QString bundlePath();
 
+/// Makes @p copy a copy of the bundle @p original, or brings it up to date, keeping the document in it. Ends what an
+/// update that was killed has left half done. Other processes that do the same wait for each other, for up to ten
+/// seconds. False when there is no up-to-date copy at the end.
+bool updateCopy(const QString& original, const QString& copy);
+
 } // namespace BundleLocator

@@ -1,12 +1,15 @@
 #include "SettingsWindow.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
 #include <QPixmap>
 #include <QSettings>
 #include <QTextStream>
 
 #include <PreferencePane.h>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -53,9 +56,57 @@ bool SettingsWindow::saveScreenshots(const QString& folder)
     return true;
 }
 
+void SettingsWindow::present(const QString& document, const QString& tab, const QString& activationToken)
+{
+    if (!m_wanted) {
+        m_wanted = Wanted();
+    }
+    // The last start that names one has its way.
+    m_wanted->document = document.isEmpty() ? m_wanted->document : document;
+    m_wanted->tab = tab.isEmpty() ? m_wanted->tab : tab;
+
+    if (!activationToken.isEmpty()) {
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    }
+    QWidget* const dialog = QApplication::activeModalWidget();
+    QWidget* const front = dialog != nullptr ? dialog->window() : this;
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    front->raise();
+    front->activateWindow();
+    // Whoever asked gets the answer first: a document may have a question about unsaved text to ask.
+    QMetaObject::invokeMethod(this, &SettingsWindow::showWanted, Qt::QueuedConnection);
+}
+
+void SettingsWindow::showWanted()
+{
+    if (!m_wanted || QApplication::activeModalWidget() != nullptr) {
+        return;
+    }
+    const Wanted wanted = *std::exchange(m_wanted, std::nullopt);
+    if (!wanted.document.isEmpty()) {
+        m_pane.openDocument(wanted.document);
+    }
+    if (!wanted.tab.isEmpty()) {
+        m_pane.selectTab(wanted.tab);
+    }
+}
+
+bool SettingsWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowUnblocked) {
+        QMetaObject::invokeMethod(this, &SettingsWindow::showWanted, Qt::QueuedConnection);
+    }
+    return QMainWindow::event(event);
+}
+
 void SettingsWindow::closeEvent(QCloseEvent* event)
 {
     m_pane.willUnselect();
+    if (m_wanted) {
+        // Somebody asked for the window while it had a last question.
+        event->ignore();
+        return;
+    }
     QSettings().setValue(geometryKey, saveGeometry());
     QMainWindow::closeEvent(event);
 }

@@ -1,9 +1,11 @@
 #include "BundleLocator.h"
+#include "CommandLine.h"
+#include "SessionBus.h"
 #include "SettingsWindow.h"
+#include "SingleInstance.h"
+#include "Toolkit.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
-#include <QFileInfo>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QPluginLoader>
@@ -17,53 +19,29 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Options
-{
-    QString document;
-    QString screenshotFolder;
-    QString tab;
-};
-
-Options parseOptions(const QCoreApplication& application)
-{
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        u"Settings of Blipsy, which plays short sounds when you type a phrase and when something happens on the desktop."_s);
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption document(u"document"_s, u"Use the sounds document FILE."_s, u"FILE"_s);
-    const QCommandLineOption screenshot(u"screenshot"_s, u"Save a picture of every tab in DIR and exit."_s, u"DIR"_s);
-    const QCommandLineOption tab(
-        u"tab"_s, u"Show the tab NAME: Phrases, Events, Applications or Options."_s, u"NAME"_s);
-    parser.addOptions({document, screenshot, tab});
-    parser.process(application);
-    return {parser.value(document), parser.value(screenshot), parser.value(tab)};
-}
-
 int fail(const QString& message)
 {
     QTextStream(stderr) << "blipsy-settings: " << message << Qt::endl;
     return EXIT_FAILURE;
 }
 
-int showPane(PreferencePane& pane, const Options& options)
+/// Why the pane has no tab of that name; nothing when it has, or for an empty name.
+std::optional<QString> problemWithTab(const PreferencePane& pane, const QString& name)
 {
-    if (!options.document.isEmpty()) {
-        pane.openDocument(QFileInfo(options.document).absoluteFilePath());
+    const QStringList names = pane.tabNames();
+    if (name.isEmpty() || names.contains(name)) {
+        return std::nullopt;
     }
-    SettingsWindow window(pane);
-    if (!options.tab.isEmpty() && !pane.selectTab(options.tab)) {
-        return fail(u"there is no tab \"%1\"; the tabs are %2"_s.arg(options.tab, pane.tabNames().join(u", "_s)));
-    }
-    window.show();
-    if (options.screenshotFolder.isEmpty()) {
-        return QCoreApplication::exec();
-    }
+    return u"there is no tab \"%1\"; the tabs are %2"_s.arg(name, names.join(u", "_s));
+}
+
+int savePictures(SettingsWindow& window, const QString& folder)
+{
     int result = EXIT_SUCCESS;
     // Only when the first events have been handled does the window have its final layout.
-    QTimer::singleShot(0, &window, [&window, &options, &result] {
-        if (!window.saveScreenshots(options.screenshotFolder)) {
-            result = fail(u"cannot save pictures in %1"_s.arg(options.screenshotFolder));
+    QTimer::singleShot(0, &window, [&window, &folder, &result] {
+        if (!window.saveScreenshots(folder)) {
+            result = fail(u"cannot save pictures in %1"_s.arg(folder));
         }
         QCoreApplication::quit();
     });
@@ -71,24 +49,32 @@ int showPane(PreferencePane& pane, const Options& options)
     return result;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int showPane(PreferencePane& pane, const CommandLine::Options& options, SingleInstance& instance)
 {
-    const QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(u"blipsy"_s);
-    QCoreApplication::setApplicationName(u"blipsy-settings"_s);
-    QCoreApplication::setApplicationVersion(QStringLiteral(BLIPSY_VERSION));
-    QGuiApplication::setDesktopFileName(u"com.blipsy.Settings"_s);
-    QGuiApplication::setWindowIcon(QIcon::fromTheme(u"com.blipsy.Settings"_s));
-
-    // The pane brings its own texts; these are those of the toolkit's file and print dialogs.
-    QTranslator toolkitTexts;
-    if (toolkitTexts.load(QLocale(), u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-        QCoreApplication::installTranslator(&toolkitTexts);
+    if (const std::optional<QString> problem = problemWithTab(pane, options.tab)) {
+        return fail(*problem);
     }
+    if (!options.document.isEmpty()) {
+        pane.openDocument(options.document);
+    }
+    SettingsWindow window(pane);
+    if (!options.tab.isEmpty()) {
+        pane.selectTab(options.tab);
+    }
+    instance.serve([&pane, &window](const SingleInstance::Request& request) {
+        const std::optional<QString> problem = problemWithTab(pane, request.tab);
+        if (!problem) {
+            window.present(request.document, request.tab, request.activationToken);
+        }
+        return problem;
+    });
+    window.show();
+    return options.screenshotFolder.isEmpty() ? QCoreApplication::exec()
+                                              : savePictures(window, options.screenshotFolder);
+}
 
-    const Options options = parseOptions(application);
+int loadAndShowPane(const CommandLine::Options& options, SingleInstance& instance)
+{
     const QString bundle = BundleLocator::bundlePath();
     if (bundle.isEmpty()) {
         return fail(u"the settings pane is not installed"_s);
@@ -101,7 +87,52 @@ int main(int argc, char** argv)
         return fail(u"the settings pane cannot be loaded: %1"_s.arg(loader.errorString()));
     }
     pane->setBundlePath(bundle);
-    const int result = showPane(*pane, options);
+    const int result = showPane(*pane, options, instance);
     loader.unload();
     return result;
+}
+
+/// What needs no display, and what has to be done before the toolkit looks for one. Answers whether there is a session
+/// bus that answers.
+bool prepare(int& argc, char** argv)
+{
+    const QCoreApplication console(argc, argv);
+    CommandLine::answerQuestions(console);
+    const SessionBus::State bus = SessionBus::state();
+    if (bus == SessionBus::State::Hung) {
+        qWarning("the session bus does not answer: going on without it");
+        SessionBus::hideFromToolkit();
+    }
+    return bus == SessionBus::State::Answering;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(u"blipsy"_s);
+    QCoreApplication::setApplicationName(u"blipsy-settings"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(BLIPSY_VERSION));
+    QGuiApplication::setDesktopFileName(u"com.blipsy.Settings"_s);
+    // The toolkit takes it out of the environment.
+    const QString activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+
+    const bool hasBus = prepare(argc, argv);
+    const std::unique_ptr<QApplication> application = Toolkit::start(argc, argv);
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(u"com.blipsy.Settings"_s));
+
+    // The pane brings its own texts; these are those of the toolkit's file and print dialogs.
+    QTranslator toolkitTexts;
+    if (toolkitTexts.load(QLocale(), u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&toolkitTexts);
+    }
+
+    const CommandLine::Options options = CommandLine::parse(*application);
+    SingleInstance instance(hasBus);
+    // Pictures can be taken beside a running pane: nothing is changed on the way.
+    if (options.screenshotFolder.isEmpty() && !instance.claim()) {
+        const std::optional<QString> problem = instance.handOver({options.document, options.tab, activationToken});
+        return problem ? fail(u"another one runs in this session: %1"_s.arg(*problem)) : EXIT_SUCCESS;
+    }
+    return loadAndShowPane(options, instance);
 }

@@ -26,6 +26,8 @@ void BlipsyPref::openDocument(const QString& path)
         return;
     }
     BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
+    // The path is the first setting that is read: only that attaches the helper's domain, in which the list stands.
+    BYGlobals::init();
     RecentDocuments::add(path);
 }
 

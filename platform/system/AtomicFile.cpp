@@ -1,10 +1,13 @@
 #include "AtomicFile.h"
 
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,6 +26,13 @@ constexpr int maximumNameAttempts = 16;
 constexpr mode_t permissionBits = 07777;
 constexpr mode_t privateMode = 0600;
 constexpr mode_t newFileMode = 0666;
+
+/// A name that nobody else gives to a file, so that a leftover is told by it: the digits of a random number between
+/// these two.
+constexpr QLatin1StringView temporaryPrefix(".blipsy-");
+constexpr QLatin1StringView temporarySuffix(".tmp");
+constexpr int temporaryDigits = 13;
+constexpr int temporaryBase = 36;
 
 std::error_code systemError()
 {
@@ -50,7 +60,14 @@ private:
     int m_descriptor;
 };
 
-/// A file beside the target, removed again unless it has taken the target's place.
+QByteArray temporaryName()
+{
+    const QString digits = QString::number(QRandomGenerator::global()->generate64(), temporaryBase);
+    return (temporaryPrefix + digits.rightJustified(temporaryDigits, u'0') + temporarySuffix).toLatin1();
+}
+
+/// A file beside the target, removed again unless it has taken the target's place. It stays locked until then, which
+/// tells removeLeftovers() that it is being written.
 class TemporaryFile final
 {
 public:
@@ -90,7 +107,12 @@ public:
         return ::fchmod(m_descriptor.get(), target.st_mode & permissionBits) == 0;
     }
 
-    bool syncAndClose() { return ::fsync(m_descriptor.get()) == 0 && m_descriptor.close(); }
+    /// A second descriptor is closed in time to hear of a failed write; the lock goes with the last one.
+    bool sync() const
+    {
+        FileDescriptor second(::fcntl(m_descriptor.get(), F_DUPFD_CLOEXEC, 0));
+        return ::fsync(m_descriptor.get()) == 0 && second.close();
+    }
 
     bool replace(const QByteArray& target)
     {
@@ -105,18 +127,27 @@ private:
     int open(const QByteArray& folder, mode_t mode)
     {
         for (int attempt = 0; attempt < maximumNameAttempts; ++attempt) {
-            const QByteArray name = ".blipsy-" + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
-            const QByteArray path = folder + '/' + name;
+            const QByteArray path = folder + '/' + temporaryName();
             const int descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-            if (descriptor >= 0) {
+            if (descriptor < 0 && errno != EEXIST) {
+                break;
+            }
+            if (descriptor >= 0 && lock(descriptor)) {
                 m_path = path;
                 return descriptor;
             }
-            if (errno != EEXIST) {
-                break;
-            }
+            std::ignore = FileDescriptor(descriptor).close();
         }
         return -1;
+    }
+
+    /// False when somebody took the file for a leftover before it was locked. A file system without locks is none the
+    /// worse: nobody removes a leftover there.
+    static bool lock(int descriptor)
+    {
+        struct stat status = {};
+        const bool isOthers = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        return !isOthers && ::fstat(descriptor, &status) == 0 && status.st_nlink > 0;
     }
 
     QByteArray m_path;
@@ -162,12 +193,24 @@ std::error_code replaceFile(const QByteArray& target, const QByteArray& folder, 
     // What only some may read stays theirs while it is being written, too.
     TemporaryFile temporary(folder, exists ? privateMode : newFileMode);
     if (!temporary.isOpen() || !temporary.write(bytes) || (exists && !temporary.takeAttributesOf(existing)) ||
-        !temporary.syncAndClose() || !temporary.replace(target)) {
+        !temporary.sync() || !temporary.replace(target)) {
         return systemError();
     }
     // The folder is not synced: a power cut right now leaves the old file, whole, and a drag of a slider saves at every
     // step.
     return {};
+}
+
+/// Removes the file unless a living process has it locked. Whoever has written it to the end has renamed it before
+/// letting go of the lock, so that there is nothing of that name any more.
+void removeUnlessLocked(const QByteArray& path)
+{
+    const FileDescriptor file(::open(path.constData(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat status = {};
+    if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+        status.st_uid == ::geteuid() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
+        ::unlink(path.constData());
+    }
 }
 
 } // namespace
@@ -183,4 +226,18 @@ std::optional<QString> AtomicFile::write(const QString& path, QByteArrayView byt
         return std::nullopt;
     }
     return u"cannot write %1: %2"_s.arg(path, QString::fromStdString(error.message()));
+}
+
+void AtomicFile::removeLeftovers(const QString& path)
+{
+    static const QRegularExpression pattern(u"^%1[0-9a-z]{%2}%3$"_s.arg(QRegularExpression::escape(temporaryPrefix))
+                                                .arg(temporaryDigits)
+                                                .arg(QRegularExpression::escape(temporarySuffix)));
+    QDirIterator entries(QFileInfo(followLinks(path)).path(), {temporaryPrefix + u'*'}, QDir::Files | QDir::Hidden);
+    while (entries.hasNext()) {
+        const QString entry = entries.next();
+        if (pattern.match(entries.fileName()).hasMatch()) {
+            removeUnlessLocked(QFile::encodeName(entry));
+        }
+    }
 }

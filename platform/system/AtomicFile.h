@@ -17,4 +17,13 @@ namespace AtomicFile {
 /// on success.
 [[nodiscard]] std::optional<QString> write(const QString& path, QByteArrayView bytes);
 
+/// Removes the temporary files that processes killed during write() have left in the folder of @p path (a symbolic link
+/// is followed). Files of this user alone, told by their name.
+///
+/// A file is left alone while a living process writes it: it is locked from its first moment until it has been renamed,
+/// and the kernel frees the lock when the process ends, however it ends. So nothing depends on process numbers, which
+/// are used again and mean nothing in another container or on another machine. In a network folder the lock is seen
+/// by other machines where the server keeps locks; where the file system knows none, nothing is removed.
+void removeLeftovers(const QString& path);
+
 } // namespace AtomicFile

@@ -6,14 +6,11 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QLoggingCategory>
 #include <QStandardPaths>
 #include <QTimer>
-
-#include <sys/stat.h>
 
 #include <chrono>
 #include <map>
@@ -31,13 +28,11 @@ Q_LOGGING_CATEGORY(log, "blipsy.preferences")
 constexpr auto lockTimeout = 40ms;
 constexpr int lockPollMilliseconds = 4;
 constexpr auto retryDelay = 500ms;
+/// A process that is killed between making the lock file and filling it leaves one that names nobody. It is taken away
+/// once it is so old (in milliseconds); a living process has its lock file locked besides, and keeps it.
+constexpr int emptyLockLifetime = 500;
 
 constexpr qint64 maximumSize = 1 << 26;
-
-qint64 nanoseconds(const timespec& time)
-{
-    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
-}
 
 Value deepCopy(const Value& value)
 {
@@ -82,23 +77,9 @@ void report(const QString& problem, QString& last)
 
 } // namespace
 
-std::optional<FileStamp> FileStamp::of(const QByteArray& path)
-{
-    struct stat status = {};
-    if (::stat(path.constData(), &status) != 0) {
-        return std::nullopt;
-    }
-    return FileStamp{.device = status.st_dev,
-        .inode = status.st_ino,
-        .size = status.st_size,
-        .modified = nanoseconds(status.st_mtim),
-        .changed = nanoseconds(status.st_ctim)};
-}
-
 PreferencesDomain::PreferencesDomain(const QString& name)
     : m_path(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/blipsy/preferences/"_s +
              name + u".plist"_s)
-    , m_nativePath(QFile::encodeName(m_path))
 {
 }
 
@@ -110,6 +91,7 @@ PreferencesDomain& PreferencesDomain::named(const QString& name)
     std::unique_ptr<PreferencesDomain>& domain = domains[name];
     if (!domain) {
         domain = std::make_unique<PreferencesDomain>(name);
+        AtomicFile::removeLeftovers(domain->filePath());
         domain->refresh();
     }
     return *domain;
@@ -128,7 +110,7 @@ void PreferencesDomain::setValue(const QString& key, const Value& value)
 
 void PreferencesDomain::refresh()
 {
-    const std::optional<FileStamp> stamp = FileStamp::of(m_nativePath);
+    const std::optional<FileStamp> stamp = FileStamp::of(m_path);
     if (stamp == m_stamp) {
         return;
     }
@@ -174,6 +156,7 @@ bool PreferencesDomain::store()
 bool PreferencesDomain::lockAndStore()
 {
     QLockFile lock(m_path + u".lock"_s);
+    lock.setStaleLockTime(emptyLockLifetime);
     // Whoever kept the lock for longer than anybody needs is not waited for again.
     if (!lockWithin(lock, m_lockTimedOut ? 0ms : lockTimeout)) {
         m_lockTimedOut = lock.error() == QLockFile::LockFailedError;
@@ -204,7 +187,7 @@ bool PreferencesDomain::writeMerged()
         return false;
     }
     m_stored = merged;
-    m_stamp = FileStamp::of(m_nativePath);
+    m_stamp = FileStamp::of(m_path);
     m_state = FileState::Sound;
     m_pending.clear();
     report({}, m_storeProblem);

@@ -1,27 +1,13 @@
 #pragma once
 
-#include <QByteArray>
+#include "FileStamp.h"
+
 #include <QHash>
 #include <QString>
 
 #include <PropertyList.h>
 
 #include <optional>
-
-/// Which state of a file was read: two equal stamps mean that the file has not been replaced or changed in between.
-struct FileStamp
-{
-    quint64 device = 0;
-    quint64 inode = 0;
-    qint64 size = 0;
-    qint64 modified = 0;
-    qint64 changed = 0;
-
-    bool operator==(const FileStamp&) const = default;
-
-    /// The stamp of the file at @p path, links followed. Nothing when there is none.
-    static std::optional<FileStamp> of(const QByteArray& path);
-};
 
 /// One preferences domain: its file as last read, and what this process has set since.
 class PreferencesDomain final
@@ -54,7 +40,6 @@ private:
     void retryLater();
 
     QString m_path;
-    QByteArray m_nativePath;
     std::optional<FileStamp> m_stamp;
     FileState m_state = FileState::Absent;
     PropertyList::DictionaryPointer m_stored = PropertyList::Dictionary::create();

@@ -27,7 +27,8 @@ bool ProcessLauncher::launch(const QString& path, const QStringList& arguments)
     QProcess process;
     process.setProgram(path);
     process.setArguments(arguments);
-    process.setWorkingDirectory(QDir::homePath());
+    // A folder that does not exist would stop the program.
+    process.setWorkingDirectory(QDir::home().exists() ? QDir::homePath() : QDir::rootPath());
     process.setStandardInputFile(QProcess::nullDevice());
     // A program that outlives this one must not write into its terminal.
     process.setStandardOutputFile(QProcess::nullDevice());

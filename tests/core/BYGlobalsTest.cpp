@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -150,6 +151,57 @@ private Q_SLOTS:
         QVERIFY(!BYGlobals::soundsPrefsArrayFiltered());
         BYGlobals::writeDocument();
         QCOMPARE(stored(), bytes);
+    }
+
+    void documentOfNoDocumentsSizeIsRefused()
+    {
+        put({});
+        QVERIFY(QFile::resize(m_path, (qint64(1) << 28) + 1));
+        BYGlobals::setDefaultFilePath(m_path);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^cannot read document .*: it has more than"_s));
+        BYGlobals::fillArray();
+        QVERIFY(!BYGlobals::clippingsDictionary());
+    }
+
+    void versionOfAnotherProgramIsKept()
+    {
+        const QDir backups(qEnvironmentVariable("XDG_STATE_HOME") + u"/blipsy/backups"_s);
+        const auto kept = [&] { return QDir(backups.path()).entryList(QDir::Files, QDir::Name); };
+        load(Dictionary::create({{DocumentKey::clippings, Array::create({phrase(u"ours"_s)})}}));
+        BYGlobals::writeDocument();
+        BYGlobals::writeDocument();
+        QCOMPARE(kept(), QStringList());
+        const QRegularExpression line(u"changed by another program; that version is kept as .*/blipsy/backups/test-"_s);
+        for (const QByteArray theirs : {"their first version", "their second"}) {
+            put(theirs);
+            QTest::ignoreMessage(QtWarningMsg, line);
+            BYGlobals::writeDocument();
+            BYGlobals::writeDocument();
+            QVERIFY(stored().contains("ours"));
+            QFile copy(backups.filePath(kept().last()));
+            QVERIFY(copy.open(QIODevice::ReadOnly));
+            QCOMPARE(copy.readAll(), theirs);
+        }
+        QCOMPARE(kept().size(), 2);
+
+        const QString unread = m_folder.filePath(u"unread.blipsy"_s);
+        QVERIFY(QFile::copy(m_path, unread));
+        BYGlobals::setDefaultFilePath(unread);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"kept as .*/unread-"_s));
+        BYGlobals::writeDocument();
+        QCOMPARE(kept().size(), 3);
+    }
+
+    void versionThatCannotBeKeptIsNotOverwritten()
+    {
+        const QByteArray state = qgetenv("XDG_STATE_HOME");
+        const auto restore = qScopeGuard([&state] { qputenv("XDG_STATE_HOME", state); });
+        load(Dictionary::create({{DocumentKey::clippings, Array::create()}}));
+        put("theirs");
+        qputenv("XDG_STATE_HOME", m_path.toUtf8());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"is not overwritten: cannot make the folder"_s));
+        BYGlobals::writeDocument();
+        QCOMPARE(stored(), "theirs");
     }
 
     void wrongTypesShowWhatIsSoundAndTravelThroughASave()

@@ -1,10 +1,11 @@
-#include <QElapsedTimer>
+#include "Program.h"
+
 #include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <BYGlobals.h>
 #include <NotificationRecorder.h>
 #include <PropertyList.h>
 #include <SharedNames.h>
@@ -20,56 +21,6 @@ using PropertyList::Value;
 using SoundServerControl::Recording;
 
 namespace {
-
-/// Runs xdotool, which moves the pointer and presses keys as a person does.
-bool act(const QStringList& arguments)
-{
-    return QProcess::execute(u"xdotool"_s, arguments) == 0;
-}
-
-/// The program under test on the private display, with its window in the corner of the screen.
-class Program final
-{
-public:
-    explicit Program(const QStringList& arguments)
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start(QStringLiteral(BLIPSY_HOST), arguments);
-    }
-
-    ~Program()
-    {
-        process.kill();
-        process.waitForFinished();
-    }
-
-    /// Waits for the window and gives it the keyboard; there is no window manager that would.
-    bool takeFocus()
-    {
-        const bool isUp = QTest::qWaitFor([this] { return !window().isEmpty(); }, 20'000);
-        return isUp && act({u"windowmove"_s, window(), u"0"_s, u"0"_s}) && act({u"windowfocus"_s, window()});
-    }
-
-    bool click(int x, int y)
-    {
-        return act({u"mousemove"_s, u"--window"_s, window(), QString::number(x), QString::number(y)}) &&
-               act({u"click"_s, u"1"_s});
-    }
-
-    QProcess process;
-
-private:
-    static QString window()
-    {
-        QProcess search;
-        search.start(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Blipsy$"_s});
-        search.waitForFinished();
-        return QString::fromLatin1(search.readAllStandardOutput().split('\n').first());
-    }
-};
 
 /// Where the first row and its columns are in the window as it opens.
 constexpr int firstRow = 100;
@@ -141,6 +92,17 @@ private Q_SLOTS:
         for (const QString& tab : {u"Phrases"_s, u"Events"_s, u"Applications"_s, u"Options"_s}) {
             QVERIFY(!QImage(path(u"pictures/"_s + tab + u".png"_s)).isNull());
         }
+    }
+
+    void documentOfTheCommandLineJoinsTheRecentOnes()
+    {
+        SoundFixtures::write(path(u"other.blipsy"_s), "");
+        const QString other = path(u"other.blipsy"_s);
+        BYGlobals::storeSetting(Array::create({other}), SettingKey::recentFilesArray);
+        Program program({u"--document"_s, path(u"test.blipsy"_s), u"--screenshot"_s, path(u"pictures"_s)});
+        QVERIFY(program.process.waitForFinished(30'000));
+        const auto recent = BYGlobals::retrieveDateFromUserDefaults(SettingKey::recentFilesArray);
+        QCOMPARE(recent, Value(Array::create({other, path(u"test.blipsy"_s)})));
     }
 
     void unreadableDocumentIsLeftAlone_data()

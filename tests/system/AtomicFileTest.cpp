@@ -1,10 +1,13 @@
 #include <QDir>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <AtomicFile.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -22,6 +25,26 @@ void put(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+/// Another process that writes the file over and over, and ends with 1 when it cannot.
+pid_t startWriting(const QString& path, qsizetype size)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const QByteArray bytes(size, 'x');
+        while (!AtomicFile::write(path, bytes)) {
+        }
+        ::_exit(1);
+    }
+    return child;
+}
+
+/// Whether the process was alive until now.
+bool kill(pid_t process)
+{
+    int status = 0;
+    return ::kill(process, SIGKILL) == 0 && ::waitpid(process, &status, 0) == process && WIFSIGNALED(status);
 }
 
 mode_t mode(const QString& path)
@@ -109,6 +132,32 @@ private Q_SLOTS:
         QVERIFY(error);
         QCOMPARE(contents(m_path), "old");
         QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"document"_s});
+    }
+
+    void leftoversOfKilledProcessesAreRemoved()
+    {
+        const QString similar = m_folder.filePath(u".blipsy-notes.tmp"_s);
+        put(similar, "the user's own");
+        const QStringList filter{u".blipsy-*"_s};
+        const auto leftovers = [&] { return QDir(m_folder.path()).entryList(filter, QDir::Files | QDir::Hidden); };
+        QTRY_VERIFY(leftovers().size() > 2 || [&] {
+            const pid_t writer = startWriting(m_path, 20'000'000);
+            QTest::qSleep(15);
+            return !kill(writer);
+        }());
+        AtomicFile::removeLeftovers(m_path);
+        QCOMPARE(leftovers(), QStringList{u".blipsy-notes.tmp"_s});
+    }
+
+    void filesOfALivingProcessAreLeftAlone()
+    {
+        const pid_t writer = startWriting(m_path, 1'000);
+        QElapsedTimer timer;
+        for (timer.start(); timer.elapsed() < 300;) {
+            AtomicFile::removeLeftovers(m_path);
+        }
+        QVERIFY(kill(writer));
+        QCOMPARE(contents(m_path).size(), 1'000);
     }
 };
 

@@ -123,8 +123,29 @@ private Q_SLOTS:
         }
         QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(Preferences::copyValue(u"Count"_s, domain).integerValue(), 4);
+        QFile file(lock.fileName());
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
+        QVERIFY(!Preferences::synchronize(domain));
         lock.unlock();
         QTRY_VERIFY(stored().contains("Count"));
+    }
+
+    void leftoversOfKilledProcessesStopNothing()
+    {
+        for (const QString& name : {u"com.example.shared.plist.lock"_s, u".blipsy-0123456789xyz.tmp"_s}) {
+            QFile file(QFileInfo(Preferences::filePath(domain)).dir().filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        Preferences::setValue(u"Key"_s, u"stored"_s, domain);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"locked by another process"_s));
+        QVERIFY(!Preferences::synchronize(domain));
+        QTRY_VERIFY(stored().contains("stored"));
+        Preferences::copyValue(u"Key"_s, u"com.example.first.used.now"_s);
+        QVERIFY(QFileInfo(Preferences::filePath(domain))
+                    .dir()
+                    .entryList({u".blipsy-*"_s}, QDir::Files | QDir::Hidden)
+                    .isEmpty());
     }
 
     void searchListGoesFromHostToSuiteToGlobal()

@@ -11,6 +11,7 @@
 
 #include <Bundle.h>
 #include <DesktopApplications.h>
+#include <ProcessLauncher.h>
 #include <Workspace.h>
 
 using namespace Qt::StringLiterals;
@@ -192,6 +193,16 @@ private Q_SLOTS:
         QCOMPARE(bundle.localizedString(u"Unknown"_s), u"Unknown");
         QCOMPARE(bundle.localizedString(u"Unknown"_s, u"value"_s), u"value");
         QCOMPARE(Bundle::bundleWithIdentifier(u"none"_s).bundlePath(), u"");
+    }
+
+    void missingHomeFolderStopsNoProgram()
+    {
+        const QByteArray home = qgetenv("HOME");
+        const auto restore = qScopeGuard([&home] { qputenv("HOME", home); });
+        const QTemporaryDir folder;
+        qputenv("HOME", folder.filePath(u"missing"_s).toUtf8());
+        QVERIFY(ProcessLauncher::launch(u"/usr/bin/touch"_s, {folder.filePath(u"started"_s)}));
+        QTRY_VERIFY(QFileInfo::exists(folder.filePath(u"started"_s)));
     }
 };
 

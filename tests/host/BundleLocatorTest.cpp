@@ -1,0 +1,107 @@
+#include "BundleLocator.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <array>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString documentIn(const QString& bundle)
+{
+    return bundle + u"/Contents/Resources/default.blipsy"_s;
+}
+
+QString infoIn(const QString& bundle)
+{
+    return bundle + u"/Contents/Info.plist"_s;
+}
+
+void put(const QString& path, const QByteArray& bytes)
+{
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+void putBundle(const QString& path, const QByteArray& version, const QByteArray& document)
+{
+    put(infoIn(path), version);
+    put(path + u"/Contents/MacOS/BlipsyPref.so"_s, version);
+    put(documentIn(path), document);
+}
+
+} // namespace
+
+class BundleLocatorTest final : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    QString m_original = m_folder.filePath(u"original"_s);
+    QString m_copy = m_folder.filePath(u"data/copy"_s);
+
+private Q_SLOTS:
+
+    void init()
+    {
+        QVERIFY(QDir(m_folder.filePath(u"data"_s)).removeRecursively());
+        putBundle(m_original, "new", "factory");
+    }
+
+    void updateKeepsTheUsersDocument_data()
+    {
+        // The documents in the copy, in the old and in the new one as an update that was killed may leave them.
+        QTest::addColumn<QByteArray>("inPlace");
+        QTest::addColumn<QByteArray>("outdated");
+        QTest::addColumn<QByteArray>("fresh");
+        QTest::newRow("first start") << QByteArray() << QByteArray() << QByteArray();
+        QTest::newRow("outdated copy") << QByteArray("user's") << QByteArray() << QByteArray();
+        QTest::newRow("killed while copying") << QByteArray("user's") << QByteArray() << QByteArray("fac");
+        QTest::newRow("killed between the renames") << QByteArray() << QByteArray("user's") << QByteArray("factory");
+        QTest::newRow("killed before the end") << QByteArray("factory") << QByteArray("user's") << QByteArray();
+    }
+
+    void updateKeepsTheUsersDocument()
+    {
+        QFETCH(const QByteArray, inPlace);
+        QFETCH(const QByteArray, outdated);
+        QFETCH(const QByteArray, fresh);
+        for (const auto& [suffix, document] : {std::pair(u""_s, inPlace), {u".old"_s, outdated}, {u".new"_s, fresh}}) {
+            if (!document.isEmpty()) {
+                putBundle(m_copy + suffix, document == "factory" ? "new" : "old", document);
+            }
+        }
+        QVERIFY(BundleLocator::updateCopy(m_original, m_copy));
+        QCOMPARE(contents(documentIn(m_copy)), inPlace.isEmpty() && outdated.isEmpty() ? "factory" : "user's");
+        QCOMPARE(contents(infoIn(m_copy)), "new");
+        QCOMPARE(QDir(m_folder.filePath(u"data"_s)).entryList(QDir::NoDotAndDotDot | QDir::AllEntries), {u"copy"_s});
+    }
+
+    void startsAtOnceWaitForEachOther()
+    {
+        putBundle(m_copy, "old", "user's");
+        std::array<bool, 3> results{};
+        std::vector<std::jthread> starts;
+        for (bool& result : results) {
+            starts.emplace_back([&] { result = BundleLocator::updateCopy(m_original, m_copy); });
+        }
+        starts.clear();
+        QVERIFY(std::all_of(results.begin(), results.end(), [](bool result) { return result; }));
+        QCOMPARE(contents(documentIn(m_copy)), "user's");
+    }
+};
+
+QTEST_GUILESS_MAIN(BundleLocatorTest)
+#include "BundleLocatorTest.moc"

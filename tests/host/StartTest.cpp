@@ -1,0 +1,124 @@
+#include "Program.h"
+
+#include <QTemporaryDir>
+
+#include <BYGlobals.h>
+#include <SharedNames.h>
+#include <SoundFixtures.h>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Outcome
+{
+    int exitCode = -1;
+    QString errors;
+    qsizetype lines = 0;
+};
+
+/// Runs the program to its end, without a display unless @p environment names one.
+Outcome run(const QStringList& arguments, const QMap<QString, QString>& changes)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
+        environment.insert(change.key(), change.value());
+    }
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(BLIPSY_HOST), arguments);
+    if (!process.waitForFinished(20'000) || process.exitStatus() != QProcess::NormalExit) {
+        return {};
+    }
+    const QString errors = QString::fromUtf8(process.readAllStandardError());
+    return {.exitCode = process.exitCode(), .errors = errors, .lines = errors.count(u'\n')};
+}
+
+QString documentInUse()
+{
+    return BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).textValue();
+}
+
+} // namespace
+
+class StartTest final : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    const QString m_document = m_folder.filePath(u"test.blipsy"_s);
+    const QString m_other = m_folder.filePath(u"other.blipsy"_s);
+
+private Q_SLOTS:
+
+    void init()
+    {
+        const QByteArray empty = PropertyList::write(PropertyList::Dictionary::create());
+        SoundFixtures::write(m_document, empty);
+        SoundFixtures::write(m_other, empty);
+    }
+
+    void questionsAndFailuresNeedNoDisplay_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("help") << QStringList{u"--help"_s} << 0;
+        QTest::newRow("version") << QStringList{u"--version"_s} << 0;
+        QTest::newRow("plain start") << QStringList() << 1;
+    }
+
+    void questionsAndFailuresNeedNoDisplay()
+    {
+        QFETCH(const QStringList, arguments);
+        QFETCH(const int, exitCode);
+        const Outcome outcome = run(arguments, {{u"DISPLAY"_s, u":987"_s}});
+        QCOMPARE(outcome.exitCode, exitCode);
+        QCOMPARE(outcome.lines, exitCode);
+    }
+
+    void secondStartHandsOver()
+    {
+        Program first({u"--document"_s, m_document});
+        QVERIFY(first.takeFocus());
+        QCOMPARE(run({u"--document"_s, m_other, u"--tab"_s, u"Events"_s}, {}).exitCode, 0);
+        QTRY_COMPARE(documentInUse(), m_other);
+        const Outcome wrongTab = run({u"--tab"_s, u"Nowhere"_s}, {});
+        QCOMPARE(wrongTab.exitCode, 1);
+        QVERIFY2(wrongTab.errors.contains(u"no tab \"Nowhere\""), qPrintable(wrongTab.errors));
+        QCOMPARE(run({u"--screenshot"_s, m_folder.filePath(u"pictures"_s)}, {}).exitCode, 0);
+        QCOMPARE(first.process.state(), QProcess::Running);
+    }
+
+    void secondStartIsRefusedWithoutABus()
+    {
+        const QString nowhere = u"unix:path=/nowhere"_s;
+        Program first({u"--document"_s, m_document}, nowhere);
+        QVERIFY(first.takeFocus());
+        const Outcome second = run({u"--document"_s, m_other}, {{u"DBUS_SESSION_BUS_ADDRESS"_s, nowhere}});
+        QCOMPARE(second.exitCode, 1);
+        QVERIFY2(second.errors.contains(u"another one runs"), qPrintable(second.errors));
+        QCOMPARE(documentInUse(), m_document);
+    }
+
+    void windowComesWhileTheBusHangs()
+    {
+        QProcess bus;
+        bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
+        QVERIFY(bus.waitForReadyRead());
+        const QString address = QString::fromUtf8(bus.readLine().trimmed());
+        ::kill(pid_t(bus.processId()), SIGSTOP);
+        {
+            Program program({u"--document"_s, m_document}, address);
+            QVERIFY(program.takeFocus());
+        }
+        bus.kill();
+        bus.waitForFinished();
+    }
+};
+
+QTEST_GUILESS_MAIN(StartTest)
+#include "StartTest.moc"
