@@ -66,6 +66,53 @@ private Q_SLOTS:
         QTRY_VERIFY(m_tab->recorder.names().contains(u"Preferences Changed"_s));
     }
 
+    void keysOpenThePopUpAndChooseInIt_data()
+    {
+        QTest::addColumn<QList<Qt::Key>>("keys");
+        QTest::addColumn<QString>("document");
+        QTest::addColumn<bool>("prints");
+        using Keys = QList<Qt::Key>;
+        QTest::newRow("a step") << Keys{Qt::Key_Up, Qt::Key_Up, Qt::Key_Return} << u"other.blipsy"_s << false;
+        QTest::newRow("to the end and out")
+            << Keys{Qt::Key_End, Qt::Key_Down, Qt::Key_Escape} << u"test.blipsy"_s << false;
+        QTest::newRow("a page") << Keys{Qt::Key_PageDown, Qt::Key_Down, Qt::Key_Enter} << u"test.blipsy"_s << true;
+        QTest::newRow("letters") << Keys{Qt::Key_O, Qt::Key_T, Qt::Key_Return} << u"other.blipsy"_s << false;
+        QTest::newRow("a command's letter") << Keys{Qt::Key_P, Qt::Key_Return} << u"test.blipsy"_s << true;
+        QTest::newRow("space") << Keys{Qt::Key_Space, Qt::Key_Up, Qt::Key_Return} << u"other.blipsy"_s << false;
+    }
+
+    void keysOpenThePopUpAndChooseInIt()
+    {
+        QFETCH(const QList<Qt::Key>, keys);
+        QFETCH(const bool, prints);
+        m_tab->popUp->setFocus();
+        const auto press = [this](Qt::Key key) { QTest::keyClick(m_tab->window.windowHandle(), key); };
+        for (const Qt::Key key : keys.first(keys.size() - 1)) {
+            press(key);
+            QVERIFY(m_tab->popUp->view()->isVisible());
+            QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(u"test.blipsy"_s));
+            QVERIFY(!m_tab->table->printClippingsWindow->isVisible());
+        }
+        press(keys.last());
+        QVERIFY(!m_tab->popUp->view()->isVisible());
+        QCOMPARE(m_tab->table->printClippingsWindow->isVisible(), prints);
+        QFETCH(const QString, document);
+        QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(document));
+    }
+
+    void wheelAndShortcutsLeaveTheClosedPopUpAlone()
+    {
+        m_tab->popUp->setFocus();
+        QTest::keyClick(m_tab->window.windowHandle(), Qt::Key_P, Qt::AltModifier);
+        const QPointF point = m_tab->popUp->rect().center();
+        QWheelEvent wheel(point, m_tab->popUp->mapToGlobal(point), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+            Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_tab->popUp, &wheel);
+        QVERIFY(!m_tab->popUp->view()->isVisible());
+        QCOMPARE(m_tab->popUp->currentText(), u"test"_s);
+        QVERIFY(!m_tab->table->printClippingsWindow->isVisible());
+    }
+
     void commandForgetsAnyDocumentButTheOneInUse()
     {
         choose(1, Qt::ControlModifier);
