@@ -33,7 +33,14 @@ void BYController::setUpHotKeys()
         const auto combo = PTKeyCombo::initWithPlistRepresentation(defaults.objectForKey(name).dictionary());
         mHotKey[i] = std::make_shared<PTHotKey>(name, combo);
         mHotKey[i]->setName(name);
-        theHotButtons[i]->setText(textForTitle(combo.description()));
+        showHotKey(i, combo);
+    }
+}
+
+void BYController::showHotKey(size_t index, const PTKeyCombo& combo)
+{
+    if (QPushButton* const button = theHotButtons[index]) {
+        button->setText(textForTitle(combo.description()));
     }
 }
 
@@ -60,7 +67,7 @@ void BYController::hotKeySheetDidEndWithReturnCode(int returnCode)
     const auto index = size_t(tag);
     const PTKeyCombo combo = PTKeyComboPanel::sharedPanel().keyCombo();
     mHotKey[index]->setKeyCombo(combo);
-    theHotButtons[index]->setText(textForTitle(combo.description()));
+    showHotKey(index, combo);
     BYGlobals::storeSetting(combo.plistRepresentation(), theHotKeysNames[index]);
     BYGlobals::sendNotification(NotificationName::preferencesChanged);
 }
