@@ -123,6 +123,25 @@ private Q_SLOTS:
         QTRY_COMPARE(child<Matrix>(interface, u"onOffRadioButton"_s)->selectedColumn(), 1);
     }
 
+    void helpersPhraseShowsEveryEventAgain()
+    {
+        Interface interface;
+        for (const auto& setUp : interface.setUps()) {
+            setUp();
+        }
+        auto* events = child<TableView>(interface, u"mySoundEventsTable"_s);
+        auto* search = child<QLineEdit>(interface, u"mySearchField"_s);
+        search->setText(u"mail"_s);
+        QCOMPARE(events->numberOfRows(), 1);
+        events->selectRow_byExtendingSelection(0, false);
+        BYGlobals::sendNotification(
+            NotificationName::newRowAddedViaMenu, Dictionary::create({{PhraseKey::phrase, u"hello"_s}}));
+        QTRY_COMPARE(child<TableView>(interface, u"abbsTableView"_s)->selectedRow(), 0);
+        QCOMPARE(events->numberOfRows(), 2);
+        QCOMPARE(events->selectedRow(), 1);
+        QCOMPARE(search->text(), u"mail"_s);
+    }
+
     void missingOutletsAreLeftOut_data()
     {
         QTest::addColumn<std::function<void(TableView*)>>("use");
