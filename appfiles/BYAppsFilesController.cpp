@@ -81,13 +81,15 @@ void BYAppsFilesController::awakeFromNib()
     UserDefaults& defaults = UserDefaults::standardUserDefaults();
     defaults.addSuiteNamed(BYGlobals::appID());
     appsToSkip = stringsOf(defaults.objectForKey(SettingKey::appsFiles));
-    appsFilesTable->setDataSource(this);
     sharedInstance()->refresh(this);
-    buildCells();
-    appsFilesTable->registerForDraggedTypes();
-    NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, appsFilesTable,
-        [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
-    removeAppButton->setEnabled(appsFilesTable->selectedRow() >= 0);
+    enableRemoval(appsFilesTable);
+    if (appsFilesTable != nullptr) {
+        appsFilesTable->setDataSource(this);
+        buildCells();
+        appsFilesTable->registerForDraggedTypes();
+        NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, appsFilesTable,
+            [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
+    }
 }
 
 void BYAppsFilesController::buildCells()
@@ -96,11 +98,15 @@ void BYAppsFilesController::buildCells()
     appColumn = appsFilesTable->tableColumnWithIdentifier(u"application"_s);
     pathColumn = appsFilesTable->tableColumnWithIdentifier(u"assocFile"_s);
     popUpColumn = appsFilesTable->tableColumnWithIdentifier(u"actionPopUp"_s);
-    iconColumn->setDataCell(std::make_shared<ImageCell>());
-    const auto cell = std::make_shared<PopUpButtonCell>();
-    cell->setEditable(true);
-    cell->setMenu(appsPopUp);
-    popUpColumn->setDataCell(cell);
+    if (iconColumn != nullptr) {
+        iconColumn->setDataCell(std::make_shared<ImageCell>());
+    }
+    if (popUpColumn != nullptr) {
+        const auto cell = std::make_shared<PopUpButtonCell>();
+        cell->setEditable(true);
+        cell->setMenu(appsPopUp);
+        popUpColumn->setDataCell(cell);
+    }
 }
 
 void BYAppsFilesController::buildAppsArray()
@@ -114,7 +120,7 @@ void BYAppsFilesController::buildAppsArray()
 void BYAppsFilesController::refresh(QObject* /*sender*/)
 {
     buildAppsArray();
-    appsFilesTable->reloadData();
+    reloadTable();
 }
 
 const QStringList& BYAppsFilesController::getSortedAppsArray()
@@ -148,8 +154,14 @@ QIcon BYAppsFilesController::iconForFileAtPath(const QString& path)
 
 void BYAppsFilesController::tableViewSelectionDidChange(const Notification& notification)
 {
-    const auto* table = qobject_cast<TableView*>(notification.object);
-    removeAppButton->setEnabled(table != nullptr && table->selectedRow() >= 0);
+    enableRemoval(qobject_cast<TableView*>(notification.object));
+}
+
+void BYAppsFilesController::enableRemoval(const TableView* table)
+{
+    if (removeAppButton != nullptr) {
+        removeAppButton->setEnabled(table != nullptr && table->selectedRow() >= 0);
+    }
 }
 
 void BYAppsFilesController::savePreferences()

@@ -34,7 +34,7 @@ public:
     /// The controller created last; null when there is none.
     static BYAppsFilesController* sharedInstance();
 
-    /// @name Outlets, connected by the interface
+    /// @name Outlets, connected by the interface; one that is null is left out
     /// @{
     TableView* appsFilesTable = nullptr;
     QPushButton* removeAppButton = nullptr;
@@ -86,6 +86,8 @@ private:
     void addApplication(const QString& path);
     void chooseDocumentFor(const QString& application);
     void applicationsChanged();
+    void reloadTable();
+    void enableRemoval(const TableView* table);
     QString selectedApplication();
     QString applicationAtRow(int row);
     QString documentTextFor(const QString& application) const;

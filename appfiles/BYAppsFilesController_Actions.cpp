@@ -52,7 +52,7 @@ void BYAppsFilesController::appsPopUpAction(QAction* sender)
         chooseDocumentFor(application);
     }
     savePreferences();
-    appsFilesTable->reloadData();
+    reloadTable();
 }
 
 void BYAppsFilesController::chooseDocumentFor(const QString& application)
@@ -113,8 +113,7 @@ void BYAppsFilesController::applicationsChanged()
 {
     savePreferences();
     sortedAppsArray.reset();
-    appsFilesTable->noteNumberOfRowsChanged();
-    appsFilesTable->reloadData();
+    reloadTable();
 }
 
 DragOperation BYAppsFilesController::tableView_validateDrop_proposedRow_proposedDropOperation(

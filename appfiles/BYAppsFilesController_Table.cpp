@@ -23,7 +23,14 @@ QString BYAppsFilesController::applicationAtRow(int row)
 
 QString BYAppsFilesController::selectedApplication()
 {
-    return applicationAtRow(appsFilesTable->selectedRow());
+    return appsFilesTable != nullptr ? applicationAtRow(appsFilesTable->selectedRow()) : QString();
+}
+
+void BYAppsFilesController::reloadTable()
+{
+    if (appsFilesTable != nullptr) {
+        appsFilesTable->reloadData();
+    }
 }
 
 /// What is done in an application. A document that has gone shows as such, since the helper finds nothing in it.

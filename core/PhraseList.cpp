@@ -94,6 +94,9 @@ DictionaryPointer PhraseList::entryAt(const ArrayPointer& phrases, int row)
 
 int PhraseList::rowOfPhrase(const ArrayPointer& phrases, QStringView phrase)
 {
+    if (phrase.isNull()) {
+        return -1;
+    }
     return firstRowOfPhrase(phrases, [phrase](QStringView text) { return !text.isNull() && text == phrase; });
 }
 
@@ -117,4 +120,28 @@ int PhraseList::rowOfEntry(const ArrayPointer& phrases, const DictionaryPointer&
     const auto found =
         std::ranges::find(*phrases, entry.constData(), [](const Value& value) { return value.dictionaryInPlace(); });
     return found == phrases->end() ? -1 : int(found - phrases->begin());
+}
+
+int PhraseList::rowOfCounterpart(
+    const ArrayPointer& phrases, const ArrayPointer& before, const DictionaryPointer& entry)
+{
+    const int row = rowOfEntry(phrases, entry);
+    const int rowBefore = rowOfEntry(before, entry);
+    if (row >= 0 || rowBefore < 0 || !phrases) {
+        return row;
+    }
+    const auto rowOfSameNumber = [&phrases, &before, rowBefore](const auto& matches) {
+        auto number = std::count_if(before->begin(), before->begin() + rowBefore, matches);
+        const auto found = std::find_if(phrases->begin(), phrases->end(),
+            [&matches, &number](const Value& value) { return matches(value) && number-- == 0; });
+        return found == phrases->end() ? -1 : int(found - phrases->begin());
+    };
+    const Value phrase = entry->value(PhraseKey::phrase);
+    const auto hasPhrase = [&phrase](const Value& value) {
+        const PropertyList::Dictionary* candidate = value.dictionaryInPlace();
+        return candidate && candidate->value(PhraseKey::phrase) == phrase;
+    };
+    const Value whole = entry;
+    const int equalRow = rowOfSameNumber([&](const Value& value) { return hasPhrase(value) && value == whole; });
+    return equalRow >= 0 ? equalRow : rowOfSameNumber(hasPhrase);
 }

@@ -11,7 +11,7 @@ namespace PhraseList {
 /// The entry at @p row, or null where there is none.
 PropertyList::DictionaryPointer entryAt(const PropertyList::ArrayPointer& phrases, int row);
 
-/// The first row whose "Phrase" is exactly @p phrase.
+/// The first row whose "Phrase" is exactly @p phrase; a null text is no phrase, unlike an empty one.
 int rowOfPhrase(const PropertyList::ArrayPointer& phrases, QStringView phrase);
 
 /// The first row whose "Phrase" begins with @p start, in either case.
@@ -19,5 +19,10 @@ int rowOfPhraseStartingWith(const PropertyList::ArrayPointer& phrases, QStringVi
 
 /// The row of this very entry.
 int rowOfEntry(const PropertyList::ArrayPointer& phrases, const PropertyList::DictionaryPointer& entry);
+
+/// Where @p phrases, the list loaded anew or sorted, holds what @p entry is in @p before: this very entry, else one of
+/// equal contents, else one of the same phrase. Of several it is the one that stands at the same place among them.
+int rowOfCounterpart(const PropertyList::ArrayPointer& phrases, const PropertyList::ArrayPointer& before,
+    const PropertyList::DictionaryPointer& entry);
 
 } // namespace PhraseList

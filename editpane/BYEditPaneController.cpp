@@ -36,6 +36,8 @@ constexpr int lastFormatTag = 999;
 constexpr int firstMarkerTag = 1000;
 constexpr int firstSymbolTag = 1007;
 constexpr int lastSymbolTag = 1010;
+constexpr int dateMenuIndex = 0;
+constexpr int timeMenuIndex = 1;
 constexpr int phraseMenuIndex = 5;
 /// The time that a menu takes to open grows with the square of its items (0.2 s for 5 000), and nobody finds one in a
 /// menu of more than these.
@@ -46,6 +48,13 @@ constexpr int referenceListSpacing = 2;
 QString localized(const QString& text)
 {
     return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
+}
+
+void enable(QWidget* control, bool enabled)
+{
+    if (control != nullptr) {
+        control->setEnabled(enabled);
+    }
 }
 
 /// The font that mail is written in. Where the settings of mail name none, it is that of plain text, by the name of a
@@ -74,18 +83,20 @@ BYEditPaneController::BYEditPaneController(QObject* parent)
 
 void BYEditPaneController::awakeFromNib()
 {
-    if (dateFormats == nullptr) {
-        dateFormats = EditPaneMenus::makeDateFormats(dateTimePopUpButton);
-    }
-    if (textFormats == nullptr) {
-        textFormats = EditPaneMenus::makeTextFormats(textFormattingPopUpButton);
-    }
-    dateTimePopUpButton->menu()->actions().constFirst()->setMenu(dateFormats);
-    textFormattingPopUpButton->menu()->actions().constFirst()->setMenu(textFormats);
     m_setUp = QDateTime::currentDateTime();
-    titleFormats(*dateFormats->actions().at(0)->menu());
-    titleFormats(*dateFormats->actions().at(1)->menu());
     m_references = new PhraseReferences(BYGlobals::clippingsArray(), m_setUp, this);
+    if (dateTimePopUpButton != nullptr) {
+        if (dateFormats == nullptr) {
+            dateFormats = EditPaneMenus::makeDateFormats(dateTimePopUpButton);
+        }
+        dateTimePopUpButton->menu()->actions().constFirst()->setMenu(dateFormats);
+    }
+    if (textFormattingPopUpButton != nullptr) {
+        if (textFormats == nullptr) {
+            textFormats = EditPaneMenus::makeTextFormats(textFormattingPopUpButton);
+        }
+        textFormattingPopUpButton->menu()->actions().constFirst()->setMenu(textFormats);
+    }
     connectMenus();
 }
 
@@ -98,18 +109,30 @@ void BYEditPaneController::titleFormats(const QMenu& menu) const
 
 void BYEditPaneController::connectMenus()
 {
-    const QList<const QMenu*> menus{
-        dateFormats->actions().at(0)->menu(), dateFormats->actions().at(1)->menu(), dateFormats, textFormats};
-    for (const QMenu* const menu : menus) {
-        for (QAction* const item : menu->actions()) {
-            if (item->menu() == nullptr) {
-                connect(item, &QAction::triggered, this, [this, item] { enterDateTimeSyntax(item); });
-            }
-        }
+    if (textFormats != nullptr) {
+        connectItems(*textFormats);
     }
+    if (dateFormats == nullptr) {
+        return;
+    }
+    for (const int index : {dateMenuIndex, timeMenuIndex}) {
+        const QMenu& formats = *dateFormats->actions().at(index)->menu();
+        titleFormats(formats);
+        connectItems(formats);
+    }
+    connectItems(*dateFormats);
     QMenu* const phrases = dateFormats->actions().at(phraseMenuIndex)->menu();
     PlainToolTip::useIn(*phrases);
     connect(phrases, &QMenu::aboutToShow, this, [this, phrases] { fillReferences(*phrases); });
+}
+
+void BYEditPaneController::connectItems(const QMenu& menu)
+{
+    for (QAction* const item : menu.actions()) {
+        if (item->menu() == nullptr) {
+            connect(item, &QAction::triggered, this, [this, item] { enterDateTimeSyntax(item); });
+        }
+    }
 }
 
 // The phrases are those of the set-up; their items are made when somebody looks.
@@ -173,9 +196,16 @@ void BYEditPaneController::addReferenceList(QMenu& menu)
 
 void BYEditPaneController::clippingMenuItemSelected(QAction* sender)
 {
-    editPane->insertText(QString(referenceMarker));
-    editPane->insertText(sender->data().toString());
-    editPane->insertText(QString(referenceMarker));
+    insert(QString(referenceMarker));
+    insert(sender->data().toString());
+    insert(QString(referenceMarker));
+}
+
+void BYEditPaneController::insert(const QString& text)
+{
+    if (editPane != nullptr) {
+        editPane->insertText(text);
+    }
 }
 
 void BYEditPaneController::enterDateTimeSyntax(QAction* sender)
@@ -184,19 +214,19 @@ void BYEditPaneController::enterDateTimeSyntax(QAction* sender)
 
     const int tag = sender->data().toInt();
     if (tag <= lastFormatTag) {
-        editPane->insertText(sender->toolTip());
+        insert(sender->toolTip());
     } else if (tag < firstSymbolTag) {
-        editPane->insertText(markers[tag - firstMarkerTag]);
+        insert(markers[tag - firstMarkerTag]);
     } else if (tag <= lastSymbolTag) {
-        editPane->insertText(sender->text().left(1));
+        insert(sender->text().left(1));
     }
 }
 
 void BYEditPaneController::saveEditedAbb(QObject* /*sender*/)
 {
-    const int row = abbsTableView->selectedRow();
+    const int row = abbsTableView != nullptr ? abbsTableView->selectedRow() : -1;
     const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
-    if (row < 0 || !phrases || row >= phrases->size()) {
+    if (editPane == nullptr || row < 0 || !phrases || row >= phrases->size()) {
         return;
     }
     const PropertyList::DictionaryPointer entry = phrases->at(row).dictionary();
@@ -204,22 +234,32 @@ void BYEditPaneController::saveEditedAbb(QObject* /*sender*/)
         return;
     }
     const QString text = editPane->string();
-    if (Matrix::tagOf(plainOrRichRadioButton->selectedCell()) == richTag) {
+    if (isRichChosen()) {
         entry->insert(PhraseKey::rtfd, editPane->RTFDFromAll());
     } else {
         entry->remove(PhraseKey::rtfd);
     }
     entry->insert(PhraseKey::plainText, text);
     BYGlobals::setEditEntryPaneTextIsDirty(false);
-    saveEditedAbbButton->setEnabled(false);
+    enable(saveEditedAbbButton, false);
     BYGlobals::writeDocument();
     abbsTableView->reloadData();
     BYGlobals::sendNotification(NotificationName::preferencesChanged);
 }
 
+// Without the choice the text is stored as it is.
+bool BYEditPaneController::isRichChosen() const
+{
+    return plainOrRichRadioButton != nullptr ? Matrix::tagOf(plainOrRichRadioButton->selectedCell()) == richTag
+                                             : editPane->isRichText();
+}
+
 void BYEditPaneController::plainOrRich(Matrix* sender)
 {
-    saveEditedAbbButton->setEnabled(true);
+    enable(saveEditedAbbButton, true);
+    if (editPane == nullptr) {
+        return;
+    }
     if (Matrix::tagOf(sender->selectedCell()) == richTag) {
         makeRich();
         return;
@@ -252,6 +292,9 @@ void BYEditPaneController::alertDidEnd_returnCode_contextInfo(QDialog* /*alert*/
 
 void BYEditPaneController::makePlain()
 {
+    if (editPane == nullptr) {
+        return;
+    }
     QString text = editPane->string();
     BYGlobals::setEditEntryPaneTextIsDirty(true);
     showPlainAttributes();
@@ -260,7 +303,7 @@ void BYEditPaneController::makePlain()
 
 void BYEditPaneController::showPlainAttributes()
 {
-    textFormattingPopUpButton->setEnabled(false);
+    enable(textFormattingPopUpButton, false);
     editPane->setRichText(false);
     editPane->resetAttributes();
     editPane->setReadOnly(false);
@@ -269,7 +312,7 @@ void BYEditPaneController::showPlainAttributes()
 
 void BYEditPaneController::makeRich()
 {
-    textFormattingPopUpButton->setEnabled(true);
+    enable(textFormattingPopUpButton, true);
     editPane->setRichText(true);
     editPane->setImportsGraphics(true);
     editPane->setFontOfAll(mailFont());

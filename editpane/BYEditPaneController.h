@@ -25,7 +25,8 @@ public:
     explicit BYEditPaneController(QObject* parent = nullptr);
 
     /// @name Outlets
-    /// Set before awakeFromNib(); owned by the window. The two menus are made here where they are not set.
+    /// Set before awakeFromNib(); owned by the window. The two menus are made here where they are not set. Any other
+    /// outlet that is null is left out.
     /// @{
     TableView* abbsTableView = nullptr;
     PullDownButton* dateTimePopUpButton = nullptr;
@@ -57,6 +58,9 @@ private:
     QAction* makeReferenceItem(int row, QObject* parent) const;
     void addReferenceList(QMenu& menu);
     void connectMenus();
+    void connectItems(const QMenu& menu);
+    void insert(const QString& text);
+    bool isRichChosen() const;
     void showPlainAttributes();
     void makePlain();
     void makeRich();

@@ -76,9 +76,12 @@ SoundEventsController::~SoundEventsController() = default;
 void SoundEventsController::awakeFromNib()
 {
     loadIcons();
+    fillVolumePopUp();
+    if (mySoundEventsTable == nullptr) {
+        return;
+    }
     mySoundEventsTable->registerForDraggedTypes();
     buildCells();
-    fillVolumePopUp();
     mySoundEventsTable->setDataSource(this);
     NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, mySoundEventsTable,
         [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
@@ -104,7 +107,19 @@ void SoundEventsController::volumePopUpAction(QObject* /*sender*/)
         EventEntries::filter(
             BYGlobals::soundsPrefsArray(), BYGlobals::soundsPrefsArrayFiltered(), mySearchField->text());
     }
-    mySoundEventsTable->reloadData();
+    reloadTable();
+}
+
+int SoundEventsController::selectedRow() const
+{
+    return mySoundEventsTable != nullptr ? mySoundEventsTable->selectedRow() : -1;
+}
+
+void SoundEventsController::reloadTable()
+{
+    if (mySoundEventsTable != nullptr) {
+        mySoundEventsTable->reloadData();
+    }
 }
 
 int SoundEventsController::numberOfRowsInTableView(TableView* /*table*/)

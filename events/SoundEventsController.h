@@ -26,7 +26,7 @@ public:
     explicit SoundEventsController(QObject* parent = nullptr);
     ~SoundEventsController() override;
 
-    /// @name Outlets, connected by the interface
+    /// @name Outlets, connected by the interface; one that is null is left out
     /// @{
     QLineEdit* mySearchField = nullptr;
     TableView* mySoundEventsTable = nullptr;
@@ -100,6 +100,9 @@ private:
     void buildCells();
     void fillVolumePopUp();
     void searchForValue(const QString& key);
+    /// -1 when no row is selected.
+    int selectedRow() const;
+    void reloadTable();
 
     TableColumn* popUpColumn = nullptr;
     SoundChooser m_soundChooser;

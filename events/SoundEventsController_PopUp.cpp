@@ -14,6 +14,9 @@ using namespace Qt::StringLiterals;
 
 void SoundEventsController::fillVolumePopUp()
 {
+    if (myVolumePopUp == nullptr) {
+        return;
+    }
     const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     const auto add = [this](const QString& title, const QString& key) {
         connect(myVolumePopUp->addAction(title), &QAction::triggered, this, [this, key] { searchForValue(key); });
@@ -28,7 +31,10 @@ void SoundEventsController::fillVolumePopUp()
 void SoundEventsController::searchForValue(const QString& key)
 {
     const PropertyList::DictionaryPointer entry =
-        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), mySoundEventsTable->selectedRow());
+        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), selectedRow());
+    if (mySearchField == nullptr) {
+        return;
+    }
     mySearchField->setText(entry ? entry->value(key).string() : QString());
     // The field tells of a new text only.
     volumePopUpAction(myVolumePopUp);

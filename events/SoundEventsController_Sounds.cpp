@@ -34,7 +34,7 @@ bool isSuitcase(const QString& path)
 
 void SoundEventsController::trashButtonAction(QObject* /*sender*/)
 {
-    handleAssignSoundDialog_row(this, mySoundEventsTable->selectedRow());
+    handleAssignSoundDialog_row(this, selectedRow());
 }
 
 void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int row)
@@ -47,7 +47,7 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     if (path == nullptr || path->type() != PropertyList::Type::String || !path->stringView().isEmpty()) {
         entry->insert(EventKey::soundFilepath, u""_s);
         SoundDocument::saveAndRefreshMenu();
-        mySoundEventsTable->reloadData();
+        reloadTable();
         return;
     }
     OpenPanel panel(mySoundEventsTable);
@@ -59,7 +59,7 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
         present->insert(EventKey::soundFilepath, *chosen);
         SoundDocument::saveAndRefreshMenu();
     }
-    mySoundEventsTable->viewport()->update();
+    reloadTable();
 }
 
 bool SoundEventsController::prepareOpenPanel(OpenPanel* panel)
@@ -148,6 +148,6 @@ bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     if (BYGlobals::retrieveFromUserDefaults(SettingKey::playSoundOnDrop).integerValue() != 0) {
         BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
     }
-    mySoundEventsTable->viewport()->update();
+    reloadTable();
     return true;
 }

@@ -64,23 +64,28 @@ void SoundEventsController::tableViewSelectionDidChange(const Notification& noti
         EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), table != nullptr ? table->selectedRow() : -1);
     const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     QString label;
+    float volume = 0;
     if (!entry) {
         label = bundle.localizedString(u"Set volume:"_s);
-        myVolumeSlider->setFloatValue(generalVolume());
+        volume = generalVolume();
     } else if (isSystemAlert(entry)) {
         label = bundle.localizedString(u"Alert volume:"_s);
-        myVolumeSlider->setFloatValue(alertVolume());
+        volume = alertVolume();
     } else {
         label = bundle.localizedString(u"Event volume:"_s);
-        myVolumeSlider->setFloatValue(float(entry->value(EventKey::volume).doubleValue()));
+        volume = float(entry->value(EventKey::volume).doubleValue());
     }
-    myVolumeSliderLabel->setText(label);
+    if (myVolumeSlider != nullptr) {
+        myVolumeSlider->setFloatValue(volume);
+    }
+    if (myVolumeSliderLabel != nullptr) {
+        myVolumeSliderLabel->setText(label);
+    }
 }
 
 void SoundEventsController::volumeSliderAction(Slider* sender)
 {
-    const DictionaryPointer entry =
-        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), mySoundEventsTable->selectedRow());
+    const DictionaryPointer entry = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), selectedRow());
     if (entry && isSystemAlert(entry)) {
         AlertVolume::setSysBeepVolume(levelWordOf(sender->floatValue()));
     } else if (entry) {

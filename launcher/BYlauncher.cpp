@@ -37,8 +37,7 @@ BYlauncher::~BYlauncher() = default;
 void BYlauncher::awakeFromNib()
 {
     alreadyClicked = false;
-    HelperProcess::isRunning(
-        this, [this](bool running) { onOffRadioButton->setState_atRow_column(true, 0, running ? 0 : 1); });
+    HelperProcess::isRunning(this, [this](bool running) { showRunning(running); });
     const qint64 build = BYGlobals::retrieveFromUserDefaults(SettingKey::menuBuild).integerValue();
     if (build < HelperProcess::oldestCompatibleBuild) {
         off(nullptr);
@@ -79,6 +78,13 @@ void BYlauncher::start()
         qCWarning(log).noquote() << *error;
     }
     if (HelperProcess::start()) {
-        onOffRadioButton->setState_atRow_column(true, 0, 0);
+        showRunning(true);
+    }
+}
+
+void BYlauncher::showRunning(bool running)
+{
+    if (onOffRadioButton != nullptr) {
+        onOffRadioButton->setState_atRow_column(true, 0, running ? 0 : 1);
     }
 }

@@ -14,7 +14,7 @@ public:
     explicit BYlauncher(QObject* parent = nullptr);
     ~BYlauncher() override;
 
-    /// Two radio cells in row 0: column 0 on, column 1 off.
+    /// Two radio cells in row 0: column 0 on, column 1 off. Null is left out.
     Matrix* onOffRadioButton = nullptr;
 
     /// Shows whether the helper runs, as soon as that is known, and replaces a helper of an outdated build.
@@ -28,4 +28,5 @@ public:
 
 private:
     void start();
+    void showRunning(bool running);
 };

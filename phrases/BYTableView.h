@@ -6,6 +6,7 @@
 
 #include <QIcon>
 #include <QString>
+#include <QStringList>
 
 #include <DistributedNotificationCenter.h>
 #include <NotificationCenter.h>
@@ -120,7 +121,8 @@ public:
     /// Selects and shows the first phrase that is exactly @p phrase; nothing changes when there is none.
     void scrollToAbb(const QString& phrase);
     /// Answers a notification with the helper's object, this pane's own included. While a question about a row is open
-    /// or a cell's text is being changed, those that would move rows wait.
+    /// or a cell's text is being changed, those that would move rows wait. Rows that another pane has added or removed
+    /// are in its document, not in this one: it finishes them itself.
     void prefsChanged(const DistributedNotification& notification);
     /// @}
 
@@ -231,7 +233,9 @@ private:
     void showRowAddedViaMenu(const QString& phrase);
     void editNewRow();
 
+    void announceRowChange(const QString& name);
     bool confirmRemoval();
+    void reloadDocument();
     void reloadFollowingSelection(const std::function<void()>& change);
     void reloadInPreferredOrder(const std::function<void()>& change);
     void clearEditPane();
@@ -273,6 +277,8 @@ private:
     int m_rowHolds = 0;
     std::vector<DistributedNotification> m_waitingNotifications;
     std::optional<RowHold> m_editingHold;
+    /// What this pane has added and removed, by the name of the notification that has not come back yet.
+    QStringList m_unfinishedRowChanges;
     /// The table follows a phrase to its new row: it is no other phrase, so there is nothing to ask or to load.
     bool m_isFollowingSelection = false;
 };

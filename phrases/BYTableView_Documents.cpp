@@ -220,11 +220,7 @@ void BYTableView::finishDocumentCommand()
     BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
     BYGlobals::sendNotification(NotificationName::preferencesChanged);
     RecentDocuments::add(path);
-    reloadInPreferredOrder(&BYGlobals::fillArray);
-    if (mySoundEventsTable) {
-        mySoundEventsTable->noteNumberOfRowsChanged();
-        mySoundEventsTable->reloadData();
-    }
+    reloadDocument();
     updateClippingsPopUpButton();
     updateVolumeSlider();
 }

@@ -34,10 +34,16 @@ void BYTableView::connectPrintWindow()
     if (!printClippingsWindow) {
         return;
     }
-    connect(printClippingsTextView, &QPrintPreviewWidget::paintRequested, this,
-        [this](QPrinter* printer) { phrasesToPrint().print(*printer, previewedPages); });
-    connect(printClippingsPrintButton, &QPushButton::clicked, this, &BYTableView::printClippings);
-    connect(printClippingsCancelButton, &QPushButton::clicked, printClippingsWindow, &QDialog::reject);
+    if (printClippingsTextView) {
+        connect(printClippingsTextView, &QPrintPreviewWidget::paintRequested, this,
+            [this](QPrinter* printer) { phrasesToPrint().print(*printer, previewedPages); });
+    }
+    if (printClippingsPrintButton) {
+        connect(printClippingsPrintButton, &QPushButton::clicked, this, &BYTableView::printClippings);
+    }
+    if (printClippingsCancelButton) {
+        connect(printClippingsCancelButton, &QPushButton::clicked, printClippingsWindow, &QDialog::reject);
+    }
 }
 
 void BYTableView::showPrintClippingsWindow(QObject*)
@@ -47,7 +53,9 @@ void BYTableView::showPrintClippingsWindow(QObject*)
     }
     printClippingsWindow->show();
     printClippingsWindow->raise();
-    printClippingsTextView->updatePreview();
+    if (printClippingsTextView) {
+        printClippingsTextView->updatePreview();
+    }
 }
 
 PhraseListPrinter BYTableView::phrasesToPrint() const

@@ -163,8 +163,8 @@ void BYTableView::answerWaitingNotifications()
 }
 
 // The helper may have added phrases to the file while the rows were held. They come in before the document is written,
-// so that the write loses none; what is left to do for them is to show them. The change goes to the entry of the same
-// phrase then, or nowhere when the file has none.
+// so that the write loses none; what is left to do for them is to show them. The change goes to what the entry has
+// become in the file, or nowhere when it is no longer there.
 DictionaryPointer BYTableView::upToDateEntry(const DictionaryPointer& entry)
 {
     bool isOutdated = false;
@@ -177,9 +177,9 @@ DictionaryPointer BYTableView::upToDateEntry(const DictionaryPointer& entry)
     if (!isOutdated) {
         return entry;
     }
-    const QString phrase = entry->value(PhraseKey::phrase).string();
-    reloadInPreferredOrder(&BYGlobals::fillArray);
-    return entryAt(PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase));
+    const PropertyList::ArrayPointer before = BYGlobals::clippingsArray();
+    reloadDocument();
+    return entryAt(PhraseList::rowOfCounterpart(BYGlobals::clippingsArray(), before, entry));
 }
 
 void BYTableView::answer(const DistributedNotification& notification)
@@ -196,18 +196,20 @@ void BYTableView::answer(const DistributedNotification& notification)
         editEntryInProgress = false;
     } else if (name == NotificationName::turnExpansionOff) {
         editEntryInProgress = true;
-    } else if (name == NotificationName::rowRemoved) {
-        BYGlobals::writeDocument();
     } else if (name == NotificationName::newRowAddedViaMenu) {
         showRowAddedViaMenu(phraseOf(notification));
-    } else if (name == NotificationName::newRowAdded) {
-        editNewRow();
+    } else if (m_unfinishedRowChanges.removeOne(name)) {
+        if (name == NotificationName::newRowAdded) {
+            editNewRow();
+        } else {
+            BYGlobals::writeDocument();
+        }
     }
 }
 
 void BYTableView::showRowAddedViaMenu(const QString& phrase)
 {
-    reloadInPreferredOrder(&BYGlobals::fillArray);
+    reloadDocument();
     scrollToAbb(phrase);
 }
 

@@ -36,7 +36,7 @@ void BYTableView::addRow(QObject*)
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
         phrases->append(entry);
     }
-    BYGlobals::sendNotification(NotificationName::newRowAdded);
+    announceRowChange(NotificationName::newRowAdded);
 }
 
 void BYTableView::removeRow(QObject*)
@@ -65,13 +65,20 @@ void BYTableView::removeRow(QObject*)
     }
     noteNumberOfRowsChanged();
     reloadData();
-    BYGlobals::sendNotification(NotificationName::rowRemoved);
+    announceRowChange(NotificationName::rowRemoved);
     clearEditPane();
     const int rowBefore = std::max(row - 1, -1);
     BYGlobals::setSelectedClippingRowForEditing(rowBefore);
     selectRow_byExtendingSelection(rowBefore, false);
     scrollRowToVisible(rowBefore);
     gConfirmRemove = true;
+}
+
+// The change is finished when the notification comes back.
+void BYTableView::announceRowChange(const QString& name)
+{
+    m_unfinishedRowChanges.append(name);
+    BYGlobals::sendNotification(name);
 }
 
 bool BYTableView::confirmRemoval()
@@ -97,6 +104,23 @@ void BYTableView::tableView_sortDescriptorsDidChange(TableView*, const QList<Sor
     });
 }
 
+// Both lists are new ones: the events table shows every event again, whatever its search field still holds, which is
+// meant. The selected event keeps its place in the document, not its row.
+void BYTableView::reloadDocument()
+{
+    const int eventRow = mySoundEventsTable ? mySoundEventsTable->selectedRow() : -1;
+    const int event = PhraseList::rowOfEntry(
+        BYGlobals::soundsPrefsArray(), PhraseList::entryAt(BYGlobals::soundsPrefsArrayFiltered(), eventRow));
+    reloadInPreferredOrder(&BYGlobals::fillArray);
+    if (mySoundEventsTable) {
+        mySoundEventsTable->reloadData();
+        mySoundEventsTable->selectRow_byExtendingSelection(
+            PhraseList::rowOfEntry(
+                BYGlobals::soundsPrefsArrayFiltered(), PhraseList::entryAt(BYGlobals::soundsPrefsArray(), event)),
+            false);
+    }
+}
+
 // What the setting sorts is not in the order that the header shows.
 void BYTableView::reloadInPreferredOrder(const std::function<void()>& change)
 {
@@ -107,15 +131,12 @@ void BYTableView::reloadInPreferredOrder(const std::function<void()>& change)
 // Phrases get new rows, or new entries of the same text: the selection and the edit pane stay with their phrase.
 void BYTableView::reloadFollowingSelection(const std::function<void()>& change)
 {
+    const PropertyList::ArrayPointer before = BYGlobals::clippingsArray();
     const DictionaryPointer entry = entryAt(selectedRow());
     change();
 
-    const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
-    int row = PhraseList::rowOfEntry(phrases, entry);
-    const bool isSameEntry = row >= 0;
-    if (entry && !isSameEntry) {
-        row = PhraseList::rowOfPhrase(phrases, entry->value(PhraseKey::phrase).stringView());
-    }
+    const int row = PhraseList::rowOfCounterpart(BYGlobals::clippingsArray(), before, entry);
+    const bool isSameEntry = row >= 0 && entryAt(row) == entry;
     {
         const QScopedValueRollback following(m_isFollowingSelection, true);
         noteNumberOfRowsChanged();

@@ -73,15 +73,19 @@ void BYController::showIdleTalkInterval()
 {
     const PropertyList::Value stored = BYGlobals::retrieveFromUserDefaults(SettingKey::idleTalkIntervalPref);
     const PropertyList::Value shown = stored == PropertyList::Value(u""_s) ? PropertyList::Value(u"2"_s) : stored;
-    idleTalkIntervalText->setText(shown.textValue());
-    const QSignalBlocker quiet(idleTalkIntervalStepper);
-    idleTalkIntervalStepper->setValue(shown.intValue());
+    if (idleTalkIntervalText) {
+        idleTalkIntervalText->setText(shown.textValue());
+    }
+    if (idleTalkIntervalStepper) {
+        const QSignalBlocker quiet(idleTalkIntervalStepper);
+        idleTalkIntervalStepper->setValue(shown.intValue());
+    }
 }
 
 void BYController::showArrow()
 {
     const QString arrow = BYGlobals::retrieveFromUserDefaults(SettingKey::arrowPref).textValue();
-    QString title = menuPref->title();
+    QString title = menuPref ? menuPref->title() : QString();
     if (arrow.isEmpty() || title.size() <= arrowPosition) {
         return;
     }
@@ -91,7 +95,9 @@ void BYController::showArrow()
 void BYController::enterIdleTalkIntervalPref(QWidget* sender)
 {
     const QString interval = QString::number(intValueOf(sender));
-    idleTalkIntervalText->setText(interval);
+    if (idleTalkIntervalText) {
+        idleTalkIntervalText->setText(interval);
+    }
     BYGlobals::saveToUserDefaults_forKey(interval, SettingKey::idleTalkIntervalPref);
 }
 
@@ -141,7 +147,9 @@ void BYController::handleTimer()
             return;
         }
         HelperProcess::start();
-        onOffRadioButton->setState_atRow_column(true, 0, 0);
+        if (onOffRadioButton) {
+            onOffRadioButton->setState_atRow_column(true, 0, 0);
+        }
     });
 }
 

@@ -19,7 +19,7 @@ class QSpinBox;
 /// the help book.
 ///
 /// Actions take the control that sent them and run on the main thread. The interface owns the controls; outlets are set
-/// before awakeFromNib() and stay valid as long as the controller.
+/// before awakeFromNib() and stay valid as long as the controller; one that is null is left out.
 class BYController final : public PTKeyComboPanelTarget
 {
     Q_OBJECT

@@ -35,21 +35,25 @@ void BYController::setUpHotKeys()
         const auto combo = PTKeyCombo::initWithPlistRepresentation(defaults.objectForKey(name).dictionary());
         mHotKey[i] = std::make_shared<PTHotKey>(name, combo);
         mHotKey[i]->setName(name);
-        m_buttonNameFormats[i] = theHotButtons[i]->accessibleName();
-        showCombination(i);
-        if (!canReserve) {
-            theHotButtons[i]->setToolTip(
-                localized(u"Record another key combination. It is stored, but does nothing in this session, where no "
-                          "program can reserve keys for itself."_s));
+        if (QPushButton* const button = theHotButtons[i]) {
+            m_buttonNameFormats[i] = button->accessibleName();
+            if (!canReserve) {
+                button->setToolTip(
+                    localized(u"Record another key combination. It is stored, but does nothing in this session, where no "
+                              "program can reserve keys for itself."_s));
+            }
         }
+        showCombination(i);
     }
 }
 
 void BYController::showCombination(size_t index)
 {
-    const QString combination = mHotKey[index]->keyCombo().description();
-    theHotButtons[index]->setText(textForTitle(combination));
-    theHotButtons[index]->setAccessibleName(QString(m_buttonNameFormats[index]).replace(u"%@"_s, combination));
+    if (QPushButton* const button = theHotButtons[index]) {
+        const QString combination = mHotKey[index]->keyCombo().description();
+        button->setText(textForTitle(combination));
+        button->setAccessibleName(QString(m_buttonNameFormats[index]).replace(u"%@"_s, combination));
+    }
 }
 
 void BYController::hitSetAddHotKey(QPushButton* sender)

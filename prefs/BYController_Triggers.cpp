@@ -78,6 +78,9 @@ void BYController::enterTriggerPref(Matrix* sender)
 
 void BYController::selectAllTriggers(QWidget* /*sender*/)
 {
+    if (!triggersPrefsMatrix) {
+        return;
+    }
     triggersPrefsMatrix->selectAll();
     CharacterBitmap triggers = defaultTriggers();
     for (int row = 0; row < triggerRows; ++row) {
@@ -90,6 +93,9 @@ void BYController::selectAllTriggers(QWidget* /*sender*/)
 
 void BYController::deSelectAllTriggers(QWidget* /*sender*/)
 {
+    if (!triggersPrefsMatrix) {
+        return;
+    }
     triggersPrefsMatrix->deselectAllCells();
     saveTriggers(CharacterBitmap(), true);
 }

@@ -1,6 +1,7 @@
 #include "BYAppsFilesController.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
@@ -198,6 +199,51 @@ private Q_SLOTS:
         QCOMPARE(m_tab->table.numberOfRows(), 1);
     }
 
+    void addedApplicationIsNotExpandedUntilADocumentIsChosen()
+    {
+        const QString folder = QDir::homePath() + u"/.local/share/applications"_s;
+        QVERIFY(QDir().mkpath(folder));
+        QFile entry(folder + u"/middle.desktop"_s);
+        QVERIFY(entry.open(QIODevice::WriteOnly));
+        entry.write("[Desktop Entry]\nType=Application\nName=Fine Editor\nExec=true\n");
+        entry.close();
+        ModalDriver add([](QWidget* modal) {
+            QTest::keyClicks(modal->findChild<QLineEdit*>(), u"fine"_s);
+            QTest::keyClick(modal->findChild<QLineEdit*>(), Qt::Key_Return);
+        });
+        m_tab->controller.addAppToExclusionList(nullptr);
+        QVERIFY(add.wasAnswered());
+        QCOMPARE(storedApplications(), (QStringList{path(u"zebra.app"_s), path(u"Apple.app"_s), entry.fileName()}));
+        QCOMPARE(m_tab->table.numberOfRows(), 3);
+        QCOMPARE(m_tab->text(u"application"_s, 1), u"Fine Editor"_s);
+        QCOMPARE(m_tab->text(u"assocFile"_s, 1), u"do not expand"_s);
+        QTRY_COMPARE(m_recorder.names(), QStringList{u"RefreshMenu"_s});
+
+        m_tab->table.selectRow_byExtendingSelection(1, false);
+        ModalDriver choose([this](QWidget* modal) {
+            auto* name = modal->findChild<QLineEdit*>(u"fileNameEdit"_s);
+            name->setText(path(u"Phrases.Blipsy"_s));
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        m_tab->controller.appsPopUpAction(m_tab->chooseDocument);
+        QVERIFY(choose.wasAnswered());
+        QCOMPARE(m_tab->text(u"assocFile"_s, 1), u"expand using: Phrases"_s);
+        const auto stored = Preferences::copyValue(SettingKey::file4App, BYGlobals::appID()).dictionary();
+        QCOMPARE(stored->value(entry.fileName()).string(), path(u"Phrases.Blipsy"_s));
+        QTRY_COMPARE(m_recorder.names(), (QStringList{u"RefreshMenu"_s, u"RefreshMenu"_s}));
+    }
+
+    void changedPhrasesReloadTheTableFromMemory()
+    {
+        m_tab->table.setDataSource(&m_rowCounter);
+        Preferences::setValue(SettingKey::appsFiles, PropertyList::Array::create(), BYGlobals::appID());
+        QVERIFY(Preferences::synchronize(BYGlobals::appID()));
+        const int asked = m_rowCounter.asked;
+        BYGlobals::sendNotification(NotificationName::refreshAppsArray);
+        QTRY_VERIFY(m_rowCounter.asked > asked);
+        QCOMPARE(m_tab->controller.getSortedAppsArray().size(), 2);
+    }
+
     void cancelledDocumentPanelKeepsTheEntryAndStillTells()
     {
         QVERIFY(m_tab->drop({path(u"Phrases.Blipsy"_s)}, 0));
@@ -217,7 +263,18 @@ private Q_SLOTS:
 private:
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
+    /// Notices that the table asks for its rows.
+    struct RowCounter final : TableViewDataSource
+    {
+        int numberOfRowsInTableView(TableView*) override { return ++asked; }
+
+        QVariant tableView_objectValueForTableColumn_row(TableView*, TableColumn*, int) override { return {}; }
+
+        int asked = 0;
+    };
+
     QTemporaryDir m_folder;
+    RowCounter m_rowCounter;
     std::unique_ptr<ApplicationsTab> m_tab;
     NotificationRecorder m_recorder;
 };

@@ -2,25 +2,40 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QAction>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <Alert.h>
+#include <BYAppsFilesController.h>
+#include <BYController.h>
+#include <BYEditPaneController.h>
 #include <BYGlobals.h>
 #include <BYTableView.h>
+#include <BYlauncher.h>
 #include <Bundle.h>
+#include <HelperProcess.h>
 #include <Matrix.h>
 #include <ModalDriver.h>
 #include <SharedNames.h>
 #include <Slider.h>
+#include <SoundEventsController.h>
+#include <TextView.h>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
@@ -61,8 +76,9 @@ private Q_SLOTS:
         const auto phrase = Dictionary::create({{PhraseKey::phrase, u"hello"_s}, {PhraseKey::soundFilepath, u""_s}});
         const auto event = Dictionary::create(
             {{EventKey::event, u"28"_s}, {EventKey::eventName, u"System alert"_s}, {EventKey::soundFilepath, u""_s}});
+        const auto mail = Dictionary::create({{EventKey::event, u"5"_s}, {EventKey::eventName, u"Mail"_s}});
         const auto root = Dictionary::create({{DocumentKey::clippings, Array::create({phrase})},
-            {DocumentKey::sounds, Array::create({event})}, {DocumentKey::setVolume, u"0.5"_s}});
+            {DocumentKey::sounds, Array::create({event, mail})}, {DocumentKey::setVolume, u"0.5"_s}});
         const QString path = m_folder.filePath(u"test.blipsy"_s);
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -97,7 +113,7 @@ private Q_SLOTS:
             setUps[size_t(index)]();
         }
         QCOMPARE(child<BYTableView>(interface, u"abbsTableView"_s)->numberOfRows(), 1);
-        QCOMPARE(child<TableView>(interface, u"mySoundEventsTable"_s)->numberOfRows(), 1);
+        QCOMPARE(child<TableView>(interface, u"mySoundEventsTable"_s)->numberOfRows(), 2);
         QCOMPARE(child<QLabel>(interface, u"numClippings"_s)->text(), u"1 clippings"_s);
         QCOMPARE(child<QComboBox>(interface, u"defaultClippingsFileNSPopUpButton"_s)->currentText(), u"test"_s);
         QCOMPARE(child<Slider>(interface, u"myVolumeSlider"_s)->floatValue(), 0.5F);
@@ -105,6 +121,53 @@ private Q_SLOTS:
         QCOMPARE(child<Matrix>(interface, u"iTunesAnnouncerPrefMatrix"_s)->selectedColumn(), 1);
         QCOMPARE(child<QAbstractButton>(interface, u"pauseHotKeyButton"_s)->text(), u"(None)"_s);
         QTRY_COMPARE(child<Matrix>(interface, u"onOffRadioButton"_s)->selectedColumn(), 1);
+    }
+
+    void helpersPhraseShowsEveryEventAgain()
+    {
+        Interface interface;
+        for (const auto& setUp : interface.setUps()) {
+            setUp();
+        }
+        auto* events = child<TableView>(interface, u"mySoundEventsTable"_s);
+        auto* search = child<QLineEdit>(interface, u"mySearchField"_s);
+        search->setText(u"mail"_s);
+        QCOMPARE(events->numberOfRows(), 1);
+        events->selectRow_byExtendingSelection(0, false);
+        BYGlobals::sendNotification(
+            NotificationName::newRowAddedViaMenu, Dictionary::create({{PhraseKey::phrase, u"hello"_s}}));
+        QTRY_COMPARE(child<TableView>(interface, u"abbsTableView"_s)->selectedRow(), 0);
+        QCOMPARE(events->numberOfRows(), 2);
+        QCOMPARE(events->selectedRow(), 1);
+        QCOMPARE(search->text(), u"mail"_s);
+    }
+
+    void missingOutletsAreLeftOut_data()
+    {
+        QTest::addColumn<std::function<void(TableView*)>>("use");
+        QTest::addColumn<bool>("hasTable");
+        const auto rows = [](const char* name, void (*use)(TableView*)) {
+            QTest::addRow("%s", name) << std::function(use) << false;
+            QTest::addRow("%s, with a table", name) << std::function(use) << true;
+        };
+        rows("phrases", &usePhrases);
+        rows("events", &useEvents);
+        rows("applications", &useApplications);
+        rows("edit pane", &useEditPane);
+        QTest::newRow("options") << std::function(&useOptions) << false;
+        QTest::newRow("launcher") << std::function(&useLauncher) << false;
+    }
+
+    /// With a table what follows from its selection is reached as well.
+    void missingOutletsAreLeftOut()
+    {
+        QFETCH(const std::function<void(TableView*)>, use);
+        BYGlobals::init();
+        BYGlobals::fillArray();
+        QFETCH(const bool, hasTable);
+        TableView table;
+        const ModalDriver cancelSoundPanel([](QWidget* panel) { panel->close(); });
+        use(hasTable ? &table : nullptr);
     }
 
     void everyControlInTheTabOrderHasAName()
@@ -172,6 +235,108 @@ private Q_SLOTS:
     }
 
 private:
+    static void usePhrases(TableView* events)
+    {
+        BYTableView table;
+        QDialog window;
+        table.mySoundEventsTable = events;
+        table.printClippingsWindow = &window;
+        table.awakeFromNib();
+        table.selectRow_byExtendingSelection(0, false);
+        table.showPrintClippingsWindow(nullptr);
+        table.openDoc(nullptr);
+        table.useDocument(BYGlobals::defaultFilePath());
+        table.addRow(nullptr);
+        table.trashButtonAction(nullptr);
+        gConfirmRemove = false;
+        table.removeRow(nullptr);
+        table.willUnselect();
+    }
+
+    static void useEvents(TableView* table)
+    {
+        SoundEventsController events;
+        events.mySoundEventsTable = table;
+        events.awakeFromNib();
+        events.volumePopUpAction(nullptr);
+        if (table) {
+            table->selectRow_byExtendingSelection(1, false);
+        }
+        Slider slider;
+        events.volumeSliderAction(&slider);
+        events.trashButtonAction(nullptr);
+        events.handleAssignSoundDialog_row(nullptr, 0);
+        QMenu menu;
+        events.myVolumePopUp = &menu;
+        events.awakeFromNib();
+        menu.actions().constFirst()->trigger();
+    }
+
+    static void useApplications(TableView* table)
+    {
+        BYAppsFilesController applications;
+        applications.appsFilesTable = table;
+        BYGlobals::storeSetting(Array::create({u"/a.app"_s}), SettingKey::appsFiles);
+        applications.awakeFromNib();
+        if (table) {
+            table->selectRow_byExtendingSelection(0, false);
+        }
+        QAction doNotExpand;
+        doNotExpand.setData(1);
+        applications.appsPopUpAction(&doNotExpand);
+        applications.removeAppFromExclusionList(nullptr);
+    }
+
+    static void useEditPane(TableView* table)
+    {
+        BYEditPaneController controller;
+        controller.abbsTableView = table;
+        controller.awakeFromNib();
+        Matrix choice;
+        const auto act = [&] {
+            QAction item;
+            controller.enterDateTimeSyntax(&item);
+            controller.clippingMenuItemSelected(&item);
+            controller.saveEditedAbb(nullptr);
+            controller.plainOrRich(&choice);
+            controller.alertDidEnd_returnCode_contextInfo(nullptr, Alert::firstButtonReturn, nullptr);
+        };
+        act();
+        TextView editPane;
+        controller.editPane = &editPane;
+        act();
+    }
+
+    static void useOptions(TableView*)
+    {
+        BYController options;
+        options.awakeFromNib();
+        QSpinBox stepper;
+        options.enterIdleTalkIntervalPref(&stepper);
+        options.selectAllTriggers(nullptr);
+        options.deSelectAllTriggers(nullptr);
+        options.hotKeySheetDidEndWithReturnCode(PTKeyComboPanel::okReturn);
+        options.handleTimer();
+        waitForHelperProcess();
+    }
+
+    static void useLauncher(TableView*)
+    {
+        BYlauncher launcher;
+        launcher.awakeFromNib();
+        launcher.handleTimer();
+        waitForHelperProcess();
+    }
+
+    /// Questions about the helper are answered in order.
+    static void waitForHelperProcess()
+    {
+        QObject context;
+        bool answered = false;
+        HelperProcess::isRunning(&context, [&answered](bool) { answered = true; });
+        QTRY_VERIFY(answered);
+    }
+
     QTemporaryDir m_folder;
 };
 

@@ -52,6 +52,45 @@ private Q_SLOTS:
         QTEST(PhraseList::rowOfPhraseStartingWith(list, typed), "row");
     }
 
+    void noPhraseIsNotTheEmptyPhrase()
+    {
+        QCOMPARE(PhraseList::rowOfPhrase(phrases({u"a"_s, u""_s}), u""_s), 1);
+        QCOMPARE(PhraseList::rowOfPhrase(phrases({u"a"_s, u""_s}), QString()), -1);
+    }
+
+    void entryIsFoundAgainAmongOthersOfItsPhrase_data()
+    {
+        QTest::addColumn<QStringList>("before");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QStringList>("after");
+        QTest::addColumn<int>("found");
+        const auto row = [](const char* name, const QStringList& before, int chosen, const QStringList& after,
+                             int found) { QTest::newRow(name) << before << chosen << after << found; };
+        row("one more before it", {u"b 1"_s, u"b 2"_s}, 1, {u"a 2"_s, u"b 1"_s, u"b 2"_s}, 2);
+        row("in another order", {u"b 2"_s, u"b 1"_s}, 0, {u"b 1"_s, u"b 2"_s}, 1);
+        row("with another sound", {u"b 1"_s, u"b 2"_s}, 1, {u"b 1"_s, u"b 3"_s}, 1);
+        row("all alike", {u"b 1"_s, u"b 1"_s, u"b 1"_s}, 2, {u"b 1"_s, u"b 1"_s, u"b 1"_s}, 2);
+        row("gone", {u"b 1"_s, u"b 2"_s}, 1, {u"b 1"_s, u"c 2"_s}, -1);
+    }
+
+    void entryIsFoundAgainAmongOthersOfItsPhrase()
+    {
+        const auto list = [](const QStringList& entries) {
+            const ArrayPointer result = Array::create();
+            for (const QString& entry : entries) {
+                result->append(
+                    Dictionary::create({{PhraseKey::phrase, entry.left(1)}, {PhraseKey::soundFilepath, entry.mid(2)}}));
+            }
+            return result;
+        };
+        QFETCH(QStringList, before);
+        QFETCH(int, row);
+        QFETCH(QStringList, after);
+        const ArrayPointer old = list(before);
+        QTEST(PhraseList::rowOfCounterpart(list(after), old, PhraseList::entryAt(old, row)), "found");
+        QCOMPARE(PhraseList::rowOfCounterpart(old, old, PhraseList::entryAt(old, row)), row);
+    }
+
     void aRunOfKeysLastsOneSecondFromItsFirstKey()
     {
         TypeAhead typeAhead;

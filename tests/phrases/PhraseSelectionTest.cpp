@@ -99,10 +99,10 @@ private Q_SLOTS:
     {
         typeIntoPaneOf(0);
         m_tab->entry(0)->insert(PhraseKey::phrase, u"z"_s);
-        BYGlobals::sendNotification(NotificationName::newRowAdded);
+        m_tab->table->addRow(nullptr);
         m_tab->settle();
-        QCOMPARE(m_tab->table->selectedRow(), 2);
-        QCOMPARE(BYGlobals::selectedClippingRowForEditing(), 2);
+        QCOMPARE(m_tab->table->selectedRow(), 3);
+        QCOMPARE(BYGlobals::selectedClippingRowForEditing(), 3);
         QCOMPARE(m_tab->editPane->string(), u"X/a.wav"_s);
         QVERIFY(BYGlobals::editEntryPaneTextIsDirty());
     }
@@ -110,7 +110,8 @@ private Q_SLOTS:
     void helpersPhraseWaitsForTheUser_data()
     {
         QTest::addColumn<std::function<void(PhrasesTabFixture&, const Meanwhile&)>>("use");
-        QTest::addColumn<QStringList>("stored");
+        QTest::addColumn<bool>("hasTwin");
+        QTest::addColumn<QStringList>("changed");
         const auto answering = [](const QString& button, const Meanwhile& meanwhile) {
             return std::make_unique<ModalDriver>([button, meanwhile](QWidget* modal) {
                 meanwhile();
@@ -119,8 +120,8 @@ private Q_SLOTS:
         };
         const auto row = [](const char* name, const std::function<void(PhrasesTabFixture&, const Meanwhile&)>& use,
                              const QStringList& changed) {
-            QTest::newRow(name) << use
-                                << (QStringList{u"a /a.wav"_s, u"aa /aa.wav"_s} + changed + QStringList{u"c /c.wav"_s});
+            QTest::newRow(name) << use << false << changed;
+            QTest::addRow("%s, second of its phrase", name) << use << true << changed;
         };
         row("question about unsaved text",
             [answering](PhrasesTabFixture& tab, const Meanwhile& meanwhile) {
@@ -155,7 +156,12 @@ private Q_SLOTS:
     void helpersPhraseWaitsForTheUser()
     {
         QFETCH(const std::function<void(PhrasesTabFixture&, const Meanwhile&)>, use);
-        QFETCH(const QStringList, stored);
+        QFETCH(const bool, hasTwin);
+        QFETCH(const QStringList, changed);
+        if (hasTwin) {
+            m_tab->entry(0)->insert(PhraseKey::phrase, u"b"_s);
+            BYGlobals::writeDocument();
+        }
         typeIntoPaneOf(1);
         int rowsMeanwhile = 0;
         use(*m_tab, [&] {
@@ -174,6 +180,10 @@ private Q_SLOTS:
                 entry->value(PhraseKey::phrase).string() + u' ' + entry->value(PhraseKey::soundFilepath).string());
         }
         found.sort();
+        QStringList stored{hasTwin ? u"b /a.wav"_s : u"a /a.wav"_s, u"aa /aa.wav"_s, u"c /c.wav"_s};
+        // The pane shows the text of the first of its phrase.
+        stored += QStringList(changed).replaceInStrings(u"/b.wav"_s, hasTwin ? u"/a.wav"_s : u"/b.wav"_s);
+        stored.sort();
         QCOMPARE(found, stored);
         verifyPaneShows(u"aa"_s);
     }

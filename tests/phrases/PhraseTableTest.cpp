@@ -173,6 +173,26 @@ private Q_SLOTS:
         QVERIFY(m_tab->table->isEditing());
     }
 
+    void rowsOfAnotherPaneAreItsOwnToFinish_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("added") << u"NewRowAdded"_s;
+        QTest::newRow("removed") << u"RowRemoved"_s;
+    }
+
+    void rowsOfAnotherPaneAreItsOwnToFinish()
+    {
+        QFETCH(QString, name);
+        m_tab->table->selectRow_byExtendingSelection(0, false);
+        const auto newer = PropertyList::Array::create({phraseEntry(u"of the other pane"_s, u""_s)});
+        m_tab->write(u"test.blipsy"_s, PropertyList::Dictionary::create({{DocumentKey::clippings, newer}}));
+        BYGlobals::sendNotification(name);
+        m_tab->settle();
+        QCOMPARE(phrasesIn(m_tab->storedPhrases()), QStringList{u"of the other pane"_s});
+        QVERIFY(!m_tab->table->isEditing());
+        QCOMPARE(m_tab->recorder.names().count(NotificationName::refreshMenu), 1);
+    }
+
     void removalAsksUnlessCommandDelete()
     {
         m_tab->table->selectRow_byExtendingSelection(rowOf(u"Banana"_s), false);
