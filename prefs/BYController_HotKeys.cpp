@@ -38,9 +38,9 @@ void BYController::setUpHotKeys()
         if (QPushButton* const button = theHotButtons[i]) {
             m_buttonNameFormats[i] = button->accessibleName();
             if (!canReserve) {
-                button->setToolTip(
-                    localized(u"Record another key combination. It is stored, but does nothing in this session, where no "
-                              "program can reserve keys for itself."_s));
+                button->setToolTip(localized(
+                    u"Record another key combination. It is stored, but does nothing in this session, where no "
+                    "program can reserve keys for itself."_s));
             }
         }
         showCombination(i);
