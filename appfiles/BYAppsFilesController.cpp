@@ -1,16 +1,16 @@
 #include "BYAppsFilesController.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/bus/DistributedNotificationCenter.h>
+#include <platform/bytes/PathNames.h>
+#include <platform/controls/NotificationCenter.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/storage/Preferences.h>
+#include <platform/table/TableView.h>
+
 #include <QLoggingCategory>
 #include <QPushButton>
-
-#include <BYGlobals.h>
-#include <DistributedNotificationCenter.h>
-#include <NotificationCenter.h>
-#include <PathNames.h>
-#include <Preferences.h>
-#include <SharedNames.h>
-#include <TableView.h>
-#include <Workspace.h>
 
 #include <algorithm>
 #include <vector>

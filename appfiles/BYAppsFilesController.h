@@ -1,12 +1,12 @@
 #pragma once
 
+#include <platform/plist/PropertyList.h>
+#include <platform/table/TableViewDataSource.h>
+
 #include <QHash>
 #include <QIcon>
 #include <QObject>
 #include <QStringList>
-
-#include <PropertyList.h>
-#include <TableViewDataSource.h>
 
 #include <optional>
 

@@ -1,17 +1,17 @@
 #include "BYAppsFilesController.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/classic/FileTypes.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/panels/OpenPanel.h>
+#include <platform/table/TableView.h>
+
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
-
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <FileTypes.h>
-#include <OpenPanel.h>
-#include <Pasteboard.h>
-#include <SharedNames.h>
-#include <TableView.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,12 @@
 #include "BYAppsFilesController.h"
 
-#include <QFileInfo>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/table/TableView.h>
 
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <SharedNames.h>
-#include <TableView.h>
-#include <Workspace.h>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <platform/plist/PropertyList.h>
 
-#include <PropertyList.h>
+#include <QString>
 
 /// Sounds documents of any size for the benchmarks: the same for the same arguments.
 namespace SyntheticDocument {

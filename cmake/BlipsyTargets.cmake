@@ -16,14 +16,44 @@ if(BLIPSY_SANITIZERS)
     target_link_options(blipsy_flags INTERFACE -fsanitize=${BLIPSY_SANITIZERS})
 endif()
 
+# blipsy_show_folder(NAME SCOPE)
+#
+# Lets those that link NAME include the headers of this folder by its path from the project's root, and no others: an
+# include folder of the target's own holds a link to this one.
+function(blipsy_show_folder name scope)
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR} OUTPUT_VARIABLE folder)
+    set(road ${PROJECT_BINARY_DIR}/include/${name})
+    cmake_path(GET folder PARENT_PATH parent)
+    file(MAKE_DIRECTORY ${road}/${parent})
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${road}/${folder} SYMBOLIC)
+    target_include_directories(${name} ${scope} ${road})
+endfunction()
+
+# blipsy_record_room(NAME target...)
+#
+# Adds a line "folder target linked-target..." to what `./dev architecture` draws and checks.
+function(blipsy_record_room name)
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR} OUTPUT_VARIABLE folder)
+    list(FILTER ARGN INCLUDE REGEX "^blipsy_")
+    list(JOIN ARGN " " links)
+    set_property(GLOBAL APPEND PROPERTY BLIPSY_ROOMS "${folder} ${name} ${links}")
+endfunction()
+
 # blipsy_add_library(NAME SOURCES file... [LINKS target...] [PRIVATE_LINKS target...])
 #
-# A static library for one folder. Its headers are visible to exactly the targets that link it, so an include that
-# the architecture does not allow does not compile.
+# A static library for one folder. Its headers are included by the folder's path (<platform/plist/PropertyList.h>) and
+# are visible to exactly the targets that link it, so an include that the architecture does not allow does not compile.
+# It links only what was added before it: an arrow up, or a circle, ends the configuration.
 function(blipsy_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;PRIVATE_LINKS")
+    foreach(link ${arg_LINKS})
+        if(NOT TARGET ${link})
+            message(FATAL_ERROR "${name} links ${link}, which is no room below it")
+        endif()
+    endforeach()
     add_library(${name} STATIC ${arg_SOURCES})
-    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    blipsy_show_folder(${name} PUBLIC)
+    blipsy_record_room(${name} ${arg_LINKS})
     target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE ${arg_PRIVATE_LINKS} blipsy_flags)
 endfunction()
 

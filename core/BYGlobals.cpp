@@ -2,7 +2,7 @@
 
 #include "SharedNames.h"
 
-#include <DistributedNotificationCenter.h>
+#include <platform/bus/DistributedNotificationCenter.h>
 
 using namespace Qt::StringLiterals;
 

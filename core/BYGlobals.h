@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <platform/plist/PropertyList.h>
 
-#include <PropertyList.h>
+#include <QString>
 
 #include <array>
 #include <memory>

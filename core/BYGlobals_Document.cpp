@@ -5,11 +5,11 @@
 #include "PhraseOrder.h"
 #include "SharedNames.h"
 
-#include <QLoggingCategory>
+#include <platform/bytes/RegularFile.h>
+#include <platform/storage/AtomicFile.h>
+#include <platform/storage/FileStamp.h>
 
-#include <AtomicFile.h>
-#include <FileStamp.h>
-#include <RegularFile.h>
+#include <QLoggingCategory>
 
 using namespace Qt::StringLiterals;
 using PropertyList::ArrayPointer;

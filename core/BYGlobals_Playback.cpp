@@ -2,16 +2,16 @@
 
 #include "SharedNames.h"
 
+#include <platform/classic/FileTypes.h>
+#include <platform/classic/ResourceFile.h>
+#include <platform/sound/Sound.h>
+#include <platform/sound/SoundResourcePlayer.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QSet>
 #include <QStringList>
-
-#include <FileTypes.h>
-#include <ResourceFile.h>
-#include <Sound.h>
-#include <SoundResourcePlayer.h>
 
 #include <array>
 #include <cstdlib>

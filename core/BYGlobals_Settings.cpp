@@ -2,7 +2,7 @@
 
 #include "SharedNames.h"
 
-#include <Preferences.h>
+#include <platform/storage/Preferences.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Value;

@@ -1,13 +1,13 @@
 #include "DocumentBackups.h"
 
+#include <platform/bytes/RegularFile.h>
+#include <platform/storage/AtomicFile.h>
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <AtomicFile.h>
-#include <RegularFile.h>
 
 using namespace Qt::StringLiterals;
 

@@ -3,9 +3,9 @@
 #include "BYGlobals.h"
 #include "SharedNames.h"
 
-#include <Bundle.h>
-#include <ProcessLauncher.h>
-#include <ServiceRegistry.h>
+#include <platform/bus/ServiceRegistry.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/ProcessLauncher.h>
 
 using namespace Qt::StringLiterals;
 

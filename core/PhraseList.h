@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringView>
+#include <platform/plist/PropertyList.h>
 
-#include <PropertyList.h>
+#include <QStringView>
 
 /// The phrase list as values: look-ups that need no table. Rows are indexes into the list; -1 stands for
 /// none. Entries that are no dictionaries, and texts that are no strings, match nothing.

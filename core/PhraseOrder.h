@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringView>
+#include <platform/plist/PropertyList.h>
 
-#include <PropertyList.h>
+#include <QStringView>
 
 /// The orders in which phrase entries are sorted.
 namespace PhraseOrder {

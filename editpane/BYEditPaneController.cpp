@@ -6,6 +6,16 @@
 #include "PullDownButton.h"
 #include "parseNSStringStamp4strftime.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Matrix.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/panels/Alert.h>
+#include <platform/richtext/RtfTables.h>
+#include <platform/richtext/TextView.h>
+#include <platform/storage/Preferences.h>
+#include <platform/table/TableView.h>
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFontInfo>
@@ -13,16 +23,6 @@
 #include <QMenu>
 #include <QPointer>
 #include <QWidgetAction>
-
-#include <Alert.h>
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <Matrix.h>
-#include <Preferences.h>
-#include <RtfTables.h>
-#include <SharedNames.h>
-#include <TableView.h>
-#include <TextView.h>
 
 #include <algorithm>
 

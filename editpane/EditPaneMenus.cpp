@@ -1,9 +1,9 @@
 #include "EditPaneMenus.h"
 
-#include <QMenu>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
 
-#include <Bundle.h>
-#include <SharedNames.h>
+#include <QMenu>
 
 #include <array>
 #include <span>

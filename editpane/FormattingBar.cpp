@@ -1,5 +1,11 @@
 #include "FormattingBar.h"
 
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/richtext/CharacterSize.h>
+#include <platform/richtext/ParagraphSide.h>
+#include <platform/richtext/TextView.h>
+
 #include <QButtonGroup>
 #include <QColorDialog>
 #include <QEvent>
@@ -10,12 +16,6 @@
 #include <QSignalBlocker>
 #include <QTextBlock>
 #include <QToolButton>
-
-#include <Bundle.h>
-#include <CharacterSize.h>
-#include <ParagraphSide.h>
-#include <SharedNames.h>
-#include <TextView.h>
 
 #include <array>
 

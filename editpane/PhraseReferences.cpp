@@ -3,7 +3,7 @@
 #include "PlainToolTip.h"
 #include "parseNSStringStamp4strftime.h"
 
-#include <SharedNames.h>
+#include <core/SharedNames.h>
 
 PhraseReferences::PhraseReferences(const PropertyList::ArrayPointer& phrases, const QDateTime& moment, QObject* parent)
     : QAbstractListModel(parent)

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <platform/plist/PropertyList.h>
+
 #include <QAbstractListModel>
 #include <QDateTime>
-
-#include <PropertyList.h>
 
 #include <vector>
 

@@ -1,10 +1,10 @@
 #include "parseNSStringStamp4strftime.h"
 
+#include <platform/bytes/CalendarFormat.h>
+#include <platform/storage/Preferences.h>
+
 #include <QDateTime>
 #include <QLocale>
-
-#include <CalendarFormat.h>
-#include <Preferences.h>
 
 #include <array>
 #include <bitset>

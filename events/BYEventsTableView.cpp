@@ -2,17 +2,17 @@
 
 #include "EventEntries.h"
 
-#include <QKeyEvent>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/keyboard/KeyCharacters.h>
+#include <sounds/RemovalQuestion.h>
+#include <sounds/SoundDocument.h>
+#include <sounds/SoundPasteboard.h>
 
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <KeyCharacters.h>
-#include <Pasteboard.h>
-#include <RemovalQuestion.h>
-#include <SharedNames.h>
-#include <SoundDocument.h>
-#include <SoundPasteboard.h>
-#include <Workspace.h>
+#include <QKeyEvent>
 
 using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <TableView.h>
+#include <platform/table/TableView.h>
 
 /// The table of sound events: adds keyboard commands for the selected row to a table view.
 ///

@@ -1,7 +1,7 @@
 #include "EventEntries.h"
 
-#include <FoldedCharacter.h>
-#include <SharedNames.h>
+#include <core/FoldedCharacter.h>
+#include <core/SharedNames.h>
 
 #include <algorithm>
 

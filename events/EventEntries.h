@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringView>
+#include <platform/plist/PropertyList.h>
 
-#include <PropertyList.h>
+#include <QStringView>
 
 /// What is asked of the document's sound-event entries, as functions over its lists. An element that is no dictionary
 /// is an entry without keys.

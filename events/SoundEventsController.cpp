@@ -2,18 +2,18 @@
 
 #include "EventEntries.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/bytes/PathNames.h>
+#include <platform/controls/NotificationCenter.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/sound/Sound.h>
+#include <platform/table/TableView.h>
+#include <sounds/RowButtons.h>
+
 #include <QFileInfo>
 #include <QLineEdit>
-
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <NotificationCenter.h>
-#include <PathNames.h>
-#include <RowButtons.h>
-#include <SharedNames.h>
-#include <Sound.h>
-#include <TableView.h>
-#include <Workspace.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;

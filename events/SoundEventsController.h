@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QObject>
+#include <platform/table/TableViewDataSource.h>
+#include <sounds/SoundChooser.h>
 
-#include <SoundChooser.h>
-#include <TableViewDataSource.h>
+#include <QObject>
 
 class OpenPanel;
 class QComboBox;

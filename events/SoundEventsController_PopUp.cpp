@@ -2,13 +2,13 @@
 
 #include "EventEntries.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/table/TableView.h>
+
 #include <QLineEdit>
 #include <QMenu>
-
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <SharedNames.h>
-#include <TableView.h>
 
 using namespace Qt::StringLiterals;
 

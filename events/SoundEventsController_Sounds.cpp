@@ -2,18 +2,18 @@
 
 #include "EventEntries.h"
 
-#include <QPushButton>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/classic/FileTypes.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/panels/OpenPanel.h>
+#include <platform/sound/Sound.h>
+#include <platform/table/TableView.h>
+#include <sounds/SoundDocument.h>
+#include <sounds/SoundDrop.h>
+#include <sounds/SoundKinds.h>
 
-#include <BYGlobals.h>
-#include <FileTypes.h>
-#include <OpenPanel.h>
-#include <Pasteboard.h>
-#include <SharedNames.h>
-#include <Sound.h>
-#include <SoundDocument.h>
-#include <SoundDrop.h>
-#include <SoundKinds.h>
-#include <TableView.h>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;

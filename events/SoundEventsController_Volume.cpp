@@ -2,17 +2,17 @@
 
 #include "EventEntries.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/controls/NotificationCenter.h>
+#include <platform/controls/Slider.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/sound/AlertVolume.h>
+#include <platform/table/TableView.h>
+#include <sounds/SoundDocument.h>
+
 #include <QLabel>
 #include <QLoggingCategory>
-
-#include <AlertVolume.h>
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <NotificationCenter.h>
-#include <SharedNames.h>
-#include <Slider.h>
-#include <SoundDocument.h>
-#include <TableView.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;

@@ -1,13 +1,13 @@
 #include "SettingsWindow.h"
 
+#include <pane/interface/PreferencePane.h>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QPixmap>
 #include <QSettings>
 #include <QTextStream>
-
-#include <PreferencePane.h>
 
 #include <utility>
 

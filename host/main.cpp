@@ -5,6 +5,8 @@
 #include "SingleInstance.h"
 #include "Toolkit.h"
 
+#include <pane/interface/PreferencePane.h>
+
 #include <QApplication>
 #include <QIcon>
 #include <QLibraryInfo>
@@ -12,8 +14,6 @@
 #include <QTextStream>
 #include <QTimer>
 #include <QTranslator>
-
-#include <PreferencePane.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,14 +1,14 @@
 #include "BYlauncher.h"
 
+#include <core/BYGlobals.h>
+#include <core/HelperProcess.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Matrix.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/LoginItemScript.h>
+
 #include <QLoggingCategory>
 #include <QTimer>
-
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <HelperProcess.h>
-#include <LoginItemScript.h>
-#include <Matrix.h>
-#include <SharedNames.h>
 
 #include <tuple>
 

@@ -2,10 +2,10 @@
 
 #include "Interface.h"
 
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <RecentDocuments.h>
-#include <SharedNames.h>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <phrases/RecentDocuments.h>
+#include <platform/desktop/Bundle.h>
 
 BlipsyPref::BlipsyPref(QObject* parent)
     : QObject(parent)

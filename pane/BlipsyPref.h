@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QObject>
+#include <pane/interface/PreferencePane.h>
 
-#include <PreferencePane.h>
+#include <QObject>
 
 #include <memory>
 

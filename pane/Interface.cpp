@@ -9,6 +9,18 @@
 #include "ui_PrintClippingsWindow.h"
 #include "ui_SoundPanelAccessory.h"
 
+#include <appfiles/BYAppsFilesController.h>
+#include <core/SharedNames.h>
+#include <editpane/BYEditPaneController.h>
+#include <events/SoundEventsController.h>
+#include <launcher/BYlauncher.h>
+#include <platform/controls/NotificationCenter.h>
+#include <platform/controls/TemplateIcon.h>
+#include <platform/controls/WheelGuard.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/sound/Sound.h>
+#include <prefs/BYController.h>
+
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
@@ -16,18 +28,6 @@
 #include <QMenu>
 #include <QScrollArea>
 #include <QStackedLayout>
-
-#include <BYAppsFilesController.h>
-#include <BYController.h>
-#include <BYEditPaneController.h>
-#include <BYlauncher.h>
-#include <Bundle.h>
-#include <NotificationCenter.h>
-#include <SharedNames.h>
-#include <Sound.h>
-#include <SoundEventsController.h>
-#include <TemplateIcon.h>
-#include <WheelGuard.h>
 
 using namespace Qt::StringLiterals;
 

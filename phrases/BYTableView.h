@@ -4,15 +4,15 @@
 #include "Importers.h"
 #include "TypeAhead.h"
 
+#include <platform/bus/DistributedNotificationCenter.h>
+#include <platform/controls/NotificationCenter.h>
+#include <platform/plist/PropertyList.h>
+#include <platform/table/TableView.h>
+#include <sounds/SoundChooser.h>
+
 #include <QIcon>
 #include <QString>
 #include <QStringList>
-
-#include <DistributedNotificationCenter.h>
-#include <NotificationCenter.h>
-#include <PropertyList.h>
-#include <SoundChooser.h>
-#include <TableView.h>
 
 #include <functional>
 #include <memory>

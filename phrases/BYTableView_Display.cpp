@@ -1,11 +1,11 @@
 #include "BYTableView.h"
 
-#include <QLabel>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/bytes/PathNames.h>
+#include <platform/desktop/Workspace.h>
 
-#include <BYGlobals.h>
-#include <PathNames.h>
-#include <SharedNames.h>
-#include <Workspace.h>
+#include <QLabel>
 
 using namespace Qt::StringLiterals;
 

@@ -3,6 +3,14 @@
 #include "FormattedText.h"
 #include "RecentDocuments.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/bytes/RegularFile.h>
+#include <platform/classic/FileTypes.h>
+#include <platform/panels/OpenPanel.h>
+#include <platform/panels/SavePanel.h>
+#include <platform/storage/AtomicFile.h>
+
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
@@ -10,14 +18,6 @@
 #include <QLoggingCategory>
 #include <QProgressDialog>
 #include <QStandardPaths>
-
-#include <AtomicFile.h>
-#include <BYGlobals.h>
-#include <FileTypes.h>
-#include <OpenPanel.h>
-#include <RegularFile.h>
-#include <SavePanel.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
 #include "BYTableView.h"
 
-#include <BYGlobals.h>
-#include <Pasteboard.h>
-#include <SharedNames.h>
-#include <SoundDocument.h>
-#include <SoundDrop.h>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Pasteboard.h>
+#include <sounds/SoundDocument.h>
+#include <sounds/SoundDrop.h>
 
 #include <algorithm>
 

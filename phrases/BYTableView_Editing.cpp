@@ -1,13 +1,13 @@
 #include "BYTableView.h"
 
-#include <QFileInfo>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/classic/FileTypes.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/panels/Alert.h>
+#include <platform/panels/OpenPanel.h>
 
-#include <Alert.h>
-#include <BYGlobals.h>
-#include <FileTypes.h>
-#include <OpenPanel.h>
-#include <SharedNames.h>
-#include <Workspace.h>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 

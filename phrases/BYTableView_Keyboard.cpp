@@ -1,13 +1,13 @@
 #include "BYTableView.h"
 
-#include <QKeyEvent>
+#include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/SharedNames.h>
+#include <platform/keyboard/KeyCharacters.h>
+#include <sounds/SoundDocument.h>
+#include <sounds/SoundPasteboard.h>
 
-#include <BYGlobals.h>
-#include <KeyCharacters.h>
-#include <PhraseList.h>
-#include <SharedNames.h>
-#include <SoundDocument.h>
-#include <SoundPasteboard.h>
+#include <QKeyEvent>
 
 #include <chrono>
 

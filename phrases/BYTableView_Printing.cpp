@@ -2,6 +2,11 @@
 
 #include "PhraseListPrinter.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/panels/Alert.h>
+
 #include <QDialog>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -9,11 +14,6 @@
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPushButton>
-
-#include <Alert.h>
-#include <BYGlobals.h>
-#include <SharedNames.h>
-#include <Workspace.h>
 
 using namespace Qt::StringLiterals;
 

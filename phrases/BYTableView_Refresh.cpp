@@ -2,16 +2,16 @@
 
 #include "RecentDocuments.h"
 
+#include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Matrix.h>
+#include <platform/controls/Slider.h>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QLabel>
-
-#include <BYGlobals.h>
-#include <Matrix.h>
-#include <PhraseList.h>
-#include <SharedNames.h>
-#include <Slider.h>
 
 #include <algorithm>
 #include <utility>

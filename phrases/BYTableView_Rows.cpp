@@ -1,14 +1,14 @@
 #include "BYTableView.h"
 
+#include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/PhraseOrder.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <sounds/RemovalQuestion.h>
+
 #include <QLoggingCategory>
 #include <QScopedValueRollback>
-
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <PhraseList.h>
-#include <PhraseOrder.h>
-#include <RemovalQuestion.h>
-#include <SharedNames.h>
 
 #include <algorithm>
 

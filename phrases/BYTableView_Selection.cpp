@@ -1,14 +1,14 @@
 #include "BYTableView.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Matrix.h>
+#include <platform/panels/Alert.h>
+#include <platform/richtext/Rtfd.h>
+#include <platform/richtext/TextView.h>
+
 #include <QLoggingCategory>
 #include <QPushButton>
-
-#include <Alert.h>
-#include <BYGlobals.h>
-#include <Matrix.h>
-#include <Rtfd.h>
-#include <SharedNames.h>
-#include <TextView.h>
 
 #include <cstdio>
 

@@ -2,16 +2,16 @@
 
 #include "RecentDocuments.h"
 
-#include <QComboBox>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/panels/OpenPanel.h>
+#include <platform/richtext/TextView.h>
+#include <platform/sound/Sound.h>
+#include <sounds/RowButtons.h>
 
-#include <BYGlobals.h>
-#include <Bundle.h>
-#include <OpenPanel.h>
-#include <RowButtons.h>
-#include <SharedNames.h>
-#include <Sound.h>
-#include <TextView.h>
-#include <Workspace.h>
+#include <QComboBox>
 
 using namespace Qt::StringLiterals;
 

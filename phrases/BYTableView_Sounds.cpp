@@ -1,12 +1,12 @@
 #include "BYTableView.h"
 
-#include <QPushButton>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/panels/OpenPanel.h>
+#include <sounds/SoundDocument.h>
+#include <sounds/SoundKinds.h>
 
-#include <BYGlobals.h>
-#include <OpenPanel.h>
-#include <SharedNames.h>
-#include <SoundDocument.h>
-#include <SoundKinds.h>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,12 @@
 #include "FormattedText.h"
 
+#include <platform/archive/AttributedText.h>
+#include <platform/richtext/ParagraphSide.h>
+#include <platform/richtext/Rtf.h>
+#include <platform/richtext/Rtfd.h>
+
 #include <QTextCursor>
 #include <QTextDocument>
-
-#include <AttributedText.h>
-#include <ParagraphSide.h>
-#include <Rtf.h>
-#include <Rtfd.h>
 
 #include <algorithm>
 

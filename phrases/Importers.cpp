@@ -1,8 +1,8 @@
 #include "Importers.h"
 
-#include <QFileInfo>
+#include <core/SharedNames.h>
 
-#include <SharedNames.h>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 

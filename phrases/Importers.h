@@ -1,11 +1,11 @@
 #pragma once
 
+#include <platform/plist/PropertyList.h>
+
 #include <QByteArray>
 #include <QMap>
 #include <QString>
 #include <QStringList>
-
-#include <PropertyList.h>
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "RecentDocuments.h"
 
-#include <BYGlobals.h>
-#include <SharedNames.h>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
 
 using PropertyList::Value;
 

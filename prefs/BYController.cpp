@@ -1,8 +1,13 @@
 #include "BYController.h"
 
-#include "BYGlobals.h"
 #include "ControlTitle.h"
-#include "SharedNames.h"
+
+#include <core/BYGlobals.h>
+#include <core/HelperProcess.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Matrix.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/HelpViewer.h>
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -13,11 +18,6 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <QVariant>
-
-#include <Bundle.h>
-#include <HelpViewer.h>
-#include <HelperProcess.h>
-#include <Matrix.h>
 
 using namespace Qt::StringLiterals;
 

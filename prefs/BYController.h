@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QString>
+#include <PTHotKeysLib/src/PTHotKey.h>
+#include <PTHotKeysLib/src/PTKeyComboPanel.h>
 
-#include <PTHotKey.h>
-#include <PTKeyComboPanel.h>
+#include <QString>
 
 #include <array>
 

@@ -1,15 +1,15 @@
 #include "BYController.h"
 
-#include "BYGlobals.h"
 #include "ControlTitle.h"
-#include "SharedNames.h"
+
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/keyboard/HotKeyGrabs.h>
+#include <platform/storage/Preferences.h>
 
 #include <QPushButton>
 #include <QVariant>
-
-#include <Bundle.h>
-#include <HotKeyGrabs.h>
-#include <Preferences.h>
 
 using namespace Qt::StringLiterals;
 

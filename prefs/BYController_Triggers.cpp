@@ -1,13 +1,13 @@
 #include "BYController.h"
 
-#include "BYGlobals.h"
 #include "ControlTitle.h"
-#include "SharedNames.h"
+
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/bytes/CharacterBitmap.h>
+#include <platform/controls/Matrix.h>
 
 #include <QAbstractButton>
-
-#include <CharacterBitmap.h>
-#include <Matrix.h>
 
 using namespace Qt::StringLiterals;
 

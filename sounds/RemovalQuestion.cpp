@@ -1,8 +1,8 @@
 #include "RemovalQuestion.h"
 
-#include <Alert.h>
-#include <Bundle.h>
-#include <SharedNames.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/panels/Alert.h>
 
 using namespace Qt::StringLiterals;
 

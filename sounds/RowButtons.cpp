@@ -1,9 +1,9 @@
 #include "RowButtons.h"
 
-#include <Bundle.h>
-#include <SharedNames.h>
-#include <TableView.h>
-#include <TemplateIcon.h>
+#include <core/SharedNames.h>
+#include <platform/controls/TemplateIcon.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/table/TableView.h>
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <platform/table/Cell.h>
+
 #include <QIcon>
 #include <QStringList>
-
-#include <Cell.h>
 
 #include <memory>
 

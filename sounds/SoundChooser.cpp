@@ -2,15 +2,15 @@
 
 #include "SoundKinds.h"
 
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/panels/OpenPanel.h>
+#include <platform/sound/Sound.h>
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
 #include <QStandardPaths>
-
-#include <Bundle.h>
-#include <OpenPanel.h>
-#include <SharedNames.h>
-#include <Sound.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "SoundDocument.h"
 
-#include <BYGlobals.h>
-#include <SharedNames.h>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
 
 void SoundDocument::saveAndRefreshMenu()
 {

@@ -2,9 +2,9 @@
 
 #include "SoundKinds.h"
 
-#include <KeyedArchive.h>
-#include <Pasteboard.h>
-#include <TableView.h>
+#include <platform/archive/KeyedArchive.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/table/TableView.h>
 
 using namespace Qt::StringLiterals;
 

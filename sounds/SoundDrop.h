@@ -1,9 +1,9 @@
 #pragma once
 
+#include <platform/controls/DraggingInfo.h>
+
 #include <QList>
 #include <QString>
-
-#include <DraggingInfo.h>
 
 class Pasteboard;
 class TableView;

@@ -1,9 +1,9 @@
 #include "SoundKinds.h"
 
-#include <QFileInfo>
+#include <platform/bytes/PathNames.h>
+#include <platform/classic/FileTypes.h>
 
-#include <FileTypes.h>
-#include <PathNames.h>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 

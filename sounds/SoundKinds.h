@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringList>
+#include <platform/controls/DraggingInfo.h>
 
-#include <DraggingInfo.h>
+#include <QStringList>
 
 #include <optional>
 

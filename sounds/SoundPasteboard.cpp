@@ -1,6 +1,6 @@
 #include "SoundPasteboard.h"
 
-#include <Pasteboard.h>
+#include <platform/controls/Pasteboard.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,9 @@
 #include "KeyEventTranslation.h"
 
-#include <QKeyEvent>
+#include <platform/keyboard/KeyboardLayout.h>
+#include <platform/keyboard/VirtualKeyCodes.h>
 
-#include <KeyboardLayout.h>
-#include <VirtualKeyCodes.h>
+#include <QKeyEvent>
 
 #include <algorithm>
 #include <array>

@@ -3,11 +3,11 @@
 #include "PTHotKey.h"
 #include "PTHotKeyEvents.h"
 
+#include <platform/keyboard/HotKeyGrabs.h>
+
 #include <QList>
 #include <QObject>
 #include <QString>
-
-#include <HotKeyGrabs.h>
 
 #include <map>
 

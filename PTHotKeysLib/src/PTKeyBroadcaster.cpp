@@ -3,9 +3,9 @@
 #include "KeyEventTranslation.h"
 #include "PTKeyCombo.h"
 
-#include <QKeyEvent>
+#include <platform/controls/NotificationCenter.h>
 
-#include <NotificationCenter.h>
+#include <QKeyEvent>
 
 #include <array>
 

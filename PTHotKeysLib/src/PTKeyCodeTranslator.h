@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <platform/keyboard/KeyboardLayout.h>
 
-#include <KeyboardLayout.h>
+#include <QString>
 
 #include <memory>
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <platform/plist/PropertyList.h>
+
 #include <QMetaType>
 #include <QString>
-
-#include <PropertyList.h>
 
 /// A key combination: one key, named by its virtual key code, and a mask of modifiers in the classic encoding of
 /// keyboard events (command 0x100, shift 0x200, option 0x800, control 0x1000, function key 0x8000). An immutable value.

@@ -4,9 +4,9 @@
 #include "PTKeyCodeTranslator.h"
 #include "ui_PTKeyComboPanel.h"
 
-#include <QCoreApplication>
+#include <platform/controls/NotificationCenter.h>
 
-#include <NotificationCenter.h>
+#include <QCoreApplication>
 
 #include <tuple>
 

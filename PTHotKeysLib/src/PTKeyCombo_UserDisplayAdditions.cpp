@@ -3,11 +3,11 @@
 #include "PTKeyCodeTranslator.h"
 #include "PaneBundle.h"
 
+#include <platform/desktop/Gestalt.h>
+
 #include <QFile>
 #include <QHash>
 #include <QLoggingCategory>
-
-#include <Gestalt.h>
 
 #include <algorithm>
 #include <array>

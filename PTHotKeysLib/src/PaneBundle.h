@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Bundle.h>
+#include <platform/desktop/Bundle.h>
 
 /// The bundle that holds the library's resources and texts: the pane's.
 Bundle paneBundle();

@@ -1,5 +1,9 @@
 #include "ui_ApplicationsTab.h"
 
+#include <appfiles/BYAppsFilesController.h>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+
 #include <QApplication>
 #include <QFile>
 #include <QImage>
@@ -7,10 +11,7 @@
 #include <QPixmapCache>
 #include <QTemporaryDir>
 
-#include <BYAppsFilesController.h>
-#include <BYGlobals.h>
 #include <Bench.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;

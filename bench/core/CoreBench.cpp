@@ -1,11 +1,12 @@
+#include <core/BYGlobals.h>
+#include <core/PhraseOrder.h>
+#include <core/SharedNames.h>
+#include <platform/storage/Preferences.h>
+
 #include <QCoreApplication>
 #include <QFile>
 
-#include <BYGlobals.h>
 #include <Bench.h>
-#include <PhraseOrder.h>
-#include <Preferences.h>
-#include <SharedNames.h>
 #include <SyntheticDocument.h>
 #include <sys/stat.h>
 

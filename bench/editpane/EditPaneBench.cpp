@@ -1,3 +1,12 @@
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <editpane/PullDownButton.h>
+#include <editpane/parseNSStringStamp4strftime.h>
+#include <pane/Interface.h>
+#include <phrases/BYTableView.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/richtext/TextView.h>
+
 #include <QApplication>
 #include <QDateTime>
 #include <QFile>
@@ -5,16 +14,8 @@
 #include <QTemporaryDir>
 #include <QTextEdit>
 
-#include <BYGlobals.h>
-#include <BYTableView.h>
 #include <Bench.h>
-#include <Bundle.h>
-#include <Interface.h>
-#include <PullDownButton.h>
-#include <SharedNames.h>
 #include <SyntheticDocument.h>
-#include <TextView.h>
-#include <parseNSStringStamp4strftime.h>
 
 #include <cstdlib>
 #include <ctime>

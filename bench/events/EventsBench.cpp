@@ -1,3 +1,9 @@
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <events/BYEventsTableView.h>
+#include <events/SoundEventsController.h>
+#include <platform/controls/Slider.h>
+
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -7,12 +13,7 @@
 #include <QSaveFile>
 #include <QTemporaryDir>
 
-#include <BYEventsTableView.h>
-#include <BYGlobals.h>
 #include <Bench.h>
-#include <SharedNames.h>
-#include <Slider.h>
-#include <SoundEventsController.h>
 
 #include <algorithm>
 #include <vector>

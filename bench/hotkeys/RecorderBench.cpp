@@ -1,11 +1,11 @@
 #include "Bench.h"
 
+#include <PTHotKeysLib/src/PTKeyComboPanel.h>
+#include <platform/desktop/Bundle.h>
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
-
-#include <Bundle.h>
-#include <PTKeyComboPanel.h>
 
 #include <array>
 #include <utility>

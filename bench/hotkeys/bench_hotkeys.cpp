@@ -1,12 +1,13 @@
 #include "Bench.h"
 
+#include <PTHotKeysLib/src/PTKeyCombo.h>
+#include <platform/desktop/Bundle.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <Bundle.h>
-#include <PTKeyCombo.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include <array>

@@ -1,14 +1,15 @@
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <pane/Interface.h>
+#include <platform/desktop/Bundle.h>
+
 #include <QApplication>
 #include <QMainWindow>
 #include <QProcess>
 #include <QTableView>
 #include <QTemporaryDir>
 
-#include <BYGlobals.h>
 #include <Bench.h>
-#include <Bundle.h>
-#include <Interface.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,15 +1,16 @@
+#include <core/SharedNames.h>
+#include <phrases/FormattedText.h>
+#include <phrases/Importers.h>
+#include <platform/archive/AttributedText.h>
+#include <platform/richtext/Rtfd.h>
+#include <platform/storage/AtomicFile.h>
+
 #include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTextDocument>
 
-#include <AtomicFile.h>
-#include <AttributedText.h>
 #include <Bench.h>
-#include <FormattedText.h>
-#include <Importers.h>
-#include <Rtfd.h>
-#include <SharedNames.h>
 #include <TypedStreamArchiver.h>
 
 #include <vector>

@@ -1,15 +1,15 @@
 #include "Bench.h"
 
+#include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/SharedNames.h>
+#include <phrases/BYTableView.h>
+#include <platform/plist/PropertyList.h>
+#include <platform/storage/AtomicFile.h>
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QTemporaryDir>
-
-#include <AtomicFile.h>
-#include <BYGlobals.h>
-#include <BYTableView.h>
-#include <PhraseList.h>
-#include <PropertyList.h>
-#include <SharedNames.h>
 
 #include <cstdlib>
 #include <random>

@@ -1,12 +1,12 @@
 #include "Abbs.h"
 
+#include <platform/bytes/FourCharCode.h>
+#include <platform/bytes/MacRoman.h>
+#include <platform/desktop/FrontmostProcess.h>
+#include <platform/desktop/FrontmostWindow.h>
+
 #include <QFileInfo>
 #include <QWidget>
-
-#include <FourCharCode.h>
-#include <FrontmostProcess.h>
-#include <FrontmostWindow.h>
-#include <MacRoman.h>
 
 #include <cstdio>
 

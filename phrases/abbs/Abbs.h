@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <platform/classic/ClassicFiles.h>
 
-#include <ClassicFiles.h>
+#include <QString>
 
 #include <optional>
 

@@ -1,11 +1,11 @@
 #include "Abbs.h"
 
+#include <platform/bytes/FourCharCode.h>
+#include <platform/bytes/MacRoman.h>
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QTextStream>
-
-#include <FourCharCode.h>
-#include <MacRoman.h>
 
 #include <optional>
 

@@ -1,3 +1,8 @@
+#include <phrases/abbs/Abbs.h>
+#include <platform/bytes/FourCharCode.h>
+#include <platform/desktop/FrontmostWindow.h>
+#include <platform/storage/Preferences.h>
+
 #include <QDialog>
 #include <QDir>
 #include <QFileInfo>
@@ -7,11 +12,7 @@
 #include <QTest>
 #include <QWidget>
 
-#include <Abbs.h>
 #include <ClassicFixtures.h>
-#include <FourCharCode.h>
-#include <FrontmostWindow.h>
-#include <Preferences.h>
 #include <unistd.h>
 
 #include <cstdio>

@@ -1,4 +1,9 @@
-#include "BYAppsFilesController.h"
+#include <appfiles/BYAppsFilesController.h>
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/storage/Preferences.h>
+#include <platform/table/TableView.h>
 
 #include <QAction>
 #include <QDir>
@@ -9,13 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <BYGlobals.h>
 #include <ModalDriver.h>
 #include <NotificationRecorder.h>
-#include <Pasteboard.h>
-#include <Preferences.h>
-#include <SharedNames.h>
-#include <TableView.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;

@@ -1,11 +1,12 @@
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+
 #include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <BYGlobals.h>
 #include <NotificationRecorder.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;

@@ -1,8 +1,9 @@
+#include <core/BYGlobals.h>
+
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <BYGlobals.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 

@@ -1,5 +1,13 @@
 #include "ui_EditPane.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <editpane/BYEditPaneController.h>
+#include <platform/richtext/Rtfd.h>
+#include <platform/storage/Preferences.h>
+#include <platform/table/TableView.h>
+#include <platform/table/TableViewDataSource.h>
+
 #include <QClipboard>
 #include <QComboBox>
 #include <QListView>
@@ -11,15 +19,8 @@
 #include <QToolButton>
 #include <QToolTip>
 
-#include <BYEditPaneController.h>
-#include <BYGlobals.h>
 #include <ModalDriver.h>
 #include <NotificationRecorder.h>
-#include <Preferences.h>
-#include <Rtfd.h>
-#include <SharedNames.h>
-#include <TableView.h>
-#include <TableViewDataSource.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;

@@ -1,7 +1,7 @@
-#include <QTest>
+#include <editpane/parseNSStringStamp4strftime.h>
+#include <platform/storage/Preferences.h>
 
-#include <Preferences.h>
-#include <parseNSStringStamp4strftime.h>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Value;

@@ -1,6 +1,11 @@
-#include "BYEventsTableView.h"
-#include "EventEntries.h"
-#include "SoundEventsController.h"
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <events/BYEventsTableView.h>
+#include <events/EventEntries.h>
+#include <events/SoundEventsController.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/controls/Slider.h>
+#include <sounds/SoundPasteboard.h>
 
 #include <QComboBox>
 #include <QDialog>
@@ -14,13 +19,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <BYGlobals.h>
 #include <ModalDriver.h>
 #include <NotificationRecorder.h>
-#include <Pasteboard.h>
-#include <SharedNames.h>
-#include <Slider.h>
-#include <SoundPasteboard.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;

@@ -1,8 +1,8 @@
-#include "BundleLocator.h"
-
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <host/BundleLocator.h>
 
 #include <array>
 #include <thread>

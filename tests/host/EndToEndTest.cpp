@@ -1,14 +1,15 @@
 #include "Program.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/plist/PropertyList.h>
+
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <BYGlobals.h>
 #include <NotificationRecorder.h>
-#include <PropertyList.h>
-#include <SharedNames.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 

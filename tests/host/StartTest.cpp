@@ -1,9 +1,10 @@
 #include "Program.h"
 
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+
 #include <QTemporaryDir>
 
-#include <BYGlobals.h>
-#include <SharedNames.h>
 #include <SoundFixtures.h>
 
 #include <csignal>

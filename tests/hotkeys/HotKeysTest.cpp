@@ -1,12 +1,12 @@
+#include <PTHotKeysLib/src/InternalInconsistency.h>
+#include <PTHotKeysLib/src/PTHotKeyCenter.h>
+#include <PTHotKeysLib/src/PTKeyCodeTranslator.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/keyboard/HotKeyGrabs.h>
+#include <platform/keyboard/SessionKeyboard.h>
+
 #include <QProcess>
 #include <QTest>
-
-#include <Bundle.h>
-#include <HotKeyGrabs.h>
-#include <InternalInconsistency.h>
-#include <PTHotKeyCenter.h>
-#include <PTKeyCodeTranslator.h>
-#include <SessionKeyboard.h>
 
 // The header, written for C, calls a field "explicit".
 #define explicit explicitField

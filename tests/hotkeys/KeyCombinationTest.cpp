@@ -1,13 +1,13 @@
+#include <PTHotKeysLib/src/PTKeyBroadcaster.h>
+#include <PTHotKeysLib/src/PTKeyCodeTranslator.h>
+#include <PTHotKeysLib/src/PTKeyCombo.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/keyboard/VirtualKeyCodes.h>
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <Bundle.h>
-#include <PTKeyBroadcaster.h>
-#include <PTKeyCodeTranslator.h>
-#include <PTKeyCombo.h>
-#include <VirtualKeyCodes.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;

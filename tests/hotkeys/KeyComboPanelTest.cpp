@@ -1,5 +1,9 @@
 #include "ModalDriver.h"
 
+#include <PTHotKeysLib/src/PTHotKeyCenter.h>
+#include <PTHotKeysLib/src/PTKeyComboPanel.h>
+#include <platform/desktop/Bundle.h>
+
 #include <QAccessible>
 #include <QDir>
 #include <QKeyEvent>
@@ -8,10 +12,6 @@
 #include <QShortcut>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <Bundle.h>
-#include <PTHotKeyCenter.h>
-#include <PTKeyComboPanel.h>
 
 using namespace Qt::StringLiterals;
 

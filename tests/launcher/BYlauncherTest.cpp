@@ -1,3 +1,11 @@
+#include <core/BYGlobals.h>
+#include <core/HelperProcess.h>
+#include <core/SharedNames.h>
+#include <launcher/BYlauncher.h>
+#include <platform/controls/Matrix.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/LoginItemScript.h>
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDir>
@@ -8,14 +16,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <BYGlobals.h>
-#include <BYlauncher.h>
-#include <Bundle.h>
-#include <HelperProcess.h>
-#include <LoginItemScript.h>
-#include <Matrix.h>
 #include <NotificationRecorder.h>
-#include <SharedNames.h>
 
 #include <csignal>
 

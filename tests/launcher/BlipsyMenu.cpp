@@ -1,11 +1,12 @@
+#include <platform/bus/DistributedNotificationCenter.h>
+#include <platform/storage/Preferences.h>
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDir>
 #include <QFile>
 #include <QSocketNotifier>
 
-#include <DistributedNotificationCenter.h>
-#include <Preferences.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 

@@ -1,4 +1,18 @@
-#include "Interface.h"
+#include <appfiles/BYAppsFilesController.h>
+#include <core/BYGlobals.h>
+#include <core/HelperProcess.h>
+#include <core/SharedNames.h>
+#include <editpane/BYEditPaneController.h>
+#include <events/SoundEventsController.h>
+#include <launcher/BYlauncher.h>
+#include <pane/Interface.h>
+#include <phrases/BYTableView.h>
+#include <platform/controls/Matrix.h>
+#include <platform/controls/Slider.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/panels/Alert.h>
+#include <platform/richtext/TextView.h>
+#include <prefs/BYController.h>
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -19,21 +33,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <Alert.h>
-#include <BYAppsFilesController.h>
-#include <BYController.h>
-#include <BYEditPaneController.h>
-#include <BYGlobals.h>
-#include <BYTableView.h>
-#include <BYlauncher.h>
-#include <Bundle.h>
-#include <HelperProcess.h>
-#include <Matrix.h>
 #include <ModalDriver.h>
-#include <SharedNames.h>
-#include <Slider.h>
-#include <SoundEventsController.h>
-#include <TextView.h>
 
 #include <functional>
 

@@ -1,5 +1,7 @@
-#include "FormattedText.h"
-#include "Importers.h"
+#include <core/SharedNames.h>
+#include <phrases/FormattedText.h>
+#include <phrases/Importers.h>
+#include <platform/richtext/Rtfd.h>
 
 #include <QBuffer>
 #include <QImage>
@@ -7,8 +9,6 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
-#include <Rtfd.h>
-#include <SharedNames.h>
 #include <TypedStreamArchiver.h>
 #include <sys/resource.h>
 

@@ -1,5 +1,8 @@
 #include "PhrasesTabFixture.h"
-#include "RecentDocuments.h"
+
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <phrases/RecentDocuments.h>
 
 #include <QAbstractItemView>
 #include <QDir>
@@ -11,9 +14,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include <BYGlobals.h>
 #include <ModalDriver.h>
-#include <SharedNames.h>
 #include <TypedStreamArchiver.h>
 #include <sys/resource.h>
 

@@ -1,9 +1,9 @@
-#include <QTest>
+#include <core/PhraseList.h>
+#include <core/PhraseOrder.h>
+#include <core/SharedNames.h>
+#include <phrases/TypeAhead.h>
 
-#include <PhraseList.h>
-#include <PhraseOrder.h>
-#include <SharedNames.h>
-#include <TypeAhead.h>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,13 @@
 #include "PhrasesTabFixture.h"
 
+#include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/SharedNames.h>
+
 #include <QLineEdit>
 #include <QTest>
 
-#include <BYGlobals.h>
 #include <ModalDriver.h>
-#include <PhraseList.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 

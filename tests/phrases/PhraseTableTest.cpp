@@ -1,5 +1,12 @@
 #include "PhrasesTabFixture.h"
 
+#include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/sound/Sound.h>
+
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
@@ -8,13 +15,7 @@
 #include <QMimeData>
 #include <QTest>
 
-#include <BYGlobals.h>
-#include <Bundle.h>
 #include <ModalDriver.h>
-#include <Pasteboard.h>
-#include <PhraseList.h>
-#include <SharedNames.h>
-#include <Sound.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 

@@ -3,14 +3,14 @@
 #include "ui_PhrasesTab.h"
 #include "ui_PrintClippingsWindow.h"
 
+#include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/SharedNames.h>
+
 #include <QFile>
 #include <QLabel>
 #include <QRadioButton>
 #include <QTest>
-
-#include <BYGlobals.h>
-#include <PhraseList.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <phrases/BYTableView.h>
+#include <platform/controls/Matrix.h>
+#include <platform/controls/Slider.h>
+#include <platform/plist/PropertyList.h>
+#include <platform/richtext/TextView.h>
+
 #include <QComboBox>
 #include <QTemporaryDir>
 
-#include <BYTableView.h>
-#include <Matrix.h>
 #include <NotificationRecorder.h>
-#include <PropertyList.h>
-#include <Slider.h>
-#include <TextView.h>
 
 #include <memory>
 

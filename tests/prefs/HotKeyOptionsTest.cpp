@@ -1,10 +1,10 @@
 #include "OptionsFixture.h"
 
+#include <core/SharedNames.h>
+
 #include <QAccessible>
 #include <QKeyEvent>
 #include <QTest>
-
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;

@@ -1,11 +1,11 @@
 #include "OptionsFixture.h"
 
+#include <core/SharedNames.h>
+#include <platform/controls/Matrix.h>
+#include <platform/desktop/Bundle.h>
+
 #include <QDir>
 #include <QTest>
-
-#include <Bundle.h>
-#include <Matrix.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 

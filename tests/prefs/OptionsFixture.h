@@ -2,10 +2,11 @@
 
 #include "ui_OptionsTab.h"
 
+#include <core/BYGlobals.h>
+#include <prefs/BYController.h>
+
 #include <QTemporaryDir>
 
-#include <BYController.h>
-#include <BYGlobals.h>
 #include <NotificationRecorder.h>
 
 #include <memory>

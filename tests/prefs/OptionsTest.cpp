@@ -1,15 +1,15 @@
 #include "OptionsFixture.h"
 
+#include <core/HelperProcess.h>
+#include <core/SharedNames.h>
+#include <platform/bytes/CharacterBitmap.h>
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDesktopServices>
 #include <QDir>
 #include <QRegularExpression>
 #include <QTest>
-
-#include <CharacterBitmap.h>
-#include <HelperProcess.h>
-#include <SharedNames.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;

@@ -1,3 +1,12 @@
+#include <platform/archive/KeyedArchive.h>
+#include <platform/controls/Pasteboard.h>
+#include <platform/panels/OpenPanel.h>
+#include <sounds/RemovalQuestion.h>
+#include <sounds/SoundChooser.h>
+#include <sounds/SoundDrop.h>
+#include <sounds/SoundKinds.h>
+#include <sounds/SoundPasteboard.h>
+
 #include <QClipboard>
 #include <QFileInfo>
 #include <QListView>
@@ -6,15 +15,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <KeyedArchive.h>
 #include <ModalDriver.h>
-#include <OpenPanel.h>
-#include <Pasteboard.h>
-#include <RemovalQuestion.h>
-#include <SoundChooser.h>
-#include <SoundDrop.h>
-#include <SoundKinds.h>
-#include <SoundPasteboard.h>
 
 using namespace Qt::StringLiterals;
 

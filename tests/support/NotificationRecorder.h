@@ -1,10 +1,10 @@
 #pragma once
 
+#include <platform/bus/DistributedNotificationCenter.h>
+
 #include <QObject>
 #include <QStringList>
 #include <QTest>
-
-#include <DistributedNotificationCenter.h>
 
 #include <vector>
 

@@ -1,0 +1,22 @@
+#include <platform/archive/AttributedText.h>
+
+#include <cstdint>
+#include <cstdlib>
+
+/// Attributed strings and images; the runs always cover the text exactly.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const QByteArrayView bytes(data, qsizetype(size));
+    unarchivedImageFile(bytes);
+    const AttributedText::ReadResult result = AttributedText::unarchived(bytes);
+    if (result.text) {
+        qsizetype covered = 0;
+        for (const AttributedText::Run& run : result.text->runs) {
+            covered += run.length;
+        }
+        if (covered != result.text->text.size()) {
+            std::abort();
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,161 @@
+#include "ClassicFiles.h"
+
+#include "ClassicFolders.h"
+
+#include <platform/bytes/BoundedBytes.h>
+#include <platform/bytes/MacRoman.h>
+#include <platform/storage/Preferences.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint64 nameOffset = 6;
+constexpr qsizetype longestSuffix = 5;
+
+/// A classic name may hold "/" but not ":", a file name here the other way round.
+QString withSeparatorsExchanged(QString name)
+{
+    std::transform(name.cbegin(), name.cend(), name.begin(), [](QChar character) {
+        return character == u':' ? QChar(u'/') : character == u'/' ? QChar(u':') : character;
+    });
+    return name;
+}
+
+/// The name cut short, with the inode by which the file is found again: "Beginning#1A2B.aif".
+QByteArray shortenedName(const QString& name, quint64 inode)
+{
+    QByteArray bytes;
+    for (const QChar character : name) {
+        bytes += MacRoman::encode(QStringView(&character, 1)).value_or("?");
+    }
+    const qsizetype dot = bytes.lastIndexOf('.');
+    const QByteArray suffix = dot > 0 && bytes.size() - dot <= longestSuffix ? bytes.sliced(dot) : QByteArray();
+    const QByteArray tail = '#' + QByteArray::number(inode, 16).toUpper() + suffix;
+    const qsizetype beginning =
+        std::min(bytes.size() - suffix.size(), ClassicFiles::FileSpecification::longestName - tail.size());
+    return bytes.first(beginning) + tail;
+}
+
+QByteArray classicName(const QFileInfo& file)
+{
+    const QString name = withSeparatorsExchanged(file.fileName());
+    const std::optional<QByteArray> bytes = MacRoman::encode(name);
+    const bool survives =
+        bytes && bytes->size() <= ClassicFiles::FileSpecification::longestName && MacRoman::decode(*bytes) == name;
+    return survives ? *bytes : shortenedName(name, ClassicFolders::inodeOf(file.absoluteFilePath()));
+}
+
+/// The file in @p folder that a shortened name stands for; empty when @p name is none.
+QString fileOfShortenedName(const QString& folder, const QByteArray& name)
+{
+    const qsizetype mark = name.lastIndexOf('#');
+    if (mark < 0) {
+        return {};
+    }
+    const QStringList files =
+        QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    const auto found = std::find_if(files.begin(), files.end(),
+        [&](const QString& file) { return classicName(QFileInfo(folder + u'/' + file)) == name; });
+    return found == files.end() ? QString() : *found;
+}
+
+QString pathIn(const QString& folder, const QString& name)
+{
+    return (folder.endsWith(u'/') ? folder : folder + u'/') + name;
+}
+
+bool isThere(const QString& path)
+{
+    return ClassicFolders::inodeOf(path) != 0;
+}
+
+bool isName(const QByteArray& name)
+{
+    return !name.isEmpty() && name.size() <= ClassicFiles::FileSpecification::longestName && !name.contains(':') &&
+           !name.contains('\0') && name != "." && name != "..";
+}
+
+} // namespace
+
+std::optional<ClassicFiles::FileSpecification> ClassicFiles::FileSpecification::fromStored(QByteArrayView bytes)
+{
+    const BoundedBytes record(bytes);
+    if (!record.contains(0, storedSize) || record.big<quint8>(nameOffset) > longestName) {
+        return std::nullopt;
+    }
+    return FileSpecification{
+        {record.big<qint16>(0), record.big<qint32>(2)}, record.pascalString(nameOffset).toByteArray()};
+}
+
+QByteArray ClassicFiles::FileSpecification::toStored() const
+{
+    QByteArray bytes(storedSize, '\0');
+    qToBigEndian(folder.volume, bytes.data());
+    qToBigEndian(folder.identifier, bytes.data() + 2);
+    const QByteArray stored = name.first(std::min(name.size(), longestName));
+    bytes[qsizetype(nameOffset)] = char(stored.size());
+    std::copy(stored.begin(), stored.end(), bytes.data() + nameOffset + 1);
+    return bytes;
+}
+
+std::optional<ClassicFiles::Folder> ClassicFiles::findPreferencesFolder()
+{
+    return ClassicFolders::identify(QFileInfo(Preferences::filePath(u"any"_s)).path());
+}
+
+ClassicFiles::SpecificationResult ClassicFiles::makeSpecification(const Folder& folder, const QByteArray& name)
+{
+    if (!isName(name)) {
+        return {{}, badNameError};
+    }
+    const FileSpecification specification{folder, name};
+    const std::optional<QString> path = pathOf(specification);
+    if (!path) {
+        return {{}, folderNotFoundError};
+    }
+    return {specification, isThere(*path) ? ResourceFile::noErr : ResourceFile::fileNotFoundError};
+}
+
+std::optional<ClassicFiles::FileSpecification> ClassicFiles::specificationForPath(const QString& path)
+{
+    if (path.isEmpty() || !isThere(path)) {
+        return std::nullopt;
+    }
+    // Without the dots and the slash at the end, so that the last name is the file's own.
+    const QFileInfo file(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    const std::optional<Folder> own = file.isSymLink() ? std::nullopt : ClassicFolders::identify(file.filePath());
+    if (own && own->identifier == rootFolder) {
+        return FileSpecification{{own->volume, parentOfRoot}, file.isRoot() ? "/" : classicName(file)};
+    }
+    const std::optional<Folder> parent = ClassicFolders::identify(file.path());
+    return parent ? std::optional(FileSpecification{*parent, classicName(file)}) : std::nullopt;
+}
+
+std::optional<QString> ClassicFiles::pathOf(const FileSpecification& specification)
+{
+    const Folder& folder = specification.folder;
+    if (folder.identifier == parentOfRoot) {
+        return ClassicFolders::pathOf({folder.volume, rootFolder});
+    }
+    const std::optional<QString> place = ClassicFolders::pathOf(folder);
+    if (!place || !isName(specification.name)) {
+        return std::nullopt;
+    }
+    QString path = pathIn(*place, withSeparatorsExchanged(MacRoman::decode(specification.name)));
+    if (isThere(path)) {
+        return path;
+    }
+    const QString shortened = fileOfShortenedName(*place, specification.name);
+    return shortened.isEmpty() ? path : pathIn(*place, shortened);
+}
+
+qint16 ClassicFiles::openResourceFile(const FileSpecification& specification, ResourceFile::Access access)
+{
+    return ResourceFile::open(pathOf(specification).value_or(QString()), access);
+}

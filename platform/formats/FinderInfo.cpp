@@ -1,9 +1,0 @@
-#include "FinderInfo.h"
-
-#include "BoundedBytes.h"
-
-FinderInfo FinderInfo::parse(QByteArrayView bytes)
-{
-    const BoundedBytes block(bytes);
-    return {block.big<quint32>(0), block.big<quint32>(4), block.big<quint16>(8)};
-}

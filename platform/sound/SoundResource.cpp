@@ -1,0 +1,232 @@
+#include "SoundResource.h"
+
+#include "AiffC.h"
+#include "SampledSound.h"
+#include "SoundSequence.h"
+
+#include <platform/bytes/BoundedBytes.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint64 mostDataTypes = 64;
+constexpr quint64 mostCommands = 1024;
+constexpr quint64 commandSize = 8;
+constexpr quint16 dataOffsetFlag = 0x8000;
+constexpr double secondsPerUnit = 0.0005;
+
+enum CommandCode : quint16 {
+    quiet = 3,
+    waitFor = 10,
+    freqDuration = 40,
+    restFor = 41,
+    freq = 42,
+    amplitude = 43,
+    timbre = 44,
+    waveTable = 60,
+    installSound = 80,
+    playBuffer = 81,
+};
+
+struct Command
+{
+    quint16 code = 0;
+    bool hasOffset = false;
+    qint16 param1 = 0;
+    quint32 param2 = 0;
+};
+
+/// Where the list of commands lies: the range of the commands alone.
+struct CommandList
+{
+    quint64 offset = 0;
+    quint64 count = 0;
+
+    quint64 end() const { return offset + count * commandSize; }
+};
+
+std::optional<CommandList> findCommands(const BoundedBytes& resource, QString& error)
+{
+    const auto format = resource.big<quint16>(0);
+    if (format != 1 && format != 2) {
+        error = u"byte 0: unknown format %1"_s.arg(format);
+        return std::nullopt;
+    }
+    quint64 countAt = 4;
+    if (format == 1) {
+        const quint64 dataTypes = resource.big<quint16>(2);
+        if (dataTypes > mostDataTypes) {
+            error = u"byte 2: %1 data types"_s.arg(dataTypes);
+            return std::nullopt;
+        }
+        countAt += dataTypes * 6;
+    }
+    const CommandList list{countAt + 2, resource.big<quint16>(countAt)};
+    if (!resource.contains(countAt, 2) || list.count > mostCommands || list.end() > resource.size()) {
+        error = u"byte %1: %2 commands do not fit into %3 bytes"_s.arg(countAt).arg(list.count).arg(resource.size());
+        return std::nullopt;
+    }
+    return list;
+}
+
+Command commandAt(const BoundedBytes& resource, quint64 offset)
+{
+    const auto word = resource.big<quint16>(offset);
+    return {quint16(word & ~dataOffsetFlag), (word & dataOffsetFlag) != 0, resource.big<qint16>(offset + 2),
+        resource.big<quint32>(offset + 4)};
+}
+
+/// Walks the commands of one resource.
+class Performance final
+{
+public:
+    explicit Performance(const BoundedBytes& resource, const CommandList& list)
+        : m_resource(resource)
+        , m_list(list)
+    {
+    }
+
+    SoundResource::DecodeResult run();
+
+private:
+    bool playsSample(const Command& command) const;
+    std::optional<SampledSound> sampleOf(const Command& command);
+    /// The first sampled sound that can be read; nothing in a resource of notes alone.
+    std::optional<SampledSound> firstSample();
+    void perform(const Command& command, SoundSequence& sequence);
+    void performSample(const Command& command, SoundSequence& sequence);
+    SoundResource::Decoded perform(SoundSequence sequence);
+
+    const BoundedBytes& m_resource;
+    CommandList m_list;
+    SoundResource::DecodeResult m_result;
+};
+
+bool Performance::playsSample(const Command& command) const
+{
+    if (command.code != installSound && command.code != playBuffer) {
+        return false;
+    }
+    // Some writers leave the flag out although the parameter is an offset.
+    return command.hasOffset ||
+           (command.param2 >= m_list.end() && SampledSound::isPlausible(m_resource, command.param2));
+}
+
+std::optional<SampledSound> Performance::sampleOf(const Command& command)
+{
+    if (command.param2 < m_list.end()) {
+        m_result.error = u"a sampled sound at byte %1 lies inside the commands"_s.arg(command.param2);
+        return std::nullopt;
+    }
+    SampledSound::ParseResult parsed = SampledSound::parse(m_resource, command.param2);
+    m_result.warnings.append(parsed.warnings);
+    if (!parsed.sound) {
+        m_result.error = parsed.error;
+    }
+    return parsed.sound;
+}
+
+std::optional<SampledSound> Performance::firstSample()
+{
+    for (quint64 at = m_list.offset; at < m_list.end(); at += commandSize) {
+        const Command command = commandAt(m_resource, at);
+        if (playsSample(command)) {
+            return sampleOf(command);
+        }
+    }
+    return std::nullopt;
+}
+
+void Performance::performSample(const Command& command, SoundSequence& sequence)
+{
+    const SampledSound::ParseResult parsed = SampledSound::parse(m_resource, command.param2);
+    if (!parsed.sound || !parsed.sound->coding.isPlain || command.param2 < m_list.end()) {
+        m_result.warnings.append(u"a further sampled sound at byte %1 is left out"_s.arg(command.param2));
+    } else if (command.code == installSound) {
+        sequence.install(*parsed.sound);
+    } else {
+        sequence.playOnce(*parsed.sound);
+    }
+}
+
+void Performance::perform(const Command& command, SoundSequence& sequence)
+{
+    const double seconds = quint16(command.param1) * secondsPerUnit;
+    const int note = int(command.param2 & 0x7F);
+    const int noteAmplitude = int(command.param2 >> 24);
+    switch (command.code) {
+    case quiet:
+        sequence.hold(0);
+        break;
+    case waitFor:
+        sequence.wait(seconds);
+        break;
+    case freqDuration:
+        if (noteAmplitude != 0) {
+            sequence.setAmplitude(noteAmplitude);
+        }
+        sequence.playNote(note, seconds);
+        break;
+    case restFor:
+        sequence.rest(seconds);
+        break;
+    case freq:
+        sequence.hold(note);
+        break;
+    case amplitude:
+        sequence.setAmplitude(std::clamp<int>(command.param1, 0, 255));
+        break;
+    case timbre:
+        sequence.setTimbre(command.param1);
+        break;
+    case waveTable:
+        m_result.warnings.append(u"a wave table is replaced by a plain tone"_s);
+        break;
+    default:
+        break;
+    }
+}
+
+SoundResource::Decoded Performance::perform(SoundSequence sequence)
+{
+    for (quint64 at = m_list.offset; at < m_list.end(); at += commandSize) {
+        const Command command = commandAt(m_resource, at);
+        if (playsSample(command)) {
+            performSample(command, sequence);
+        } else {
+            perform(command, sequence);
+        }
+    }
+    SoundResource::PcmSamples samples{sequence.finish()};
+    if (sequence.isCutOff()) {
+        m_result.warnings.append(u"the sequence is too long and ends early"_s);
+    }
+    return {std::move(samples), sequence.sampleRate(), sequence.channels()};
+}
+
+SoundResource::DecodeResult Performance::run()
+{
+    const std::optional<SampledSound> first = firstSample();
+    if (!m_result.error.isEmpty()) {
+        return m_result;
+    }
+    if (first && !first->coding.isPlain) {
+        m_result.sound = {SoundResource::WrappedFile{AiffC::wrap(*first)}, first->sampleRate, first->channels};
+    } else {
+        m_result.sound = perform(first ? SoundSequence(*first) : SoundSequence());
+    }
+    return m_result;
+}
+
+} // namespace
+
+SoundResource::DecodeResult SoundResource::decode(QByteArrayView bytes)
+{
+    DecodeResult result;
+    const BoundedBytes resource(bytes);
+    const std::optional<CommandList> commands = findCommands(resource, result.error);
+    return commands ? Performance(resource, *commands).run() : result;
+}

@@ -1,0 +1,208 @@
+#include "PreferencesDomain.h"
+
+#include "AtomicFile.h"
+
+#include <platform/bytes/RegularFile.h>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QLoggingCategory>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include <chrono>
+#include <map>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using PropertyList::Value;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.preferences")
+
+/// Every user action may store more than one setting, and all of them together must not be felt.
+constexpr auto lockTimeout = 40ms;
+constexpr int lockPollMilliseconds = 4;
+constexpr auto retryDelay = 500ms;
+/// A process that is killed between making the lock file and filling it leaves one that names nobody. It is taken away
+/// once it is so old (in milliseconds); a living process has its lock file locked besides, and keeps it.
+constexpr int emptyLockLifetime = 500;
+
+constexpr qint64 maximumSize = 1 << 26;
+
+Value deepCopy(const Value& value)
+{
+    if (const PropertyList::ArrayPointer array = value.array()) {
+        PropertyList::ArrayPointer copy = PropertyList::Array::create();
+        copy->reserve(array->size());
+        for (const Value& item : *array) {
+            copy->append(deepCopy(item));
+        }
+        return copy;
+    }
+    if (const PropertyList::DictionaryPointer dictionary = value.dictionary()) {
+        PropertyList::DictionaryPointer copy = PropertyList::Dictionary::create();
+        for (const auto& [key, item] : *dictionary) {
+            copy->insert(key, deepCopy(item));
+        }
+        return copy;
+    }
+    return value;
+}
+
+/// QLockFile doubles its pauses from 100 ms on; another process holds this lock for a few milliseconds.
+bool lockWithin(QLockFile& lock, std::chrono::milliseconds timeout)
+{
+    const QDeadlineTimer deadline(timeout);
+    while (!lock.tryLock(lockPollMilliseconds)) {
+        if (lock.error() != QLockFile::LockFailedError || deadline.hasExpired()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Logs @p problem unless it is the @p last one; an empty text ends it.
+void report(const QString& problem, QString& last)
+{
+    if (problem != last && !problem.isEmpty()) {
+        qCWarning(log).noquote() << problem;
+    }
+    last = problem;
+}
+
+} // namespace
+
+PreferencesDomain::PreferencesDomain(const QString& name)
+    : m_path(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/blipsy/preferences/"_s +
+             name + u".plist"_s)
+{
+}
+
+PreferencesDomain::~PreferencesDomain() = default;
+
+PreferencesDomain& PreferencesDomain::named(const QString& name)
+{
+    static std::map<QString, std::unique_ptr<PreferencesDomain>> domains;
+    std::unique_ptr<PreferencesDomain>& domain = domains[name];
+    if (!domain) {
+        domain = std::make_unique<PreferencesDomain>(name);
+        AtomicFile::removeLeftovers(domain->filePath());
+        domain->refresh();
+    }
+    return *domain;
+}
+
+Value PreferencesDomain::value(const QString& key) const
+{
+    const auto pending = m_pending.constFind(key);
+    return deepCopy(pending != m_pending.constEnd() ? *pending : m_stored->value(key));
+}
+
+void PreferencesDomain::setValue(const QString& key, const Value& value)
+{
+    m_pending.insert(key, deepCopy(value));
+}
+
+void PreferencesDomain::refresh()
+{
+    const std::optional<FileStamp> stamp = FileStamp::of(m_path);
+    if (stamp == m_stamp) {
+        return;
+    }
+    m_stamp = stamp;
+    readFile();
+}
+
+void PreferencesDomain::readFile()
+{
+    m_stored = PropertyList::Dictionary::create();
+    if (!m_stamp) {
+        m_state = FileState::Absent;
+        return;
+    }
+    const RegularFile::Contents contents = RegularFile::read(m_path, maximumSize);
+    const PropertyList::ReadResult result =
+        contents.error.isEmpty() ? PropertyList::read(contents.bytes)
+                                 : PropertyList::ReadResult{.root = {}, .error = contents.error, .warnings = {}};
+    const PropertyList::DictionaryPointer root = result.root.dictionary();
+    if (!root) {
+        m_state = FileState::Broken;
+        const QString reason = result.error.isEmpty() ? u"the root is no dictionary"_s : result.error;
+        report(u"cannot read settings %1: %2"_s.arg(m_path, reason), m_readProblem);
+        return;
+    }
+    m_state = FileState::Sound;
+    m_stored = root;
+    report({}, m_readProblem);
+}
+
+bool PreferencesDomain::store()
+{
+    if (m_pending.isEmpty()) {
+        return true;
+    }
+    if (!QDir().mkpath(QFileInfo(m_path).path())) {
+        report(u"cannot store settings %1: its folder cannot be made"_s.arg(m_path), m_storeProblem);
+        return false;
+    }
+    return lockAndStore();
+}
+
+bool PreferencesDomain::lockAndStore()
+{
+    QLockFile lock(m_path + u".lock"_s);
+    lock.setStaleLockTime(emptyLockLifetime);
+    // Whoever kept the lock for longer than anybody needs is not waited for again.
+    if (!lockWithin(lock, m_lockTimedOut ? 0ms : lockTimeout)) {
+        m_lockTimedOut = lock.error() == QLockFile::LockFailedError;
+        report(m_lockTimedOut ? u"settings %1 are locked by another process; storing them later"_s.arg(m_path)
+                              : u"cannot store settings %1: its lock file cannot be made"_s.arg(m_path),
+            m_storeProblem);
+        if (m_lockTimedOut) {
+            retryLater();
+        }
+        return false;
+    }
+    m_lockTimedOut = false;
+    return writeMerged();
+}
+
+bool PreferencesDomain::writeMerged()
+{
+    refresh();
+    if (m_state == FileState::Broken) {
+        return false;
+    }
+    const PropertyList::DictionaryPointer merged = deepCopy(m_stored).dictionary();
+    for (auto pending = m_pending.cbegin(); pending != m_pending.cend(); ++pending) {
+        merged->insert(pending.key(), pending.value());
+    }
+    if (const std::optional<QString> error = AtomicFile::write(m_path, PropertyList::write(merged))) {
+        report(*error, m_storeProblem);
+        return false;
+    }
+    m_stored = merged;
+    m_stamp = FileStamp::of(m_path);
+    m_state = FileState::Sound;
+    m_pending.clear();
+    report({}, m_storeProblem);
+    return true;
+}
+
+void PreferencesDomain::retryLater()
+{
+    if (m_retryScheduled || QCoreApplication::instance() == nullptr) {
+        return;
+    }
+    m_retryScheduled = true;
+    QTimer::singleShot(retryDelay, QCoreApplication::instance(), [this] {
+        m_retryScheduled = false;
+        store();
+    });
+}

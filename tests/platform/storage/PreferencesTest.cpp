@@ -1,0 +1,168 @@
+#include <platform/storage/Preferences.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Value;
+
+namespace {
+
+const QString domain = u"com.example.shared"_s;
+
+/// Another process replaces the domain's file.
+void replaceFile(const QByteArray& bytes)
+{
+    const QString path = Preferences::filePath(domain);
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path + u".new"_s);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    file.close();
+    QFile::remove(path);
+    QVERIFY(file.rename(path));
+}
+
+QByteArray plist(const QString& key, const Value& value)
+{
+    auto root = PropertyList::Dictionary::create();
+    root->insert(key, value);
+    return PropertyList::write(root);
+}
+
+QByteArray stored()
+{
+    QFile file(Preferences::filePath(domain));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class PreferencesTest final : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { replaceFile(plist(u"Before"_s, u"there"_s)); }
+
+    void writeMergesWithWhatAnotherProcessWrote()
+    {
+        QCOMPARE(Preferences::copyValue(u"Before"_s, domain).string(), u"there");
+        Preferences::setValue(u"Ours"_s, u"set"_s, domain);
+        replaceFile(plist(u"Theirs"_s, u"written"_s));
+        QVERIFY(Preferences::synchronize(domain));
+        const auto root = PropertyList::read(stored()).root.dictionary();
+        QCOMPARE(root->keys(), (QStringList{u"Ours"_s, u"Theirs"_s}));
+        Preferences::setValue(u"Ours"_s, {}, domain);
+        QVERIFY(Preferences::synchronize(domain));
+        QVERIFY(!PropertyList::read(stored()).root.dictionary()->contains(u"Ours"));
+    }
+
+    void readSeesAWriteOfAnotherProcess()
+    {
+        replaceFile(plist(u"Key"_s, u"1"_s));
+        QCOMPARE(Preferences::copyValue(u"Key"_s, domain).string(), u"1");
+        replaceFile(plist(u"Key"_s, u"2"_s));
+        QCOMPARE(Preferences::copyValue(u"Key"_s, domain).string(), u"2");
+        QFile::remove(Preferences::filePath(domain));
+        QVERIFY(Preferences::copyValue(u"Key"_s, domain).isNull());
+    }
+
+    void containersAreCopies()
+    {
+        auto list = PropertyList::Array::create();
+        list->append(u"first"_s);
+        Preferences::setValue(u"List"_s, list, domain);
+        list->append(u"later"_s);
+        Preferences::copyValue(u"List"_s, domain).array()->append(u"elsewhere"_s);
+        QVERIFY(Preferences::synchronize(domain));
+        QCOMPARE(Preferences::copyValue(u"List"_s, domain).array()->size(), 1);
+    }
+
+    void brokenFileReadsAsEmptyAndStays_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("garbage") << QByteArray("\x00\xff\x17 garbage", 11);
+        QTest::newRow("truncated") << plist(u"Key"_s, u"value"_s).chopped(20);
+        QTest::newRow("no dictionary") << PropertyList::write(PropertyList::Array::create());
+    }
+
+    void brokenFileReadsAsEmptyAndStays()
+    {
+        QFETCH(const QByteArray, bytes);
+        replaceFile(bytes);
+        const QRegularExpression line(u"^cannot read settings .*com\\.example\\.shared\\.plist: .+"_s);
+        QTest::ignoreMessage(QtWarningMsg, line);
+        QVERIFY(Preferences::copyValue(u"Before"_s, domain).isNull());
+        Preferences::setValue(u"Waiting"_s, 1, domain);
+        QVERIFY(!Preferences::synchronize(domain));
+        QCOMPARE(stored(), bytes);
+        QCOMPARE(Preferences::copyValue(u"Waiting"_s, domain).integerValue(), 1);
+
+        replaceFile(plist(u"Before"_s, u"repaired"_s));
+        QVERIFY(Preferences::synchronize(domain));
+        QCOMPARE(Preferences::copyValue(u"Before"_s, domain).string(), u"repaired");
+        QVERIFY(stored().contains("Waiting"));
+    }
+
+    void lockOfAHungProcessDelaysNothingAndLosesNothing()
+    {
+        QLockFile lock(Preferences::filePath(domain) + u".lock"_s);
+        QVERIFY(lock.lock());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"locked by another process"_s));
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 5; ++i) {
+            Preferences::setValue(u"Count"_s, i, domain);
+            QVERIFY(!Preferences::synchronize(domain));
+        }
+        QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(Preferences::copyValue(u"Count"_s, domain).integerValue(), 4);
+        QFile file(lock.fileName());
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
+        QVERIFY(!Preferences::synchronize(domain));
+        lock.unlock();
+        QTRY_VERIFY(stored().contains("Count"));
+    }
+
+    void leftoversOfKilledProcessesStopNothing()
+    {
+        for (const QString& name : {u"com.example.shared.plist.lock"_s, u".blipsy-0123456789xyz.tmp"_s}) {
+            QFile file(QFileInfo(Preferences::filePath(domain)).dir().filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        Preferences::setValue(u"Key"_s, u"stored"_s, domain);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"locked by another process"_s));
+        QVERIFY(!Preferences::synchronize(domain));
+        QTRY_VERIFY(stored().contains("stored"));
+        Preferences::copyValue(u"Key"_s, u"com.example.first.used.now"_s);
+        QVERIFY(QFileInfo(Preferences::filePath(domain))
+                    .dir()
+                    .entryList({u".blipsy-*"_s}, QDir::Files | QDir::Hidden)
+                    .isEmpty());
+    }
+
+    void searchListGoesFromHostToSuiteToGlobal()
+    {
+        const QString host = QCoreApplication::applicationName();
+        UserDefaults& defaults = UserDefaults::standardUserDefaults();
+        QVERIFY(defaults.objectForKey(u"Before"_s).isNull());
+        defaults.addSuiteNamed(domain);
+        const QStringList order{u"global"_s, domain, host};
+        for (const QString& layer : order) {
+            Preferences::setValue(u"Layer"_s, layer, layer);
+            defaults.synchronize();
+            QCOMPARE(defaults.objectForKey(u"Layer"_s).string(), layer);
+        }
+        QCOMPARE(defaults.objectForKey(u"Before"_s).string(), u"there");
+    }
+};
+
+QTEST_GUILESS_MAIN(PreferencesTest)
+#include "PreferencesTest.moc"
