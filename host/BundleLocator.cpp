@@ -1,5 +1,7 @@
 #include "BundleLocator.h"
 
+#include "LockFiles.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
@@ -25,8 +27,6 @@ const QString documentPath = u"/Contents/Resources/default.blipsy"_s;
 
 /// In milliseconds: as long as a copy takes on a slow disk.
 constexpr int lockTimeout = 10'000;
-/// In milliseconds: a program killed between making the lock file and filling it leaves one that names nobody.
-constexpr int emptyLockLifetime = 500;
 
 QString originalBundle()
 {
@@ -131,7 +131,7 @@ bool BundleLocator::updateCopy(const QString& original, const QString& copy)
 {
     QDir().mkpath(QFileInfo(copy).path());
     QLockFile lock(copy + u".lock"_s);
-    lock.setStaleLockTime(emptyLockLifetime);
+    lock.setStaleLockTime(LockFiles::emptyLockLifetime);
     if (!lock.tryLock(lockTimeout)) {
         return isUpToDate(copy, original);
     }

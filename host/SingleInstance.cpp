@@ -1,5 +1,7 @@
 #include "SingleInstance.h"
 
+#include "LockFiles.h"
+
 #include <QCryptographicHash>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -14,8 +16,6 @@ namespace {
 const QString serviceName = u"com.blipsy.Settings"_s;
 const QString objectPath = u"/com/blipsy/Settings"_s;
 constexpr int answerTimeout = 5'000;
-/// In milliseconds: a program killed between making the lock file and filling it leaves one that names nobody.
-constexpr int emptyLockLifetime = 500;
 
 /// One lock for each session, which its bus tells from others. The folder goes with the session.
 QString lockPath()
@@ -32,7 +32,7 @@ SingleInstance::SingleInstance(bool hasBus)
     : m_hasBus(hasBus)
     , m_lock(lockPath())
 {
-    m_lock.setStaleLockTime(emptyLockLifetime);
+    m_lock.setStaleLockTime(LockFiles::emptyLockLifetime);
 }
 
 SingleInstance::~SingleInstance() = default;

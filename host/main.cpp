@@ -132,7 +132,13 @@ int main(int argc, char** argv)
     // Pictures can be taken beside a running pane: nothing is changed on the way.
     if (options.screenshotFolder.isEmpty() && !instance.claim()) {
         const std::optional<QString> problem = instance.handOver({options.document, options.tab, activationToken});
-        return problem ? fail(u"another one runs in this session: %1"_s.arg(*problem)) : EXIT_SUCCESS;
+        if (!problem) {
+            return EXIT_SUCCESS;
+        }
+        // The other one may have ended in between.
+        if (!instance.claim()) {
+            return fail(u"another one runs in this session: %1"_s.arg(*problem));
+        }
     }
     return loadAndShowPane(options, instance);
 }
