@@ -16,11 +16,11 @@
 
 /// Property lists: the value model, and the functions that read and write its forms (public source: the format's
 /// DTD "PropertyList-1.0", and the published descriptions of the binary form "bplist00" and of the old-style text
-/// form).
+/// form). Why they are our own: docs/decisions/property-list-reader.md.
 ///
-/// Containers are shared and mutable: copying a Value or a pointer copies the reference, so an entry that sits in two
-/// arrays is one entry, and a change made through either is seen through both. A container must not be made to
-/// contain itself. Everything here is for one thread at a time.
+/// Containers are shared and mutable (docs/decisions/shared-containers.md): copying a Value or a pointer copies the
+/// reference, so an entry that sits in two arrays is one entry, and a change made through either is seen through both.
+/// A container must not be made to contain itself. Everything here is for one thread at a time.
 namespace PropertyList {
 
 class Array;

@@ -26,7 +26,7 @@ namespace {
 
 const QString& wrapperMimeType()
 {
-    static const QString type = u"application/x-blipsy-rtfd"_s;
+    static const QString type = u"application/x-rtfd"_s;
     return type;
 }
 

@@ -3,6 +3,7 @@
 #include "AtomicFile.h"
 
 #include <platform/bytes/RegularFile.h>
+#include <product/Product.h>
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -79,8 +80,8 @@ void report(const QString& problem, QString& last)
 } // namespace
 
 PreferencesDomain::PreferencesDomain(const QString& name)
-    : m_path(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/blipsy/preferences/"_s +
-             name + u".plist"_s)
+    : m_path(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+             QStringLiteral("/" PRODUCT_NAME "/preferences/") + name + u".plist"_s)
 {
 }
 
