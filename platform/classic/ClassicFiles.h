@@ -46,8 +46,6 @@ struct FileSpecification
 
     /// Reads the 70 bytes of a stored record (big-endian); nothing when there are fewer or the name is too long.
     static std::optional<FileSpecification> fromStored(QByteArrayView bytes);
-    /// The record as it is stored, filled up with zeros.
-    QByteArray toStored() const;
 
     bool operator==(const FileSpecification&) const = default;
 };

@@ -10,7 +10,6 @@
 
 #include <concepts>
 #include <optional>
-#include <span>
 #include <variant>
 #include <vector>
 
@@ -153,17 +152,11 @@ public:
 
     void append(Value value) { m_items.push_back(std::move(value)); }
 
-    void replace(qsizetype index, Value value) { m_items[size_t(index)] = std::move(value); }
-
     void removeAt(qsizetype index) { m_items.erase(m_items.begin() + index); }
 
     void clear() noexcept { m_items.clear(); }
 
     void reserve(qsizetype count) { m_items.reserve(size_t(count)); }
-
-    /// Puts the values into another order: afterwards place i holds what was at @p order [i]. @p order must hold each
-    /// index exactly once. No value is copied.
-    void reorder(std::span<const qsizetype> order);
 
     auto begin() noexcept { return m_items.begin(); }
 

@@ -339,7 +339,7 @@ private Q_SLOTS:
             return m_tab->table->tableView_acceptDrop_row_dropOperation(m_tab->table, info, row, DropOperation::On);
         };
         QVERIFY(!drop(brokenRow()));
-        BYGlobals::clippingsArray()->replace(0, phraseEntry(u"first"_s, u""_s));
+        *BYGlobals::clippingsArray()->begin() = phraseEntry(u"first"_s, u""_s);
         for (const int row : {-1, 1}) {
             QVERIFY(drop(row));
             const DictionaryPointer stored = PhraseList::entryAt(m_tab->storedPhrases(), std::max(row, 0));
