@@ -1,5 +1,6 @@
 #include "RtfReader.h"
 
+#include <QFont>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -135,7 +136,7 @@ void Reader::endGroup()
 bool Reader::skipsFallback(Token& token)
 {
     // A text that relies on one fallback character too many loses less this way round.
-    if (token.kind == TokenKind::Word && meaningOf(token.text).word == Word::Unicode) {
+    if (token.kind == TokenKind::Word && token.text == "u") {
         m_fallbackLeft = 0;
         return false;
     }
@@ -180,43 +181,15 @@ void Reader::handleSymbol(char symbol)
     }
 }
 
-bool Reader::handleDestinationWord(Word word)
-{
-    switch (word) {
-    case Word::FontTable:
-        m_state.destination = Destination::FontTable;
-        return true;
-    case Word::ColorTable:
-        m_state.destination = Destination::ColorTable;
-        return true;
-    case Word::ExpandedColorTable:
-        m_state.destination = Destination::ExpandedColorTable;
-        return true;
-    case Word::Field:
-        beginField();
-        return true;
-    case Word::FieldInstruction:
-        m_state.destination = m_state.field >= 0 ? Destination::FieldInstruction : Destination::Skipped;
-        return true;
-    case Word::FieldResult:
-        beginFieldResult();
-        return true;
-    case Word::Graphic:
-        m_attachment = {};
-        m_state.destination = Destination::AttachmentName;
-        return true;
-    case Word::Skipped:
-        m_state.destination = Destination::Skipped;
-        return true;
-    default:
-        return false;
-    }
-}
-
 void Reader::beginField()
 {
     m_fields.emplace_back();
     m_state.field = int(m_fields.size()) - 1;
+}
+
+void Reader::beginFieldInstruction()
+{
+    m_state.destination = m_state.field >= 0 ? Destination::FieldInstruction : Destination::Skipped;
 }
 
 void Reader::beginFieldResult()
@@ -229,6 +202,12 @@ void Reader::beginFieldResult()
     if (!field.url.isEmpty()) {
         m_state.character.link = m_state.field;
     }
+}
+
+void Reader::beginAttachment()
+{
+    m_attachment = {};
+    m_state.destination = Destination::AttachmentName;
 }
 
 bool Reader::takesAttachmentCharacter()
@@ -378,6 +357,78 @@ void Reader::flushRun()
         m_cursor.insertText(m_run, formatOf(m_runCharacter));
         m_run.clear();
     }
+}
+
+int Reader::effectiveFont(const Character& character) const
+{
+    return character.font >= 0 ? character.font : m_defaultFont;
+}
+
+const CodePage& Reader::codePage() const
+{
+    return m_fonts.codePageOf(effectiveFont(m_state.character), *m_documentCodePage);
+}
+
+QColor Reader::color(int index) const
+{
+    if (m_expandedColors.isThemeColor(index)) {
+        return {};
+    }
+    const QColor refined = m_expandedColors.color(index);
+    return refined.isValid() ? refined : m_colors.color(index);
+}
+
+ColorTable& Reader::colorTable()
+{
+    return m_state.destination == Destination::ColorTable ? m_colors : m_expandedColors;
+}
+
+const QTextCharFormat& Reader::formatOf(const Character& character)
+{
+    const auto [position, isNew] = m_formats.try_emplace(character);
+    if (isNew) {
+        position->second = makeFormat(character);
+    }
+    return position->second;
+}
+
+QTextCharFormat Reader::makeFormat(const Character& character) const
+{
+    static const Font noFont;
+    const Font* const named = m_fonts.font(effectiveFont(character));
+    const Font& font = named == nullptr ? noFont : *named;
+
+    QTextCharFormat format;
+    if (!font.family.isEmpty()) {
+        format.setFontFamilies({font.family});
+    }
+    format.setFontPointSize(character.halfPoints / 2.0);
+    if (character.bold || font.bold) {
+        format.setFontWeight(QFont::Bold);
+    }
+    if (character.italic || font.italic) {
+        format.setFontItalic(true);
+    }
+    if (character.underline) {
+        format.setFontUnderline(true);
+    }
+    if (character.strike) {
+        format.setFontStrikeOut(true);
+    }
+    if (character.baseline != QTextCharFormat::AlignNormal) {
+        format.setVerticalAlignment(character.baseline);
+    }
+    if (const QColor foreground = color(character.foreground); foreground.isValid()) {
+        format.setForeground(foreground);
+    }
+    if (const QColor background = color(character.background); background.isValid()) {
+        format.setBackground(background);
+    }
+    if (character.link >= 0) {
+        format.setAnchor(true);
+        format.setAnchorHref(m_fields[size_t(character.link)].url);
+    }
+    return format;
 }
 
 } // namespace Rtf

@@ -3,7 +3,6 @@
 #include "RtfParagraph.h"
 #include "RtfTables.h"
 #include "RtfTokenizer.h"
-#include "RtfWords.h"
 #include "TextAttachment.h"
 
 #include <QHash>
@@ -48,14 +47,15 @@ private:
         auto operator<=>(const Character&) const = default;
     };
 
-    enum class Destination {
-        Body,
-        FontTable,
-        ColorTable,
-        ExpandedColorTable,
-        FieldInstruction,
-        AttachmentName,
-        Skipped
+    /// Where text goes; each a bit, since a control word may have its effect in several.
+    enum class Destination : unsigned {
+        Body = 0x01,
+        FontTable = 0x02,
+        ColorTable = 0x04,
+        ExpandedColorTable = 0x08,
+        FieldInstruction = 0x10,
+        AttachmentName = 0x20,
+        Skipped = 0x40
     };
 
     struct State
@@ -66,6 +66,18 @@ private:
         /// How many items after a `\u` stand for the same character.
         int fallbackCount = 1;
         int field = -1;
+
+        template <class Value>
+        Value& operator[](Value Character::*attribute)
+        {
+            return character.*attribute;
+        }
+
+        template <class Value>
+        Value& operator[](Value Paragraph::*attribute)
+        {
+            return paragraph.*attribute;
+        }
     };
 
     struct Field
@@ -83,21 +95,18 @@ private:
         bool complete = false;
     };
 
+    struct Words;
+
     void handle(Token token);
     void beginGroup();
     void endGroup();
     bool skipsFallback(Token& token);
     void handleWord(const Token& token);
     void handleSymbol(char symbol);
-    void handleTableWord(const Token& token);
-    bool handleDestinationWord(Word word);
-    bool handleDocumentWord(const Token& token, Word word);
-    bool handleCharacterWord(const Token& token, Word word);
-    bool handleParagraphWord(const Token& token, Word word);
-    bool handleSpacingWord(const Token& token, Word word);
-    bool handleTabWord(const Token& token, Word word);
     void beginField();
+    void beginFieldInstruction();
     void beginFieldResult();
+    void beginAttachment();
 
     void appendBytes(QByteArrayView bytes);
     void appendCodePoint(int value);
@@ -116,6 +125,8 @@ private:
     const QTextCharFormat& formatOf(const Character& character);
     QTextCharFormat makeFormat(const Character& character) const;
     QColor color(int index) const;
+    /// The color table that is being read.
+    ColorTable& colorTable();
 
     Tokenizer m_tokenizer;
     QTextDocument& m_document;
