@@ -13,6 +13,7 @@
 #include <QWidget>
 
 #include <ClassicFixtures.h>
+#include <DataTable.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -71,14 +72,14 @@ private Q_SLOTS:
 
     void specificationLeadsBackToItsPath_data()
     {
-        QTest::addColumn<QString>("name");
+        const DataTable<QString> row("name");
 
-        QTest::newRow("plain") << u"a file"_s;
-        QTest::newRow("accents") << u"Töne é"_s;
-        QTest::newRow("colon") << u"12:30"_s;
-        QTest::newRow("longer than 63 bytes") << QString(200, u'x') + u".abbs"_s;
-        QTest::newRow("not Mac OS Roman") << u"日本語.abbs"_s;
-        QTest::newRow("in a folder that is not Mac OS Roman") << u"日本/абв"_s;
+        row("plain", u"a file"_s);
+        row("accents", u"Töne é"_s);
+        row("colon", u"12:30"_s);
+        row("longer than 63 bytes", QString(200, u'x') + u".abbs"_s);
+        row("not Mac OS Roman", u"日本語.abbs"_s);
+        row("in a folder that is not Mac OS Roman", u"日本/абв"_s);
     }
 
     void specificationLeadsBackToItsPath()
@@ -98,21 +99,17 @@ private Q_SLOTS:
 
     void specificationThatCannotBeMadeIsEmpty_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("isDirectory");
-        QTest::addColumn<QByteArray>("message");
+        const DataTable<QString, bool, QByteArray> row("path", "isDirectory", "message");
 
-        QTest::newRow("no path") << u""_s << false << QByteArray("Can't get URL");
-        QTest::newRow("missing") << u"/no/such/file"_s << false << QByteArray("Can't get FSRef.\n");
-        QTest::newRow("file as folder") << u"/proc/self/exe"_s << true << QByteArray("Can't get FSRef.\n");
-        QTest::newRow("folder") << u"/usr"_s << true << QByteArray();
+        row("no path", u""_s, false, "Can't get URL");
+        row("missing", u"/no/such/file"_s, false, "Can't get FSRef.\n");
+        row("file as folder", u"/proc/self/exe"_s, true, "Can't get FSRef.\n");
+        row("folder", u"/usr"_s, true, {});
     }
 
     void specificationThatCannotBeMadeIsEmpty()
     {
-        QFETCH(QString, path);
-        QFETCH(bool, isDirectory);
-        QFETCH(QByteArray, message);
+        const auto [path, isDirectory, message] = currentRow<QString, bool, QByteArray>();
 
         ClassicFiles::FileSpecification specification{{1, 2}, "old"};
         QCOMPARE(writtenTo(stdout, [&] { posixStringToFSSpec(specification, path, isDirectory); }), message);
@@ -121,20 +118,18 @@ private Q_SLOTS:
 
     void expansionIsTheTextWithoutZeroBytes_data()
     {
-        QTest::addColumn<QByteArray>("data");
-        QTest::addColumn<QString>("expansion");
+        const DataTable<QByteArray, QString> row("data", "expansion");
 
-        QTest::newRow("five letters") << "hello\0"_ba << u"hello"_s;
-        QTest::newRow("zero bytes inside") << "h\0e\0\0llo\0"_ba << u"hello"_s;
-        QTest::newRow("last byte is no zero") << "hello"_ba << u"hell"_s;
-        QTest::newRow("8-bit text") << "\x9F\0"_ba << u"ü"_s;
-        QTest::newRow("empty") << QByteArray() << u""_s;
+        row("five letters", "hello\0"_ba, u"hello"_s);
+        row("zero bytes inside", "h\0e\0\0llo\0"_ba, u"hello"_s);
+        row("last byte is no zero", "hello"_ba, u"hell"_s);
+        row("8-bit text", "\x9F\0"_ba, u"ü"_s);
+        row("empty", {}, u""_s);
     }
 
     void expansionIsTheTextWithoutZeroBytes()
     {
-        QFETCH(QByteArray, data);
-        QFETCH(QString, expansion);
+        const auto [data, expansion] = currentRow<QByteArray, QString>();
 
         QVERIFY(writeFile(at(u"abbs"_s), resourceFork({{"STMP", 1, "other", "x\0"_ba}, {"STMP", 2, "abb", data}})));
         ClassicFiles::FileSpecification file;
@@ -213,8 +208,7 @@ private Q_SLOTS:
 
     void brokenFilesAreReportedAndClosed_data()
     {
-        QTest::addColumn<QByteArray>("preferences");
-        QTest::addColumn<QByteArray>("messages");
+        const DataTable<QByteArray, QByteArray> row("preferences", "messages");
 
         const QByteArray record = storedSpecification(u"/usr"_s);
         const auto defaultFile = [](const QByteArray& specification) {
@@ -222,32 +216,27 @@ private Q_SLOTS:
         };
         const QByteArray notChosen = "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\n"
                                      "Blipsy: cannot find abbs file called: .\n";
-        QTest::newRow("preferences are no resource file")
-            << QByteArray("text")
-            << "Blipsy: thePrefsResFile = FSpOpenResFile error  = -39.\n"
-               "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -39.\n" +
-                   notChosen;
-        QTest::newRow("type list lies") << resourceFork({{"cnfG", 142, {}, "\0\1"_ba}}).replace(262 + 24, 2, "\xFF\xFF")
-                                        << "Blipsy: thePrefsResFile = FSpOpenResFile error  = -199.\n"
-                                           "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -199.\n" +
-                                               notChosen;
-        QTest::newRow("nothing in the preferences") << resourceFork({{"STR ", 1, {}, "x"}}) << notChosen;
-        QTest::newRow("empty configuration") << resourceFork({{"cnfG", 142, {}, {}}}) << notChosen;
-        QTest::newRow("short record") << defaultFile(record.chopped(1)) << notChosen;
-        QTest::newRow("name longer than its field")
-            << defaultFile(QByteArray(record).replace(6, 1, "\x40")) << notChosen;
-        QTest::newRow("folder that never was")
-            << defaultFile(zeros(2) + "\x7F\xFF\xFF\xFF\x04gone" + zeros(60))
-            << "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: gone.\n"_ba;
-        QTest::newRow("a folder instead of a file")
-            << defaultFile(record)
-            << "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: usr.\n"_ba;
+        row("preferences are no resource file", "text",
+            "Blipsy: thePrefsResFile = FSpOpenResFile error  = -39.\n"
+            "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -39.\n" +
+                notChosen);
+        row("type list lies", resourceFork({{"cnfG", 142, {}, "\0\1"_ba}}).replace(262 + 24, 2, "\xFF\xFF"),
+            "Blipsy: thePrefsResFile = FSpOpenResFile error  = -199.\n"
+            "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -199.\n" +
+                notChosen);
+        row("nothing in the preferences", resourceFork({{"STR ", 1, {}, "x"}}), notChosen);
+        row("empty configuration", resourceFork({{"cnfG", 142, {}, {}}}), notChosen);
+        row("short record", defaultFile(record.chopped(1)), notChosen);
+        row("name longer than its field", defaultFile(QByteArray(record).replace(6, 1, "\x40")), notChosen);
+        row("folder that never was", defaultFile(zeros(2) + "\x7F\xFF\xFF\xFF\x04gone" + zeros(60)),
+            "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: gone.\n"_ba);
+        row("a folder instead of a file", defaultFile(record),
+            "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: usr.\n"_ba);
     }
 
     void brokenFilesAreReportedAndClosed()
     {
-        QFETCH(QByteArray, preferences);
-        QFETCH(QByteArray, messages);
+        const auto [preferences, messages] = currentRow<QByteArray, QByteArray>();
 
         QVERIFY(writeFile(m_preferences + u"/Blipsy Prefs"_s, preferences));
         const qsizetype before = openDescriptors();

@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 
@@ -27,9 +28,9 @@ private Q_SLOTS:
 
     void folderPicksOnlyPlayableNames_data()
     {
-        QTest::addColumn<bool>("asEvent");
-        QTest::newRow("phrase") << false;
-        QTest::newRow("event") << true;
+        const DataTable<bool> row("asEvent");
+        row("phrase", false);
+        row("event", true);
     }
 
     void folderPicksOnlyPlayableNames()
@@ -80,19 +81,15 @@ private Q_SLOTS:
 
     void folderEventStopsOthersOnlyWhenAsked_data()
     {
-        QTest::addColumn<int>("stopOtherSounds");
-        QTest::addColumn<bool>("isFolder");
-        QTest::addColumn<bool>("otherIsStopped");
-        QTest::newRow("folder, asked") << 1 << true << true;
-        QTest::newRow("folder, not asked") << 2 << true << false;
-        QTest::newRow("file, asked") << 1 << false << false;
+        const DataTable<int, bool, bool> row("stopOtherSounds", "isFolder", "otherIsStopped");
+        row("folder, asked", 1, true, true);
+        row("folder, not asked", 2, true, false);
+        row("file, asked", 1, false, false);
     }
 
     void folderEventStopsOthersOnlyWhenAsked()
     {
-        QFETCH(int, stopOtherSounds);
-        QFETCH(bool, isFolder);
-        QFETCH(bool, otherIsStopped);
+        const auto [stopOtherSounds, isFolder, otherIsStopped] = currentRow<int, bool, bool>();
         const QString path = folder(u"sounds"_s);
         const QString sound = file(u"sounds/a.aif"_s, 2000, 2);
         loadEvents(
@@ -108,12 +105,12 @@ private Q_SLOTS:
 
     void eventsWithoutASoundPlayNothing_data()
     {
-        QTest::addColumn<int>("code");
-        QTest::newRow("no entry") << 5;
-        QTest::newRow("entry without a path") << 1;
-        QTest::newRow("missing file") << 2;
-        QTest::newRow("below the table") << -1;
-        QTest::newRow("behind the table") << 80;
+        const DataTable<int> row("code");
+        row("no entry", 5);
+        row("entry without a path", 1);
+        row("missing file", 2);
+        row("below the table", -1);
+        row("behind the table", 80);
     }
 
     void eventsWithoutASoundPlayNothing()

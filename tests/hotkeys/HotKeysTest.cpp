@@ -8,6 +8,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include <DataTable.h>
+
 // The header, written for C, calls a field "explicit".
 #define explicit explicitField
 #include <xcb/xkb.h>
@@ -90,22 +92,18 @@ private Q_SLOTS:
 
     void namesFollowTheLayout_data()
     {
-        QTest::addColumn<QString>("layout");
-        QTest::addColumn<int>("keyCode");
-        QTest::addColumn<QString>("character");
-        QTest::newRow("us z") << u"us"_s << 0x06 << u"z"_s;
-        QTest::newRow("de z") << u"de"_s << 0x10 << u"z"_s;
-        QTest::newRow("de \u00F6") << u"de"_s << 0x29 << u"\u00F6"_s;
-        QTest::newRow("de keypad separator") << u"de"_s << 0x41 << u","_s;
-        QTest::newRow("fr a") << u"fr"_s << 0x0C << u"a"_s;
-        QTest::newRow("fr first digit key") << u"fr"_s << 0x12 << u"&"_s;
+        const DataTable<QString, int, QString> row("layout", "keyCode", "character");
+        row("us z", u"us"_s, 0x06, u"z"_s);
+        row("de z", u"de"_s, 0x10, u"z"_s);
+        row("de \u00F6", u"de"_s, 0x29, u"\u00F6"_s);
+        row("de keypad separator", u"de"_s, 0x41, u","_s);
+        row("fr a", u"fr"_s, 0x0C, u"a"_s);
+        row("fr first digit key", u"fr"_s, 0x12, u"&"_s);
     }
 
     void namesFollowTheLayout()
     {
-        QFETCH(QString, layout);
-        QFETCH(int, keyCode);
-        QFETCH(QString, character);
+        const auto [layout, keyCode, character] = currentRow<QString, int, QString>();
         QVERIFY(setLayout(layout));
         QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(qint16(keyCode)), character);
         const std::optional<int> key = KeyboardLayout::current()->keyWithCharacter(character[0].toUpper());
@@ -208,20 +206,16 @@ private Q_SLOTS:
 
     void everyKeyOfACodeIsReserved_data()
     {
-        QTest::addColumn<int>("keyCode");
-        QTest::addColumn<quint8>("pressed");
-        QTest::addColumn<quint8>("other");
-        QTest::newRow("F13, Print") << 0x69 << quint8(191) << quint8(107);
-        QTest::newRow("F14, Scroll Lock") << 0x6B << quint8(192) << quint8(78);
-        QTest::newRow("F15, Pause") << 0x71 << quint8(193) << quint8(127);
-        QTest::newRow("Insert, Help") << 0x72 << quint8(118) << quint8(146);
+        const DataTable<int, quint8, quint8> row("keyCode", "pressed", "other");
+        row("F13, Print", 0x69, 191, 107);
+        row("F14, Scroll Lock", 0x6B, 192, 78);
+        row("F15, Pause", 0x71, 193, 127);
+        row("Insert, Help", 0x72, 118, 146);
     }
 
     void everyKeyOfACodeIsReserved()
     {
-        QFETCH(int, keyCode);
-        QFETCH(quint8, pressed);
-        QFETCH(quint8, other);
+        const auto [keyCode, pressed, other] = currentRow<int, quint8, quint8>();
         OtherProgram otherProgram;
         QVERIFY(HotKeyGrabs::arePossible());
         {
@@ -271,27 +265,20 @@ private Q_SLOTS:
 
     void inconsistentEventsThrow_data()
     {
-        QTest::addColumn<quint32>("eventClass");
-        QTest::addColumn<quint32>("kind");
-        QTest::addColumn<quint32>("signature");
-        QTest::addColumn<quint32>("id");
-        QTest::addColumn<double>("framework");
-        QTest::addColumn<QString>("description");
+        const DataTable<quint32, quint32, quint32, quint32, double, QString> row(
+            "eventClass", "kind", "signature", "id", "framework", "description");
         const quint32 keyboard = CarbonEvent::keyboardClass;
-        QTest::newRow("old framework") << keyboard << 5U << 0x57713448U << 1U << 620.9 << u""_s;
-        QTest::newRow("class") << 1U << 5U << 0x57713448U << 1U << 621.0 << u"Unknown event class"_s;
-        QTest::newRow("signature") << keyboard << 5U << 1U << 1U << 621.0 << u"Invalid hot key id"_s;
-        QTest::newRow("id") << keyboard << 5U << 0x57713448U << 0U << 621.0 << u"Invalid hot key id"_s;
-        QTest::newRow("kind") << keyboard << 7U << 0x57713448U << 1U << 621.0 << u"Unknown event kind"_s;
+        row("old framework", keyboard, 5U, 0x57713448U, 1U, 620.9, u""_s);
+        row("class", 1U, 5U, 0x57713448U, 1U, 621.0, u"Unknown event class"_s);
+        row("signature", keyboard, 5U, 1U, 1U, 621.0, u"Invalid hot key id"_s);
+        row("id", keyboard, 5U, 0x57713448U, 0U, 621.0, u"Invalid hot key id"_s);
+        row("kind", keyboard, 7U, 0x57713448U, 1U, 621.0, u"Unknown event kind"_s);
     }
 
     void inconsistentEventsThrow()
     {
-        QFETCH(quint32, eventClass);
-        QFETCH(quint32, kind);
-        QFETCH(quint32, signature);
-        QFETCH(quint32, id);
-        QFETCH(double, framework);
+        const auto [eventClass, kind, signature, id, framework] =
+            currentRow<quint32, quint32, quint32, quint32, double>();
         PTHotKeyCenter center(nullptr, framework);
         try {
             center.sendCarbonEvent({eventClass, kind, HotKeyIdentifier{signature, id}});

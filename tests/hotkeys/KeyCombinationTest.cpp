@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
+
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;
 using PropertyList::Value;
@@ -29,14 +31,12 @@ private Q_SLOTS:
 
     void validAndClear_data()
     {
-        QTest::addColumn<PTKeyCombo>("combo");
-        QTest::addColumn<bool>("valid");
-        QTest::addColumn<bool>("clear");
-        QTest::newRow("clear") << PTKeyCombo::clearKeyCombo() << false << true;
-        QTest::newRow("first key with a modifier") << PTKeyCombo(0, 0x100) << true << false;
-        QTest::newRow("key without modifiers") << PTKeyCombo(0, 0) << false << false;
-        QTest::newRow("key with missing modifiers") << PTKeyCombo(5, -1) << false << false;
-        QTest::newRow("modifiers without key") << PTKeyCombo(-1, 0x100) << false << false;
+        const DataTable<PTKeyCombo, bool, bool> row("combo", "valid", "clear");
+        row("clear", PTKeyCombo::clearKeyCombo(), false, true);
+        row("first key with a modifier", {0, 0x100}, true, false);
+        row("key without modifiers", {0, 0}, false, false);
+        row("key with missing modifiers", {5, -1}, false, false);
+        row("modifiers without key", {-1, 0x100}, false, false);
     }
 
     void validAndClear()
@@ -48,27 +48,24 @@ private Q_SLOTS:
 
     void readsStoredForm_data()
     {
-        QTest::addColumn<PropertyList::DictionaryPointer>("stored");
-        QTest::addColumn<PTKeyCombo>("combo");
+        const DataTable<PropertyList::DictionaryPointer, PTKeyCombo> row("stored", "combo");
         const QString code = u"keyCode"_s;
         const QString modifiers = u"modifiers"_s;
-        QTest::newRow("none") << PropertyList::DictionaryPointer() << PTKeyCombo();
-        QTest::newRow("empty") << Dictionary::create() << PTKeyCombo();
-        QTest::newRow("complete") << Dictionary::create({{code, 35}, {modifiers, 2304}}) << PTKeyCombo(35, 2304);
-        QTest::newRow("no modifiers") << Dictionary::create({{code, 0}, {modifiers, 0}}) << PTKeyCombo(0, -1);
-        QTest::newRow("no key code") << Dictionary::create({{modifiers, 256}}) << PTKeyCombo(0, 256);
-        QTest::newRow("negative key code") << Dictionary::create({{code, -7}, {modifiers, 256}}) << PTKeyCombo(-1, 256);
-        QTest::newRow("text") << Dictionary::create({{code, u"12"_s}, {modifiers, u"256"_s}}) << PTKeyCombo(12, 256);
-        QTest::newRow("other types") << Dictionary::create({{code, QByteArray("5")}, {modifiers, Dictionary::create()}})
-                                     << PTKeyCombo(0, -1);
-        QTest::newRow("too great") << Dictionary::create({{code, qint64(1) << 40}, {modifiers, 256}})
-                                   << PTKeyCombo(std::numeric_limits<qint32>::max(), 256);
+        row("none", {}, {});
+        row("empty", Dictionary::create(), {});
+        row("complete", Dictionary::create({{code, 35}, {modifiers, 2304}}), {35, 2304});
+        row("no modifiers", Dictionary::create({{code, 0}, {modifiers, 0}}), {0, -1});
+        row("no key code", Dictionary::create({{modifiers, 256}}), {0, 256});
+        row("negative key code", Dictionary::create({{code, -7}, {modifiers, 256}}), {-1, 256});
+        row("text", Dictionary::create({{code, u"12"_s}, {modifiers, u"256"_s}}), {12, 256});
+        row("other types", Dictionary::create({{code, QByteArray("5")}, {modifiers, Dictionary::create()}}), {0, -1});
+        row("too great", Dictionary::create({{code, qint64(1) << 40}, {modifiers, 256}}),
+            {std::numeric_limits<qint32>::max(), 256});
     }
 
     void readsStoredForm()
     {
-        QFETCH(PropertyList::DictionaryPointer, stored);
-        QFETCH(PTKeyCombo, combo);
+        const auto [stored, combo] = currentRow<PropertyList::DictionaryPointer, PTKeyCombo>();
         const PTKeyCombo read = PTKeyCombo::initWithPlistRepresentation(stored);
         QCOMPARE(read.keyCode(), combo.keyCode());
         QCOMPARE(read.modifiers(), combo.modifiers());
@@ -86,12 +83,11 @@ private Q_SLOTS:
 
     void glyphsInFixedOrder_data()
     {
-        QTest::addColumn<quint32>("modifiers");
-        QTest::addColumn<QString>("glyphs");
-        QTest::newRow("none") << 0U << QString();
-        QTest::newRow("all four") << 0x1B00U << u"\u2318\u2325^\u21E7"_s;
-        QTest::newRow("shift, option, control") << 0x1A00U << u"\u2325^\u21E7"_s;
-        QTest::newRow("function key shows nothing") << 0x8000U << QString();
+        const DataTable<quint32, QString> row("modifiers", "glyphs");
+        row("none", 0U, {});
+        row("all four", 0x1B00U, u"\u2318\u2325^\u21E7"_s);
+        row("shift, option, control", 0x1A00U, u"\u2325^\u21E7"_s);
+        row("function key shows nothing", 0x8000U, {});
     }
 
     void glyphsInFixedOrder()
@@ -102,16 +98,15 @@ private Q_SLOTS:
 
     void displayText_data()
     {
-        QTest::addColumn<PTKeyCombo>("combo");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("clear") << PTKeyCombo() << u"(None)"_s;
-        QTest::newRow("without modifiers") << PTKeyCombo(0, 0) << u"(None)"_s;
-        QTest::newRow("letter") << PTKeyCombo(0x00, 0x300) << u"\u2318\u21E7A"_s;
-        QTest::newRow("function key") << PTKeyCombo(0x60, 0x8000) << u"F5"_s;
-        QTest::newRow("named key") << PTKeyCombo(0x74, 0x8100) << u"\u2318Page Up"_s;
-        QTest::newRow("keypad digit") << PTKeyCombo(0x59, 0x1000) << u"^Keypad 7"_s;
-        QTest::newRow("no such key") << PTKeyCombo(0x6C, 0x100) << u"\u2318"_s;
-        QTest::newRow("key code beyond all keys") << PTKeyCombo(30000, 0x100) << u"\u2318"_s;
+        const DataTable<PTKeyCombo, QString> row("combo", "text");
+        row("clear", {}, u"(None)"_s);
+        row("without modifiers", {0, 0}, u"(None)"_s);
+        row("letter", {0x00, 0x300}, u"\u2318\u21E7A"_s);
+        row("function key", {0x60, 0x8000}, u"F5"_s);
+        row("named key", {0x74, 0x8100}, u"\u2318Page Up"_s);
+        row("keypad digit", {0x59, 0x1000}, u"^Keypad 7"_s);
+        row("no such key", {0x6C, 0x100}, u"\u2318"_s);
+        row("key code beyond all keys", {30000, 0x100}, u"\u2318"_s);
     }
 
     void displayText()
@@ -137,12 +132,11 @@ private Q_SLOTS:
 
     void translatesModifierFlags_data()
     {
-        QTest::addColumn<quint32>("flags");
-        QTest::addColumn<quint32>("modifiers");
-        QTest::newRow("none") << 0U << 0U;
-        QTest::newRow("command, shift") << 0x120000U << 0x300U;
-        QTest::newRow("option, control, function") << 0x8C0000U << 0x9800U;
-        QTest::newRow("caps lock and keypad are dropped") << 0x310000U << 0x100U;
+        const DataTable<quint32, quint32> row("flags", "modifiers");
+        row("none", 0U, 0U);
+        row("command, shift", 0x120000U, 0x300U);
+        row("option, control, function", 0x8C0000U, 0x9800U);
+        row("caps lock and keypad are dropped", 0x310000U, 0x100U);
     }
 
     void translatesModifierFlags()

@@ -13,6 +13,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -57,14 +59,7 @@ private Q_SLOTS:
 
     void panelRecordsKeyPresses_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("qtModifiers");
-        QTest::addColumn<quint32>("scanCode");
-        QTest::addColumn<PTKeyCombo>("combo");
-        const auto row = [](const char* name, int key, Qt::KeyboardModifiers modifiers, quint32 scanCode,
-                             const PTKeyCombo& combo) {
-            QTest::newRow(name) << key << int(modifiers) << scanCode << combo;
-        };
+        const DataTable<int, Qt::KeyboardModifiers, quint32, PTKeyCombo> row("key", "modifiers", "scanCode", "combo");
         row("command-shift-K", Qt::Key_K, Qt::MetaModifier | Qt::ShiftModifier, 45, {0x28, 0x300});
         row("option-control-K", Qt::Key_K, Qt::AltModifier | Qt::ControlModifier, 45, {0x28, 0x1800});
         row("without modifiers", Qt::Key_K, Qt::NoModifier, 45, {0x28, 0});
@@ -82,21 +77,18 @@ private Q_SLOTS:
 
     void panelRecordsKeyPresses()
     {
-        QFETCH(int, key);
-        QFETCH(int, qtModifiers);
-        QFETCH(quint32, scanCode);
-        QFETCH(PTKeyCombo, combo);
+        const auto [key, modifiers, scanCode, combo] = currentRow<int, Qt::KeyboardModifiers, quint32, PTKeyCombo>();
         PTKeyComboPanel panel;
         panel.runSheeetForModalWindow_target(nullptr, nullptr);
         QVERIFY(panel.mKeyBcaster->hasFocus() || panel.window()->focusWidget() == panel.mKeyBcaster);
-        pressKey(panel.mKeyBcaster, key, Qt::KeyboardModifiers(qtModifiers), scanCode);
+        pressKey(panel.mKeyBcaster, key, modifiers, scanCode);
         QCOMPARE(panel.keyCombo(), combo);
         QCOMPARE(panel.mComboField->text(), combo.description());
         QCOMPARE(QAccessible::queryAccessibleInterface(panel.mComboField)->text(QAccessible::Name),
             u"Key combination: "_s + combo.description());
         // Where nothing has the focus the window gets the key.
         panel.setKeyCombo({});
-        pressKey(panel.window(), key, Qt::KeyboardModifiers(qtModifiers), scanCode);
+        pressKey(panel.window(), key, modifiers, scanCode);
         QCOMPARE(panel.keyCombo(), combo);
         QVERIFY(panel.window()->isVisible());
     }
@@ -119,22 +111,16 @@ private Q_SLOTS:
 
     void bareDialogKeysPressButtons_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("qtModifiers");
-        QTest::addColumn<quint32>("scanCode");
-        QTest::addColumn<int>("code");
-        QTest::newRow("Return") << int(Qt::Key_Return) << 0 << 36U << 1;
-        QTest::newRow("keypad Enter") << int(Qt::Key_Enter) << int(Qt::KeypadModifier) << 104U << 1;
-        QTest::newRow("Escape") << int(Qt::Key_Escape) << 0 << 9U << 0;
-        QTest::newRow("Caps Lock as Escape") << int(Qt::Key_Escape) << 0 << 66U << 0;
+        const DataTable<int, Qt::KeyboardModifiers, quint32, int> row("key", "modifiers", "scanCode", "code");
+        row("Return", Qt::Key_Return, {}, 36U, 1);
+        row("keypad Enter", Qt::Key_Enter, Qt::KeypadModifier, 104U, 1);
+        row("Escape", Qt::Key_Escape, {}, 9U, 0);
+        row("Caps Lock as Escape", Qt::Key_Escape, {}, 66U, 0);
     }
 
     void bareDialogKeysPressButtons()
     {
-        QFETCH(int, key);
-        QFETCH(int, qtModifiers);
-        QFETCH(quint32, scanCode);
-        QFETCH(int, code);
+        const auto [key, modifiers, scanCode, code] = currentRow<int, Qt::KeyboardModifiers, quint32, int>();
         PTKeyComboPanel panel;
         Target target;
         // With the focus on the recorder, and with the focus nowhere.
@@ -143,7 +129,7 @@ private Q_SLOTS:
             panel.runSheeetForModalWindow_target(nullptr, &target);
             QVERIFY(panel.isRunning());
             QWidget* const receiver = toWindow ? static_cast<QWidget*>(panel.window()) : panel.mKeyBcaster;
-            pressKey(receiver, key, Qt::KeyboardModifiers(qtModifiers), scanCode);
+            pressKey(receiver, key, modifiers, scanCode);
             QVERIFY(!panel.isRunning());
             QCOMPARE(panel.keyCombo(), PTKeyCombo(0x28, command));
         }
@@ -152,19 +138,15 @@ private Q_SLOTS:
 
     void modalRunReturnsCode_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("code");
-        QTest::addColumn<bool>("cleared");
-        QTest::newRow("OK") << u"OK"_s << 1 << false;
-        QTest::newRow("Cancel") << u"Cancel"_s << 0 << false;
-        QTest::newRow("Clear") << u"Clear"_s << 1 << true;
+        const DataTable<QString, int, bool> row("button", "code", "cleared");
+        row("OK", u"OK"_s, 1, false);
+        row("Cancel", u"Cancel"_s, 0, false);
+        row("Clear", u"Clear"_s, 1, true);
     }
 
     void modalRunReturnsCode()
     {
-        QFETCH(QString, button);
-        QFETCH(int, code);
-        QFETCH(bool, cleared);
+        const auto [button, code, cleared] = currentRow<QString, int, bool>();
         PTKeyComboPanel panel;
         panel.setKeyBindingName(u"Pause/Resume"_s);
         const ModalDriver driver([&](QWidget* window) {

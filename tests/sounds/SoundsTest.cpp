@@ -15,6 +15,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <DataTable.h>
 #include <ModalDriver.h>
 
 using namespace Qt::StringLiterals;
@@ -32,22 +33,20 @@ private Q_SLOTS:
 
     void dropIsJudgedByTheExtensionAsSpelt_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("accepted");
+        const DataTable<QString, bool> row("path", "accepted");
         for (const char* extension : {"wav", "m4a", "mp3", "aiff", "mov", "sfil", "aif"}) {
-            QTest::newRow(extension) << u"/s/boing."_s + QString::fromLatin1(extension) << true;
+            row(extension, u"/s/boing."_s + QString::fromLatin1(extension), true);
         }
-        QTest::newRow("no extension") << u"/s/boing"_s << true;
-        QTest::newRow("hidden file") << u"/s/.boing"_s << true;
-        QTest::newRow("capitals") << u"/s/boing.WAV"_s << false;
-        QTest::newRow("other kind") << u"/s/boing.txt"_s << false;
-        QTest::newRow("nothing") << QString() << false;
+        row("no extension", u"/s/boing"_s, true);
+        row("hidden file", u"/s/.boing"_s, true);
+        row("capitals", u"/s/boing.WAV"_s, false);
+        row("other kind", u"/s/boing.txt"_s, false);
+        row("nothing", {}, false);
     }
 
     void dropIsJudgedByTheExtensionAsSpelt()
     {
-        QFETCH(QString, path);
-        QFETCH(bool, accepted);
+        const auto [path, accepted] = currentRow<QString, bool>();
         const auto dropped = path.isEmpty() ? std::nullopt : std::optional(path);
         QCOMPARE(SoundKinds::dropOperation(dropped), accepted ? DragOperation::Copy : DragOperation::None);
     }
@@ -113,10 +112,9 @@ private Q_SLOTS:
 
     void removalIsConfirmedByItsVerbOnly_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<bool>("confirmed");
-        QTest::newRow("Remove") << u"Remove"_s << true;
-        QTest::newRow("Cancel") << u"Cancel"_s << false;
+        const DataTable<QString, bool> row("button", "confirmed");
+        row("Remove", u"Remove"_s, true);
+        row("Cancel", u"Cancel"_s, false);
     }
 
     void removalIsConfirmedByItsVerbOnly()

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <ClassicFixtures.h>
+#include <DataTable.h>
 
 using namespace ClassicFixtures;
 using namespace Qt::StringLiterals;
@@ -62,35 +63,29 @@ private Q_SLOTS:
 
     void aLyingForkIsRefusedOrLosesOnlyTheLie_data()
     {
-        QTest::addColumn<qsizetype>("offset");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("isRefused");
-        QTest::addColumn<int>("readable");
+        const DataTable<qsizetype, QByteArray, bool, int> row("offset", "bytes", "isRefused", "readable");
 
         // Two resources, 'AAAA' 1 "first" and 2 "second", three bytes each: data at 256 to 270, the map from there.
         const qsizetype map = 270;
-        QTest::newRow("untouched") << qsizetype(0) << QByteArray() << false << 2;
-        QTest::newRow("data behind the end") << qsizetype(0) << big(quint32(0x7FFFFFFF)) << true << 0;
-        QTest::newRow("data wraps around") << qsizetype(8) << big(quint32(0xFFFFFFFF)) << true << 0;
-        QTest::newRow("map behind the end") << qsizetype(4) << big(quint32(0xFFFFFFF0)) << true << 0;
-        QTest::newRow("map inside the data") << qsizetype(4) << big(quint32(258)) << true << 0;
-        QTest::newRow("map too short") << qsizetype(12) << big(quint32(29)) << true << 0;
-        QTest::newRow("type list outside") << map + 24 << big(quint16(0xFFFF)) << true << 0;
-        QTest::newRow("no types") << map + 28 << big(quint16(0xFFFF)) << false << 0;
-        QTest::newRow("more types than fit") << map + 28 << big(quint16(0x7FFF)) << false << 2;
-        QTest::newRow("more resources than fit") << map + 34 << big(quint16(0x7FFF)) << false << 2;
-        QTest::newRow("references outside") << map + 36 << big(quint16(0xFFF0)) << false << 0;
-        QTest::newRow("name outside") << map + 40 << big(quint16(0x7000)) << false << 2;
-        QTest::newRow("data offset outside") << map + 42 << big(quint32(0x00FFFFFF)) << false << 1;
-        QTest::newRow("data length outside") << qsizetype(256) << big(quint32(0xFFFFFFFF)) << false << 1;
+        row("untouched", 0, {}, false, 2);
+        row("data behind the end", 0, big(quint32(0x7FFFFFFF)), true, 0);
+        row("data wraps around", 8, big(quint32(0xFFFFFFFF)), true, 0);
+        row("map behind the end", 4, big(quint32(0xFFFFFFF0)), true, 0);
+        row("map inside the data", 4, big(quint32(258)), true, 0);
+        row("map too short", 12, big(quint32(29)), true, 0);
+        row("type list outside", map + 24, big(quint16(0xFFFF)), true, 0);
+        row("no types", map + 28, big(quint16(0xFFFF)), false, 0);
+        row("more types than fit", map + 28, big(quint16(0x7FFF)), false, 2);
+        row("more resources than fit", map + 34, big(quint16(0x7FFF)), false, 2);
+        row("references outside", map + 36, big(quint16(0xFFF0)), false, 0);
+        row("name outside", map + 40, big(quint16(0x7000)), false, 2);
+        row("data offset outside", map + 42, big(quint32(0x00FFFFFF)), false, 1);
+        row("data length outside", 256, big(quint32(0xFFFFFFFF)), false, 1);
     }
 
     void aLyingForkIsRefusedOrLosesOnlyTheLie()
     {
-        QFETCH(qsizetype, offset);
-        QFETCH(QByteArray, bytes);
-        QFETCH(bool, isRefused);
-        QFETCH(int, readable);
+        const auto [offset, bytes, isRefused, readable] = currentRow<qsizetype, QByteArray, bool, int>();
 
         QByteArray fork = resourceFork({{"AAAA", 1, "first", "abc"}, {"AAAA", 2, "second", "def"}});
         fork.replace(offset, bytes.size(), bytes);
@@ -126,23 +121,20 @@ private Q_SLOTS:
 
     void macBinaryVersionsAreTold_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<int>("version");
+        const DataTable<QByteArray, int> row("file", "version");
 
-        QTest::newRow("I") << macBinary(1, "SFIL", "data", "fork") << 1;
-        QTest::newRow("II") << macBinary(2, "SFIL", "data", "fork") << 2;
-        QTest::newRow("III") << macBinary(3, "SFIL", "data", "fork") << 3;
-        QTest::newRow("wrong check sum") << macBinary(2, "SFIL", "data", "fork").replace(66, 1, "X") << 0;
-        QTest::newRow("I with forks beyond the end")
-            << macBinary(1, "SFIL", "data", "fork").replace(83, 1, "\x01") << 0;
-        QTest::newRow("zeros") << zeros(256) << 0;
-        QTest::newRow("short") << macBinary(3, "SFIL", {}, {}).first(127) << 0;
+        row("I", macBinary(1, "SFIL", "data", "fork"), 1);
+        row("II", macBinary(2, "SFIL", "data", "fork"), 2);
+        row("III", macBinary(3, "SFIL", "data", "fork"), 3);
+        row("wrong check sum", macBinary(2, "SFIL", "data", "fork").replace(66, 1, "X"), 0);
+        row("I with forks beyond the end", macBinary(1, "SFIL", "data", "fork").replace(83, 1, "\x01"), 0);
+        row("zeros", zeros(256), 0);
+        row("short", macBinary(3, "SFIL", {}, {}).first(127), 0);
     }
 
     void macBinaryVersionsAreTold()
     {
-        QFETCH(QByteArray, file);
-        QFETCH(int, version);
+        const auto [file, version] = currentRow<QByteArray, int>();
 
         const auto binary = MacBinary::parse(file, quint64(file.size()));
         QCOMPARE(binary ? binary->version : 0, version);
@@ -155,21 +147,19 @@ private Q_SLOTS:
 
     void aliasRecordLeadsToItsTarget_data()
     {
-        QTest::addColumn<QByteArray>("record");
-        QTest::addColumn<QString>("path");
+        const DataTable<QByteArray, QString> row("record", "path");
 
-        QTest::newRow("boot volume") << aliasRecord("srv/a.wav") << u"/srv/a.wav"_s;
-        QTest::newRow("other volume, odd lengths") << aliasRecord("a/b", "/Volumes/X") << u"/Volumes/X/a/b"_s;
-        QTest::newRow("leads upwards") << aliasRecord("a/../../etc/passwd") << QString();
-        QTest::newRow("unknown version") << aliasRecord("a").replace(6, 2, "\0\x07"_ba) << QString();
-        QTest::newRow("cut off in an item") << aliasRecord("srv/a.wav").first(70) << u""_s;
-        QTest::newRow("cut off in the header") << aliasRecord("a").first(57) << QString();
+        row("boot volume", aliasRecord("srv/a.wav"), u"/srv/a.wav"_s);
+        row("other volume, odd lengths", aliasRecord("a/b", "/Volumes/X"), u"/Volumes/X/a/b"_s);
+        row("leads upwards", aliasRecord("a/../../etc/passwd"), {});
+        row("unknown version", aliasRecord("a").replace(6, 2, "\0\x07"_ba), {});
+        row("cut off in an item", aliasRecord("srv/a.wav").first(70), u""_s);
+        row("cut off in the header", aliasRecord("a").first(57), {});
     }
 
     void aliasRecordLeadsToItsTarget()
     {
-        QFETCH(QByteArray, record);
-        QFETCH(QString, path);
+        const auto [record, path] = currentRow<QByteArray, QString>();
 
         const auto target = AliasRecord::parse(record);
         QCOMPARE(target.has_value(), !path.isNull());
@@ -187,12 +177,12 @@ private Q_SLOTS:
 
     void bookmarkWithAStrangeComponentIsRefused_data()
     {
-        QTest::addColumn<QByteArray>("component");
+        const DataTable<QByteArray> row("component");
 
-        QTest::newRow("up") << QByteArray("..");
-        QTest::newRow("slash") << QByteArray("a/b");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("NUL") << QByteArray("a\0b", 3);
+        row("up", "..");
+        row("slash", "a/b");
+        row("empty", {});
+        row("NUL", QByteArray("a\0b", 3));
     }
 
     void bookmarkWithAStrangeComponentIsRefused()

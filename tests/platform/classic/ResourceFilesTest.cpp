@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <ClassicFixtures.h>
+#include <DataTable.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
@@ -40,29 +41,25 @@ private Q_SLOTS:
 
     void forkAndTypeAreFoundWhereverTheyAre_data()
     {
-        QTest::addColumn<QString>("container");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("hasType");
+        const DataTable<QString, QByteArray, bool> row("container", "bytes", "hasType");
 
         const QByteArray companion = appleDouble(finderInfo("SFIL"), m_fork);
-        QTest::newRow("companion") << u"folder/._beeps"_s << companion << true;
-        QTest::newRow("server's companion") << u"folder/.AppleDouble/beeps"_s << companion << true;
-        QTest::newRow("archive's companion") << u"__MACOSX/folder/._beeps"_s << companion << true;
-        QTest::newRow("archive of the folder") << u"folder/__MACOSX/._beeps"_s << companion << true;
-        QTest::newRow("AppleSingle") << u"folder/beeps"_s << appleDouble(finderInfo("SFIL"), m_fork, true) << true;
-        QTest::newRow("MacBinary II") << u"folder/beeps"_s << macBinary(2, "SFIL", "data", m_fork) << true;
-        QTest::newRow("MacBinary I") << u"folder/beeps"_s << macBinary(1, "SFIL", {}, m_fork) << true;
-        QTest::newRow("plain fork") << u"folder/beeps"_s << m_fork << false;
-        QTest::newRow("plain fork, trailing garbage") << u"folder/beeps"_s << m_fork + "garbage" << false;
-        QTest::newRow("fork beside") << u"folder/beeps.rsrc"_s << m_fork << false;
-        QTest::newRow("visible companion") << u"folder/beeps.rsrc"_s << companion << false;
+        row("companion", u"folder/._beeps"_s, companion, true);
+        row("server's companion", u"folder/.AppleDouble/beeps"_s, companion, true);
+        row("archive's companion", u"__MACOSX/folder/._beeps"_s, companion, true);
+        row("archive of the folder", u"folder/__MACOSX/._beeps"_s, companion, true);
+        row("AppleSingle", u"folder/beeps"_s, appleDouble(finderInfo("SFIL"), m_fork, true), true);
+        row("MacBinary II", u"folder/beeps"_s, macBinary(2, "SFIL", "data", m_fork), true);
+        row("MacBinary I", u"folder/beeps"_s, macBinary(1, "SFIL", {}, m_fork), true);
+        row("plain fork", u"folder/beeps"_s, m_fork, false);
+        row("plain fork, trailing garbage", u"folder/beeps"_s, m_fork + "garbage", false);
+        row("fork beside", u"folder/beeps.rsrc"_s, m_fork, false);
+        row("visible companion", u"folder/beeps.rsrc"_s, companion, false);
     }
 
     void forkAndTypeAreFoundWhereverTheyAre()
     {
-        QFETCH(QString, container);
-        QFETCH(QByteArray, bytes);
-        QFETCH(bool, hasType);
+        const auto [container, bytes, hasType] = currentRow<QString, QByteArray, bool>();
 
         QVERIFY(write(u"folder/beeps"_s, "just data"));
         QVERIFY(write(container, bytes));
@@ -114,23 +111,20 @@ private Q_SLOTS:
 
     void whatIsNoResourceFileDoesNotOpen_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<qint16>("error");
+        const DataTable<QByteArray, qint16> row("bytes", "error");
 
-        QTest::newRow("no file") << QByteArray() << ResourceFile::fileNotFoundError;
-        QTest::newRow("text") << QByteArray("hello") << ResourceFile::endOfFileError;
-        QTest::newRow("map behind the end")
-            << QByteArray(m_fork).replace(4, 4, "\x7F\xFF\xFF\xFF") << ResourceFile::endOfFileError;
-        QTest::newRow("type list outside the map")
-            << QByteArray(m_fork).replace(m_fork.indexOf("\0\x1C"_ba), 2, "\xFF\xFF") << ResourceFile::badMapError;
-        QTest::newRow("AppleSingle, cut off")
-            << appleDouble(finderInfo("SFIL"), m_fork, true).chopped(1) << ResourceFile::badMapError;
+        row("no file", {}, ResourceFile::fileNotFoundError);
+        row("text", "hello", ResourceFile::endOfFileError);
+        row("map behind the end", QByteArray(m_fork).replace(4, 4, "\x7F\xFF\xFF\xFF"), ResourceFile::endOfFileError);
+        row("type list outside the map", QByteArray(m_fork).replace(m_fork.indexOf("\0\x1C"_ba), 2, "\xFF\xFF"),
+            ResourceFile::badMapError);
+        row("AppleSingle, cut off", appleDouble(finderInfo("SFIL"), m_fork, true).chopped(1),
+            ResourceFile::badMapError);
     }
 
     void whatIsNoResourceFileDoesNotOpen()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(qint16, error);
+        const auto [bytes, error] = currentRow<QByteArray, qint16>();
 
         QVERIFY(bytes.isEmpty() || write(u"file"_s, bytes));
         const qsizetype before = openDescriptors();
@@ -203,10 +197,10 @@ private Q_SLOTS:
 
     void aliasesAndLinksLeadToTheTarget_data()
     {
-        QTest::addColumn<bool>("isBookmark");
+        const DataTable<bool> row("isBookmark");
 
-        QTest::newRow("alias record") << false;
-        QTest::newRow("bookmark") << true;
+        row("alias record", false);
+        row("bookmark", true);
     }
 
     void aliasesAndLinksLeadToTheTarget()

@@ -22,6 +22,8 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
+#include <DataTable.h>
+
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -81,14 +83,13 @@ private Q_SLOTS:
 
     void sliderKeepsCodeValuesExactly_data()
     {
-        QTest::addColumn<float>("value");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("half") << 0.5F << u"0.5"_s;
-        QTest::newRow("full") << 1.0F << u"1"_s;
-        QTest::newRow("between two steps") << 0.12345F << u"0.12345"_s;
-        QTest::newRow("too much") << 7.0F << u"1"_s;
-        QTest::newRow("negative") << -1.0F << u"0"_s;
-        QTest::newRow("not a number") << std::numeric_limits<float>::quiet_NaN() << u"0"_s;
+        const DataTable<float, QString> row("value", "text");
+        row("half", 0.5F, u"0.5"_s);
+        row("full", 1.0F, u"1"_s);
+        row("between two steps", 0.12345F, u"0.12345"_s);
+        row("too much", 7.0F, u"1"_s);
+        row("negative", -1.0F, u"0"_s);
+        row("not a number", std::numeric_limits<float>::quiet_NaN(), u"0"_s);
     }
 
     void sliderKeepsCodeValuesExactly()
@@ -168,27 +169,22 @@ private Q_SLOTS:
 
     void keysMeanCharacters_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("characters");
+        const DataTable<int, Qt::KeyboardModifiers, QString, QString> row("key", "modifiers", "text", "characters");
         const Qt::KeyboardModifiers none;
         const Qt::KeyboardModifiers command = Qt::ControlModifier;
-        QTest::newRow("letter") << int(Qt::Key_A) << none << u"a"_s << u"a"_s;
-        QTest::newRow("command letter") << int(Qt::Key_A) << command << u"\x01"_s << u"a"_s;
-        QTest::newRow("command delete") << int(Qt::Key_Backspace) << command << u"\b"_s << u"\x7f"_s;
-        QTest::newRow("forward delete") << int(Qt::Key_Delete) << none << u"\x7f"_s << u"\x7f"_s;
-        QTest::newRow("keypad Enter") << int(Qt::Key_Enter) << none << u"\r"_s << u"\x03"_s;
-        QTest::newRow("left arrow") << int(Qt::Key_Left) << command << QString() << QString(QChar(0xF702));
-        QTest::newRow("third level") << int(Qt::Key_At) << (command | Qt::AltModifier) << u"@"_s << u"@"_s;
-        QTest::newRow("no character") << int(Qt::Key_F5) << command << QString() << QString();
+        row("letter", Qt::Key_A, none, u"a"_s, u"a"_s);
+        row("command letter", Qt::Key_A, command, u"\x01"_s, u"a"_s);
+        row("command delete", Qt::Key_Backspace, command, u"\b"_s, u"\x7f"_s);
+        row("forward delete", Qt::Key_Delete, none, u"\x7f"_s, u"\x7f"_s);
+        row("keypad Enter", Qt::Key_Enter, none, u"\r"_s, u"\x03"_s);
+        row("left arrow", Qt::Key_Left, command, {}, QString(QChar(0xF702)));
+        row("third level", Qt::Key_At, (command | Qt::AltModifier), u"@"_s, u"@"_s);
+        row("no character", Qt::Key_F5, command, {}, {});
     }
 
     void keysMeanCharacters()
     {
-        QFETCH(int, key);
-        QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(QString, text);
+        const auto [key, modifiers, text] = currentRow<int, Qt::KeyboardModifiers, QString>();
         QTEST(keyCharacters(QKeyEvent(QEvent::KeyPress, key, modifiers, text)), "characters");
     }
 

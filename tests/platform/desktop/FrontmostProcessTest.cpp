@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QTest>
 
+#include <DataTable.h>
 #include <xcb/xcb.h>
 
 #include <memory>
@@ -25,23 +26,18 @@ private Q_SLOTS:
 
     void nameIsThatOfTheActiveWindowsProcess_data()
     {
-        QTest::addColumn<qint64>("process");
-        QTest::addColumn<QByteArray>("windowClass");
-        QTest::addColumn<std::optional<QString>>("name");
+        const DataTable<qint64, QByteArray, std::optional<QString>> row("process", "windowClass", "name");
 
         const std::optional<QString> own = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
-        QTest::newRow("process") << QCoreApplication::applicationPid() << QByteArray("other\0Other", 12) << own;
-        QTest::newRow("no process number")
-            << qint64(0) << QByteArray("editor\0Editor", 14) << std::optional(u"Editor"_s);
-        QTest::newRow("process elsewhere") << qint64(0x7FFFFFFF) << QByteArray("a\0Far", 6) << std::optional(u"Far"_s);
-        QTest::newRow("nothing known") << qint64(0) << QByteArray() << std::optional<QString>();
+        row("process", QCoreApplication::applicationPid(), QByteArray("other\0Other", 12), own);
+        row("no process number", 0, QByteArray("editor\0Editor", 14), u"Editor"_s);
+        row("process elsewhere", 0x7FFFFFFF, QByteArray("a\0Far", 6), u"Far"_s);
+        row("nothing known", 0, {}, std::optional<QString>());
     }
 
     void nameIsThatOfTheActiveWindowsProcess()
     {
-        QFETCH(qint64, process);
-        QFETCH(QByteArray, windowClass);
-        QFETCH(std::optional<QString>, name);
+        const auto [process, windowClass, name] = currentRow<qint64, QByteArray, std::optional<QString>>();
 
         const xcb_window_t window = xcb_generate_id(m_connection.get());
         xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, m_root, 0, 0, 10, 10, 0,

@@ -4,6 +4,7 @@
 #include <QTemporaryFile>
 #include <QTest>
 
+#include <DataTable.h>
 #include <wayland-server.h>
 #include <xkbcommon/xkbcommon.h>
 
@@ -136,9 +137,9 @@ private Q_SLOTS:
 
     void withoutItsLayoutTheDefaultOneCounts_data()
     {
-        QTest::addColumn<QByteArray>("keymap");
-        QTest::newRow("no keyboard") << QByteArray();
-        QTest::newRow("no keymap") << QByteArray("xkb_keymap {");
+        const DataTable<QByteArray> row("keymap");
+        row("no keyboard", {});
+        row("no keymap", "xkb_keymap {");
     }
 
     void withoutItsLayoutTheDefaultOneCounts()

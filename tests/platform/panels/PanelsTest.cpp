@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <ModalDriver.h>
 
 using namespace Qt::StringLiterals;
@@ -84,28 +85,26 @@ private Q_SLOTS:
 
     void alertAnswersItsButtons_data()
     {
-        QTest::addColumn<ModalDriver::Act>("act");
-        QTest::addColumn<Alert::Dismissal>("dismissal");
-        QTest::addColumn<int>("answer");
+        const DataTable<ModalDriver::Act, Alert::Dismissal, int> row("act", "dismissal", "answer");
         const auto pressing = [](Qt::Key key) { return [key](QWidget* alert) { QTest::keyClick(alert, key); }; };
         const auto answered = Alert::Dismissal::AnswersAlternate;
-        QTest::newRow("default") << ModalDriver::click(u"Remove"_s) << answered << 1;
-        QTest::newRow("alternate") << ModalDriver::click(u"Cancel"_s) << answered << 0;
-        QTest::newRow("Return") << ModalDriver::Act(pressing(Qt::Key_Return)) << answered << 1;
-        QTest::newRow("Escape") << ModalDriver::Act(pressing(Qt::Key_Escape)) << answered << 0;
-        QTest::newRow("closing") << ModalDriver::Act([](QWidget* alert) { alert->close(); }) << answered << 0;
+        row("default", ModalDriver::click(u"Remove"_s), answered, 1);
+        row("alternate", ModalDriver::click(u"Cancel"_s), answered, 0);
+        row("Return", pressing(Qt::Key_Return), answered, 1);
+        row("Escape", pressing(Qt::Key_Escape), answered, 0);
+        row(
+            "closing", [](QWidget* alert) { alert->close(); }, answered, 0);
         const auto insist = [pressing](QWidget* alert) {
             pressing(Qt::Key_Escape)(alert);
             alert->close();
             pressing(Qt::Key_Return)(alert);
         };
-        QTest::newRow("Escape and closing are refused") << ModalDriver::Act(insist) << Alert::Dismissal::IsRefused << 1;
+        row("Escape and closing are refused", insist, Alert::Dismissal::IsRefused, 1);
     }
 
     void alertAnswersItsButtons()
     {
-        QFETCH(ModalDriver::Act, act);
-        QFETCH(Alert::Dismissal, dismissal);
+        const auto [act, dismissal] = currentRow<ModalDriver::Act, Alert::Dismissal>();
         const ModalDriver driver(act);
         QTEST(Alert::runAlertPanel(nullptr, u"Confirm"_s, u"Sure?"_s, u"Remove"_s, u"Cancel"_s, dismissal), "answer");
         QVERIFY(driver.wasAnswered());
@@ -145,10 +144,10 @@ private Q_SLOTS:
 
     void openPanelChoosesFilesAndFolders_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("file") << u"boing.AIFF"_s;
-        QTest::newRow("folder") << u"Sounds"_s;
-        QTest::newRow("typed folder with a slash") << u"Sounds/"_s;
+        const DataTable<QString> row("name");
+        row("file", u"boing.AIFF"_s);
+        row("folder", u"Sounds"_s);
+        row("typed folder with a slash", u"Sounds/"_s);
     }
 
     void openPanelChoosesFilesAndFolders()
@@ -226,19 +225,16 @@ private Q_SLOTS:
 
     void savePanelAsksAboutTheNameThatWillBeWritten_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<int>("result");
-        QTest::newRow("new name") << u"fresh"_s << QString() << 1;
-        QTest::newRow("replace") << u"notes"_s << u"Replace"_s << 1;
-        QTest::newRow("keep") << u"notes"_s << u"Cancel"_s << 0;
-        QTest::newRow("folder that is not there") << u"missing/fresh"_s << u"OK"_s << 0;
+        const DataTable<QString, QString, int> row("name", "answer", "result");
+        row("new name", u"fresh"_s, {}, 1);
+        row("replace", u"notes"_s, u"Replace"_s, 1);
+        row("keep", u"notes"_s, u"Cancel"_s, 0);
+        row("folder that is not there", u"missing/fresh"_s, u"OK"_s, 0);
     }
 
     void savePanelAsksAboutTheNameThatWillBeWritten()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, answer);
+        const auto [name, answer] = currentRow<QString, QString>();
         SavePanel panel;
         panel.setAppendedSuffix(u".txt"_s);
         bool wasAsked = false;

@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+#include <DataTable.h>
 #include <plist/plist.h>
 
 #include <array>
@@ -58,33 +59,31 @@ private Q_SLOTS:
 
     void xmlOfThePlatformSurvivesUnchanged_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::newRow("containers, empty and full")
-            << QByteArray("<dict>\n\t<key>A</key>\n\t<dict/>\n\t<key>B</key>\n\t<array/>\n\t<key>a</key>\n\t<array>\n"
-                          "\t\t<string></string>\n\t\t<true/>\n\t\t<false/>\n\t</array>\n</dict>\n");
-        QTest::newRow("text with every escape") << QByteArray(
+        const DataTable<QByteArray> row("body");
+        row("containers, empty and full",
+            "<dict>\n\t<key>A</key>\n\t<dict/>\n\t<key>B</key>\n\t<array/>\n\t<key>a</key>\n\t<array>\n"
+            "\t\t<string></string>\n\t\t<true/>\n\t\t<false/>\n\t</array>\n</dict>\n");
+        row("text with every escape",
             "<string>&lt;a&gt; &amp; \"b\" 'c'\ttab\nline \xC3\xA9 \xF0\x9F\x98\x80 \xEF\xBB\xBF&#13;</string>\n");
-        QTest::newRow("text that begins with a byte order mark") << QByteArray("<string>\xEF\xBB\xBFx</string>\n");
-        QTest::newRow("integers") << QByteArray(
-            "<array>\n\t<integer>0</integer>\n\t<integer>-9223372036854775808</integer>\n"
-            "\t<integer>18446744073709551615</integer>\n</array>\n");
-        QTest::newRow("reals of both spellings") << QByteArray(
+        row("text that begins with a byte order mark", "<string>\xEF\xBB\xBFx</string>\n");
+        row("integers", "<array>\n\t<integer>0</integer>\n\t<integer>-9223372036854775808</integer>\n"
+                        "\t<integer>18446744073709551615</integer>\n</array>\n");
+        row("reals of both spellings",
             "<array>\n\t<real>1</real>\n\t<real>0.20000000000000001</real>\n\t<real>0.2</real>\n\t<real>-1.5</real>\n"
             "\t<real>nan</real>\n\t<real>+infinity</real>\n\t<real>-infinity</real>\n\t<real>1e-10</real>\n</array>\n");
-        QTest::newRow("dates") << QByteArray(
-            "<array>\n\t<date>2001-02-03T04:05:06Z</date>\n\t<date>0000-12-30T00:00:00Z</date>\n"
-            "\t<date>9999-12-31T23:59:59Z</date>\n\t<date>1969-12-31T23:59:59Z</date>\n</array>\n");
-        QTest::newRow("reference") << QByteArray("<dict>\n\t<key>CF$UID</key>\n\t<integer>7</integer>\n</dict>\n");
-        QTest::newRow("data at the root") << "<data>\n" + QByteArray(76, 'A') + "\nAAAA\n</data>\n";
-        QTest::newRow("data in a dictionary") << "<dict>\n\t<key>k</key>\n\t<data>\n\t" + QByteArray(68, 'A') +
-                                                     "\n\tAA==\n\t</data>\n"
-                                                     "\t<key>l</key>\n\t<data>\n\t</data>\n</dict>\n";
+        row("dates", "<array>\n\t<date>2001-02-03T04:05:06Z</date>\n\t<date>0000-12-30T00:00:00Z</date>\n"
+                     "\t<date>9999-12-31T23:59:59Z</date>\n\t<date>1969-12-31T23:59:59Z</date>\n</array>\n");
+        row("reference", "<dict>\n\t<key>CF$UID</key>\n\t<integer>7</integer>\n</dict>\n");
+        row("data at the root", "<data>\n" + QByteArray(76, 'A') + "\nAAAA\n</data>\n");
+        row("data in a dictionary", "<dict>\n\t<key>k</key>\n\t<data>\n\t" + QByteArray(68, 'A') +
+                                        "\n\tAA==\n\t</data>\n"
+                                        "\t<key>l</key>\n\t<data>\n\t</data>\n</dict>\n");
         const QByteArray tabs(9, '\t');
         QByteArray deep = tabs + "<data>\n" + tabs + "AAAAAAAAAAAA\n" + tabs + "AAAA\n" + tabs + "</data>\n";
         for (int level = 8; level >= 0; --level) {
             deep = tabs.left(level) + "<array>\n" + deep + tabs.left(level) + "</array>\n";
         }
-        QTest::newRow("data far to the right") << deep;
+        row("data far to the right", deep);
     }
 
     void xmlOfThePlatformSurvivesUnchanged()
@@ -98,11 +97,7 @@ private Q_SLOTS:
 
     void readsOneValue_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("sameAs");
-        const auto row = [](const char* name, const QByteArray& bytes, const QByteArray& body) {
-            QTest::newRow(name) << bytes << document(body);
-        };
+        const DataTable<QByteArray, QByteArray> row("bytes", "body");
         row("plain integer with space and sign", "<plist><integer> +5 </integer></plist>", "<integer>5</integer>");
         row("hexadecimal integer", "<plist><integer>0X1f</integer></plist>", "<integer>31</integer>");
         row("boolean with an end tag", "<plist><true></true></plist>", "<true/>");
@@ -150,17 +145,15 @@ private Q_SLOTS:
 
     void readsOneValue()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, sameAs);
+        const auto [bytes, body] = currentRow<QByteArray, QByteArray>();
         const PropertyList::ReadResult result = PropertyList::read(bytes);
         QCOMPARE(result.error, QString());
-        QCOMPARE(PropertyList::writeXml(result.root), PropertyList::writeXml(PropertyList::read(sameAs).root));
+        QCOMPARE(PropertyList::writeXml(result.root), PropertyList::writeXml(PropertyList::read(document(body)).root));
     }
 
     void refusesBadInput_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        const auto row = [](const char* name, const QByteArray& bytes) { QTest::newRow(name) << bytes; };
+        const DataTable<QByteArray> row("bytes");
         row("nothing", {});
         row("white space only", " \n");
         row("garbage", "\x01\x02\xFF\xFE");
@@ -232,20 +225,18 @@ private Q_SLOTS:
 
     void warnsOfWhatIsOddButHarmless_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("sameAs");
-        QTest::newRow("duplicate key, the last counts")
-            << QByteArray("<plist><dict><key>b</key><true/><key>a</key><true/><key>b</key><false/></dict></plist>")
-            << QByteArray("<plist><dict><key>a</key><true/><key>b</key><false/></dict></plist>");
-        QTest::newRow("no semicolon at the end") << QByteArray("{ a = b }") << QByteArray("{ a = b; }");
-        QTest::newRow("set and null") << binaryFile({"\xC2\x01\x02", "\x09", QByteArray(1, '\0')})
-                                      << QByteArray("<plist><array><true/></array></plist>");
+        const DataTable<QByteArray, QByteArray> row("bytes", "sameAs");
+        row("duplicate key, the last counts",
+            "<plist><dict><key>b</key><true/><key>a</key><true/><key>b</key><false/></dict></plist>",
+            "<plist><dict><key>a</key><true/><key>b</key><false/></dict></plist>");
+        row("no semicolon at the end", "{ a = b }", "{ a = b; }");
+        row("set and null", binaryFile({"\xC2\x01\x02", "\x09", QByteArray(1, '\0')}),
+            "<plist><array><true/></array></plist>");
     }
 
     void warnsOfWhatIsOddButHarmless()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, sameAs);
+        const auto [bytes, sameAs] = currentRow<QByteArray, QByteArray>();
         const PropertyList::ReadResult result = PropertyList::read(bytes);
         QVERIFY(!result.warnings.isEmpty());
         QVERIFY(!result.root.isNull());
@@ -254,12 +245,12 @@ private Q_SLOTS:
 
     void fallsBackToTheBinaryForm_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("control character") << u"a\x01"_s;
-        QTest::newRow("NUL") << QString(QChar(0));
-        QTest::newRow("lone high surrogate") << QString(QChar(0xD800));
-        QTest::newRow("lone low surrogate") << QString(QChar(0xDC00)) + u"a"_s;
-        QTest::newRow("no character") << QString(QChar(0xFFFF));
+        const DataTable<QString> row("text");
+        row("control character", u"a\x01"_s);
+        row("NUL", QString(QChar(0)));
+        row("lone high surrogate", QString(QChar(0xD800)));
+        row("lone low surrogate", QString(QChar(0xDC00)) + u"a"_s);
+        row("no character", QString(QChar(0xFFFF)));
     }
 
     void fallsBackToTheBinaryForm()
@@ -330,23 +321,19 @@ private Q_SLOTS:
 
     void convertsNumbersAndText_data()
     {
-        QTest::addColumn<Value>("value");
-        QTest::addColumn<qint64>("integer");
-        QTest::addColumn<double>("real");
-        QTest::addColumn<QString>("text");
+        const DataTable<Value, qint64, double, QString> row("value", "integer", "real", "text");
         const qint64 most = std::numeric_limits<qint64>::max();
-        QTest::newRow("null") << Value() << qint64(0) << 0.0 << QString();
-        QTest::newRow("boolean") << Value(true) << qint64(1) << 1.0 << u"1"_s;
-        QTest::newRow("real") << Value(-2.75) << qint64(-2) << -2.75 << u"-2.75"_s;
-        QTest::newRow("huge real") << Value(1e300) << most << 1e300 << u"1e+300"_s;
-        QTest::newRow("decimal text") << Value(u" \n-12abc"_s) << qint64(-12) << -12.0 << u" \n-12abc"_s;
-        QTest::newRow("fraction") << Value(u"0.5abc"_s) << qint64(0) << 0.5 << u"0.5abc"_s;
-        QTest::newRow("words") << Value(u"infinity"_s) << qint64(0) << 0.0 << u"infinity"_s;
-        QTest::newRow("too many digits") << Value(u"99999999999999999999999"_s) << most << 1e23
-                                         << u"99999999999999999999999"_s;
-        QTest::newRow("large unsigned") << Value(std::numeric_limits<quint64>::max()) << most << 18446744073709551615.0
-                                        << u"18446744073709551615"_s;
-        QTest::newRow("container") << Value(Array::create()) << qint64(0) << 0.0 << QString();
+        row("null", {}, 0, 0.0, {});
+        row("boolean", Value(true), 1, 1.0, u"1"_s);
+        row("real", Value(-2.75), -2, -2.75, u"-2.75"_s);
+        row("huge real", Value(1e300), most, 1e300, u"1e+300"_s);
+        row("decimal text", Value(u" \n-12abc"_s), -12, -12.0, u" \n-12abc"_s);
+        row("fraction", Value(u"0.5abc"_s), 0, 0.5, u"0.5abc"_s);
+        row("words", Value(u"infinity"_s), 0, 0.0, u"infinity"_s);
+        row("too many digits", Value(u"99999999999999999999999"_s), most, 1e23, u"99999999999999999999999"_s);
+        row("large unsigned", Value(std::numeric_limits<quint64>::max()), most, 18446744073709551615.0,
+            u"18446744073709551615"_s);
+        row("container", Value(Array::create()), 0, 0.0, {});
     }
 
     void convertsNumbersAndText()

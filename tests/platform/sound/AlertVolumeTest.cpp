@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 #include <pulse/context.h>
@@ -41,21 +42,17 @@ private Q_SLOTS:
 
     void levelSetHereIsTheServersVolume_data()
     {
-        QTest::addColumn<quint32>("word");
-        QTest::addColumn<QString>("serverVolume");
-        QTest::addColumn<quint32>("read");
-        QTest::newRow("half") << 0x00800080U << u"32768"_s << 0x00800080U;
-        QTest::newRow("one step below full") << 0x00FF00FFU << u"65280"_s << 0x00FF00FFU;
-        QTest::newRow("silent") << 0U << u"0"_s << 0U;
-        QTest::newRow("full") << 0x01000100U << u"65536"_s << 0x01000100U;
-        QTest::newRow("more than full, other half ignored") << 0x0000FFFFU << u"65536"_s << 0x01000100U;
+        const DataTable<quint32, QString, quint32> row("word", "serverVolume", "read");
+        row("half", 0x00800080U, u"32768"_s, 0x00800080U);
+        row("one step below full", 0x00FF00FFU, u"65280"_s, 0x00FF00FFU);
+        row("silent", 0U, u"0"_s, 0U);
+        row("full", 0x01000100U, u"65536"_s, 0x01000100U);
+        row("more than full, other half ignored", 0x0000FFFFU, u"65536"_s, 0x01000100U);
     }
 
     void levelSetHereIsTheServersVolume()
     {
-        QFETCH(quint32, word);
-        QFETCH(QString, serverVolume);
-        QFETCH(quint32, read);
+        const auto [word, serverVolume, read] = currentRow<quint32, QString, quint32>();
         AlertVolume::setSysBeepVolume(word);
         QTRY_COMPARE(streamProperty(u"Volume: \\S+ (\\d+) /"_s), serverVolume);
         QCOMPARE(AlertVolume::getSysBeepVolume().error, qint16(0));
@@ -86,10 +83,9 @@ private Q_SLOTS:
 
     void settingKeepsWhatElseTheEntryHolds_data()
     {
-        QTest::addColumn<quint32>("level");
-        QTest::addColumn<QByteArray>("entry");
-        QTest::newRow("silent") << 0U << QByteArray("headphones, 0, muted");
-        QTest::newRow("half") << 0x80U << QByteArray("headphones, 32768");
+        const DataTable<quint32, QByteArray> row("level", "entry");
+        row("silent", 0U, "headphones, 0, muted");
+        row("half", 0x80U, "headphones, 32768");
     }
 
     /// The entry holds no volume at first.

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 #include <sys/stat.h>
@@ -35,12 +36,12 @@ private Q_SLOTS:
 
     void playsEveryAcceptedKind_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::newRow("mp3") << u"" SOUNDS_FOLDER "/tone440.mp3"_s;
-        QTest::newRow("m4a") << u"" SOUNDS_FOLDER "/tone440.m4a"_s;
-        QTest::newRow("mov") << u"" SOUNDS_FOLDER "/tone440.mov"_s;
-        QTest::newRow("aif") << QString();
-        QTest::newRow("wav") << QString();
+        const DataTable<QString> row("path");
+        row("mp3", u"" SOUNDS_FOLDER "/tone440.mp3"_s);
+        row("m4a", u"" SOUNDS_FOLDER "/tone440.m4a"_s);
+        row("mov", u"" SOUNDS_FOLDER "/tone440.mov"_s);
+        row("aif", {});
+        row("wav", {});
     }
 
     void playsEveryAcceptedKind()
@@ -69,9 +70,7 @@ private Q_SLOTS:
 
     void refusesWhatIsNoSound_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<qint64>("size");
+        const DataTable<QString, QByteArray, qint64> row("name", "content", "size");
 
         QByteArray noise(100000, Qt::Uninitialized);
         quint32 state = 1;
@@ -79,23 +78,21 @@ private Q_SLOTS:
             state = state * 1664525 + 1013904223;
             byte = char(state >> 24);
         }
-        QTest::newRow("empty") << u"empty.wav"_s << QByteArray() << qint64(0);
-        QTest::newRow("text") << u"text.aif"_s << QByteArray("not a sound at all") << qint64(-1);
-        QTest::newRow("noise called mp3") << u"noise.mp3"_s << noise << qint64(-1);
-        QTest::newRow("noise of 2 GB called mov") << u"noise.mov"_s << noise << qint64(2) * 1024 * 1024 * 1024;
-        QTest::newRow("2 GB of nothing called mp3") << u"zeros.mp3"_s << QByteArray() << qint64(2) * 1024 * 1024 * 1024;
-        QTest::newRow("header without samples") << u"cut.wav"_s << SoundFixtures::wave(440, 1).first(44) << qint64(-1);
-        QTest::newRow("part of a header") << u"cut.aif"_s << SoundFixtures::aiff(440, 1).first(20) << qint64(-1);
-        QTest::newRow("folder") << u"."_s << QByteArray() << qint64(-1);
-        QTest::newRow("missing") << u"missing.aif"_s << QByteArray() << qint64(-1);
-        QTest::newRow("fifo") << u"fifo.wav"_s << QByteArray() << qint64(-1);
+        row("empty", u"empty.wav"_s, {}, 0);
+        row("text", u"text.aif"_s, "not a sound at all", -1);
+        row("noise called mp3", u"noise.mp3"_s, noise, -1);
+        row("noise of 2 GB called mov", u"noise.mov"_s, noise, qint64(2) * 1024 * 1024 * 1024);
+        row("2 GB of nothing called mp3", u"zeros.mp3"_s, {}, qint64(2) * 1024 * 1024 * 1024);
+        row("header without samples", u"cut.wav"_s, SoundFixtures::wave(440, 1).first(44), -1);
+        row("part of a header", u"cut.aif"_s, SoundFixtures::aiff(440, 1).first(20), -1);
+        row("folder", u"."_s, {}, -1);
+        row("missing", u"missing.aif"_s, {}, -1);
+        row("fifo", u"fifo.wav"_s, {}, -1);
     }
 
     void refusesWhatIsNoSound()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, content);
-        QFETCH(qint64, size);
+        const auto [name, content, size] = currentRow<QString, QByteArray, qint64>();
         const QString path = m_folder->filePath(name);
         if (!content.isEmpty() || size >= 0) {
             file(name, content);
@@ -160,10 +157,10 @@ private Q_SLOTS:
 
     void nextPlayIsHeardAfterTheOutputIsGone_data()
     {
-        QTest::addColumn<QStringList>("command");
-        QTest::newRow("default output switched") << QStringList{u"set-default-sink"_s, u"headphones"_s};
-        QTest::newRow("output removed") << QStringList{u"unload-module"_s, u"0"_s};
-        QTest::newRow("server restarted") << QStringList();
+        const DataTable<QStringList> row("command");
+        row("default output switched", {u"set-default-sink"_s, u"headphones"_s});
+        row("output removed", {u"unload-module"_s, u"0"_s});
+        row("server restarted", {});
     }
 
     void nextPlayIsHeardAfterTheOutputIsGone()

@@ -13,6 +13,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <DataTable.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -54,6 +56,8 @@ class TableViewTest : public QObject
 {
     Q_OBJECT
 
+    using Road = std::function<void(TableViewTest&)>;
+
 private Q_SLOTS:
 
     void init()
@@ -87,36 +91,24 @@ private Q_SLOTS:
 
     void announcesEachMoveBeforeAndAfter_data()
     {
-        using Road = std::function<void(TableViewTest&)>;
-        QTest::addColumn<Road>("road");
-        QTest::addColumn<int>("row");
-
-        QTest::newRow("mouse") << Road([](TableViewTest& t) {
-            QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, {}, t.centerOf(2, textColumn));
-        }) << 2;
-        QTest::newRow("press below the rows") << Road([](TableViewTest& t) {
-            QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, {}, QPoint(20, 250));
-        }) << -1;
-        QTest::newRow("command click") << Road([](TableViewTest& t) {
-            QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, Qt::ControlModifier, t.centerOf(1, textColumn));
-        }) << -1;
-        QTest::newRow("keyboard") << Road([](TableViewTest& t) { QTest::keyClick(t.m_table.get(), Qt::Key_Up); }) << 0;
-        QTest::newRow("code") << Road([](TableViewTest& t) { t.m_table->selectRow_byExtendingSelection(2, true); })
-                              << 2;
-        QTest::newRow("code, none") << Road([](TableViewTest& t) {
-            t.m_table->selectRow_byExtendingSelection(-1, false);
-        }) << -1;
-        QTest::newRow("the view's own selection") << Road([](TableViewTest& t) { t.m_table->clearSelection(); }) << -1;
-        QTest::newRow("removal of rows") << Road([](TableViewTest& t) {
+        const DataTable<int, Road> row("row", "road");
+        row("mouse", 2, [](TableViewTest& t) { t.click(2, textColumn); });
+        row("press below the rows", -1,
+            [](TableViewTest& t) { QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, {}, QPoint(20, 250)); });
+        row("command click", -1, [](TableViewTest& t) { t.click(1, textColumn, Qt::ControlModifier); });
+        row("keyboard", 0, [](TableViewTest& t) { QTest::keyClick(t.m_table.get(), Qt::Key_Up); });
+        row("code", 2, [](TableViewTest& t) { t.m_table->selectRow_byExtendingSelection(2, true); });
+        row("code, none", -1, [](TableViewTest& t) { t.m_table->selectRow_byExtendingSelection(-1, false); });
+        row("the view's own selection", -1, [](TableViewTest& t) { t.m_table->clearSelection(); });
+        row("removal of rows", -1, [](TableViewTest& t) {
             t.m_source->texts = {u"a"_s};
             t.m_table->noteNumberOfRowsChanged();
-        }) << -1;
+        });
     }
 
     void announcesEachMoveBeforeAndAfter()
     {
-        QFETCH(std::function<void(TableViewTest&)>, road);
-        QFETCH(int, row);
+        const auto [row, road] = currentRow<int, Road>();
         m_table->selectRow_byExtendingSelection(1, false);
         observe();
         road(*this);
@@ -153,7 +145,7 @@ private Q_SLOTS:
         QCOMPARE(m_table->selectionModel()->selectedRows().size(), 1);
 
         // The next click works as ever.
-        QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
+        click(1, buttonColumn);
         QCOMPARE(journal(), QStringList({u"action 1"_s, u"set Button 1 "_s}));
     }
 
@@ -166,7 +158,7 @@ private Q_SLOTS:
                 m_table->reloadData();
             });
         observe();
-        QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, centerOf(2, textColumn));
+        click(2, textColumn);
         QCOMPARE(m_table->selectedRow(), 0);
         QCOMPARE(m_table->selectionModel()->selectedRows().value(0).row(), 0);
         QCOMPARE(journal(), QStringList({u"from 0"_s}));
@@ -198,7 +190,7 @@ private Q_SLOTS:
     void clickSelectsActsAndSetsTheValue()
     {
         observe();
-        QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, centerOf(2, buttonColumn));
+        click(2, buttonColumn);
         const QStringList expected{u"from -1"_s, u"to 2"_s, u"action 2"_s, u"set Button 2 "_s};
         QCOMPARE(journal(), expected);
     }
@@ -212,9 +204,9 @@ private Q_SLOTS:
 
     void keysActivateTheCurrentButtonCell_data()
     {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::newRow("Return") << Qt::Key_Return;
-        QTest::newRow("Space") << Qt::Key_Space;
+        const DataTable<Qt::Key> row("key");
+        row("Return", Qt::Key_Return);
+        row("Space", Qt::Key_Space);
     }
 
     void keysActivateTheCurrentButtonCell()
@@ -250,23 +242,19 @@ private Q_SLOTS:
 
     void editingFollowsTheOrder_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<int>("endKey");
-        QTest::addColumn<QStringList>("expected");
+        const DataTable<QString, int, QStringList> row("typed", "endKey", "expected");
 
         const QStringList committed{u"should begin"_s, u"did end"_s, u"set Text 1 xy"_s};
-        QTest::newRow("Return") << u"xy"_s << int(Qt::Key_Return) << committed;
-        QTest::newRow("Tab") << u"xy"_s << int(Qt::Key_Tab) << committed;
-        QTest::newRow("click elsewhere") << u"xy"_s << 0 << committed;
-        QTest::newRow("Escape") << u"xy"_s << int(Qt::Key_Escape) << QStringList{u"should begin"_s, u"did end"_s};
-        QTest::newRow("no change") << QString() << int(Qt::Key_Return) << QStringList();
+        row("Return", u"xy"_s, Qt::Key_Return, committed);
+        row("Tab", u"xy"_s, Qt::Key_Tab, committed);
+        row("click elsewhere", u"xy"_s, 0, committed);
+        row("Escape", u"xy"_s, Qt::Key_Escape, {u"should begin"_s, u"did end"_s});
+        row("no change", {}, Qt::Key_Return, {});
     }
 
     void editingFollowsTheOrder()
     {
-        QFETCH(QString, typed);
-        QFETCH(int, endKey);
-        QFETCH(QStringList, expected);
+        const auto [typed, endKey, expected] = currentRow<QString, int, QStringList>();
         m_table->editColumn_row_withEvent_select(textColumn, 1, nullptr, true);
         QVERIFY(m_table->isEditing());
         QVERIFY2(journal().isEmpty(), "opening the field is no change");
@@ -391,6 +379,11 @@ private:
     QPoint centerOf(int row, int column) const
     {
         return m_table->visualRect(m_table->model()->index(row, column)).center();
+    }
+
+    void click(int row, int column, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::mouseClick(m_table->viewport(), Qt::LeftButton, modifiers, centerOf(row, column));
     }
 
     QStringList& journal() { return m_source->journal; }
