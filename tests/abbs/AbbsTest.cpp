@@ -13,6 +13,7 @@
 #include <QWidget>
 
 #include <ClassicFixtures.h>
+#include <DataTable.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -62,21 +63,213 @@ class AbbsTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void specificationLeadsBackToItsPath_data();
-    void specificationLeadsBackToItsPath();
-    void specificationThatCannotBeMadeIsEmpty_data();
-    void specificationThatCannotBeMadeIsEmpty();
-    void expansionIsTheTextWithoutZeroBytes_data();
-    void expansionIsTheTextWithoutZeroBytes();
-    void abbreviationThatIsNotMacRomanIsReported();
-    void missingPreferencesAreReported();
-    void windowTitleChoosesTheAbbsFile();
-    void everyOtherProgramUsesTheDefaultFile();
-    void sheetStandsForItsWindow();
-    void brokenFilesAreReportedAndClosed_data();
-    void brokenFilesAreReportedAndClosed();
-    void commandFindsAnAbbreviationInAnotherProcess();
+
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(QDir().mkpath(m_preferences));
+        QFile::remove(m_preferences + u"/Blipsy Prefs"_s);
+        QVERIFY(writeFile(at(u"default.abbs"_s), resourceFork({{"STMP", 128, "btw", "by the way\0"_ba}})));
+        QVERIFY(writeFile(at(u"own.abbs"_s), resourceFork({{"STMP", 128, "btw", "own text\0"_ba}})));
+    }
+
+    void specificationLeadsBackToItsPath_data()
+    {
+        const DataTable<QString> row("name");
+
+        row("plain", u"a file"_s);
+        row("accents", u"Töne é"_s);
+        row("colon", u"12:30"_s);
+        row("longer than 63 bytes", QString(200, u'x') + u".abbs"_s);
+        row("not Mac OS Roman", u"日本語.abbs"_s);
+        row("in a folder that is not Mac OS Roman", u"日本/абв"_s);
+    }
+
+    void specificationLeadsBackToItsPath()
+    {
+        QFETCH(QString, name);
+
+        const QString path = QDir(m_folder->path()).canonicalPath() + u'/' + name;
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()) && writeFile(path, "x"));
+        const QByteArray stored = storedSpecification(path);
+        QCOMPARE(stored.size(), 70);
+        const auto specification = ClassicFiles::FileSpecification::fromStored(stored);
+        QVERIFY(specification);
+        QCOMPARE(ClassicFiles::pathOf(*specification), path);
+        QVERIFY(QDir(QFileInfo(path).path()).removeRecursively());
+        QVERIFY(!ClassicFiles::pathOf(*specification));
+    }
+
+    void specificationThatCannotBeMadeIsEmpty_data()
+    {
+        const DataTable<QString, bool, QByteArray> row("path", "isDirectory", "message");
+
+        row("no path", u""_s, false, "Can't get URL");
+        row("missing", u"/no/such/file"_s, false, "Can't get FSRef.\n");
+        row("file as folder", u"/proc/self/exe"_s, true, "Can't get FSRef.\n");
+        row("folder", u"/usr"_s, true, {});
+    }
+
+    void specificationThatCannotBeMadeIsEmpty()
+    {
+        const auto [path, isDirectory, message] = currentRow<QString, bool, QByteArray>();
+
+        ClassicFiles::FileSpecification specification{{1, 2}, "old"};
+        QCOMPARE(writtenTo(stdout, [&] { posixStringToFSSpec(specification, path, isDirectory); }), message);
+        QCOMPARE(specification == ClassicFiles::FileSpecification(), !message.isEmpty());
+    }
+
+    void expansionIsTheTextWithoutZeroBytes_data()
+    {
+        const DataTable<QByteArray, QString> row("data", "expansion");
+
+        row("five letters", "hello\0"_ba, u"hello"_s);
+        row("zero bytes inside", "h\0e\0\0llo\0"_ba, u"hello"_s);
+        row("last byte is no zero", "hello"_ba, u"hell"_s);
+        row("8-bit text", "\x9F\0"_ba, u"ü"_s);
+        row("empty", {}, u""_s);
+    }
+
+    void expansionIsTheTextWithoutZeroBytes()
+    {
+        const auto [data, expansion] = currentRow<QByteArray, QString>();
+
+        QVERIFY(writeFile(at(u"abbs"_s), resourceFork({{"STMP", 1, "other", "x\0"_ba}, {"STMP", 2, "abb", data}})));
+        ClassicFiles::FileSpecification file;
+        posixStringToFSSpec(file, at(u"abbs"_s), false);
+        QCOMPARE(abbExists(u"abb"_s, &file), expansion);
+        QCOMPARE(abbExists(u"ABB"_s, &file), std::nullopt);
+        QCOMPARE(ResourceFile::current(), qint16(0));
+    }
+
+    void abbreviationThatIsNotMacRomanIsReported()
+    {
+        ClassicFiles::FileSpecification file;
+        posixStringToFSSpec(file, at(u"own.abbs"_s), false);
+        const QByteArray message = writtenTo(stderr, [&] { QVERIFY(!abbExists(u"日本"_s, &file)); });
+        QCOMPARE(message, QByteArray("Blipsy: CFStringGetPascalString failed. abbNameP length = 0.\n"));
+    }
+
+    void missingPreferencesAreReported()
+    {
+        const QByteArray message = writtenTo(stderr, [] {
+            QCOMPARE(openAbbsFile(), qint16(-1));
+            QCOMPARE(abbExists(u"btw"_s), std::nullopt);
+        });
+        QVERIFY(message.endsWith("Blipsy: Prefs file needs to be created.\n"));
+        QCOMPARE(message.count("Blipsy: Prefs file needs to be created.\n"), 2);
+    }
+
+    void windowTitleChoosesTheAbbsFile()
+    {
+        QByteArray record = storedSpecification(at(u"own.abbs"_s));
+        QVERIFY(writePreferences({{"FSAp", 128, "My Editor", record}}));
+        QWidget window;
+        window.setWindowTitle(u"My Editor"_s);
+        window.setProperty(FrontmostWindow::referenceConstantProperty, fourCharCode("XPND"));
+        window.show();
+        QCOMPARE(abbExists(u"btw"_s), u"own text"_s);
+
+        record.replace(0, 2, "\x80\x05");
+        QVERIFY(writePreferences({{"FSAp", 128, "My Editor", record}}));
+        QCOMPARE(abbExists(u"btw"_s), u"own text"_s);
+
+        const qint16 reference = openAbbsFile();
+        QVERIFY(reference > 0);
+        QCOMPARE(ResourceFile::current(), reference);
+        ResourceFile::close(reference);
+
+        window.setWindowTitle(u"日本"_s);
+        const QByteArray message = writtenTo(stderr, [] { openAbbsFile(); });
+        QVERIFY(message.startsWith("Blipsy: theFrontMostWindowRef name in openAbbsFile failed!  =.\n"));
+    }
+
+    void everyOtherProgramUsesTheDefaultFile()
+    {
+        QVERIFY(writePreferences({{"FSAp", 128, "My Editor", storedSpecification(at(u"own.abbs"_s))},
+            {"cnfG", 142, {}, QByteArray::fromHex("FFFB0000")}, {"FSSp", 3, {}, zeros(70)},
+            {"FSSp", -5, {}, storedSpecification(at(u"default.abbs"_s))}}));
+        const qsizetype before = openDescriptors();
+        QCOMPARE(abbExists(u"btw"_s), u"by the way"_s);
+        QCOMPARE(abbExists(u"none"_s), std::nullopt);
+        QCOMPARE(openDescriptors(), before);
+    }
+
+    void sheetStandsForItsWindow()
+    {
+        QWidget window;
+        window.setProperty(FrontmostWindow::referenceConstantProperty, fourCharCode("XPND"));
+        window.show();
+        QDialog sheet(&window);
+        sheet.setWindowModality(Qt::WindowModal);
+        sheet.show();
+        sheet.activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), &sheet);
+        QCOMPARE(FrontmostWindow::documentWindow(), &window);
+        QCOMPARE(FrontmostWindow::referenceConstant(FrontmostWindow::documentWindow()), fourCharCode("XPND"));
+    }
+
+    void brokenFilesAreReportedAndClosed_data()
+    {
+        const DataTable<QByteArray, QByteArray> row("preferences", "messages");
+
+        const QByteArray record = storedSpecification(u"/usr"_s);
+        const auto defaultFile = [](const QByteArray& specification) {
+            return resourceFork({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, specification}});
+        };
+        const QByteArray notChosen = "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\n"
+                                     "Blipsy: cannot find abbs file called: .\n";
+        row("preferences are no resource file", "text",
+            "Blipsy: thePrefsResFile = FSpOpenResFile error  = -39.\n"
+            "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -39.\n" +
+                notChosen);
+        row("type list lies", resourceFork({{"cnfG", 142, {}, "\0\1"_ba}}).replace(262 + 24, 2, "\xFF\xFF"),
+            "Blipsy: thePrefsResFile = FSpOpenResFile error  = -199.\n"
+            "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -199.\n" +
+                notChosen);
+        row("nothing in the preferences", resourceFork({{"STR ", 1, {}, "x"}}), notChosen);
+        row("empty configuration", resourceFork({{"cnfG", 142, {}, {}}}), notChosen);
+        row("short record", defaultFile(record.chopped(1)), notChosen);
+        row("name longer than its field", defaultFile(QByteArray(record).replace(6, 1, "\x40")), notChosen);
+        row("folder that never was", defaultFile(zeros(2) + "\x7F\xFF\xFF\xFF\x04gone" + zeros(60)),
+            "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: gone.\n"_ba);
+        row("a folder instead of a file", defaultFile(record),
+            "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: usr.\n"_ba);
+    }
+
+    void brokenFilesAreReportedAndClosed()
+    {
+        const auto [preferences, messages] = currentRow<QByteArray, QByteArray>();
+
+        QVERIFY(writeFile(m_preferences + u"/Blipsy Prefs"_s, preferences));
+        const qsizetype before = openDescriptors();
+        const QByteArray written = writtenTo(stderr, [] { QVERIFY(openAbbsFile() < 1); });
+        QVERIFY2(written.endsWith(messages), written.constData());
+        QCOMPARE(openDescriptors(), before);
+        QCOMPARE(ResourceFile::current(), qint16(0));
+    }
+
+    void commandFindsAnAbbreviationInAnotherProcess()
+    {
+        QVERIFY(writePreferences(
+            {{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, storedSpecification(at(u"default.abbs"_s))}}));
+        QByteArray message;
+        const auto run = [&message](const QStringList& arguments) {
+            QProcess process;
+            process.start(QStringLiteral(BLIPSY_ABBS), arguments);
+            process.waitForFinished();
+            message = process.readAllStandardError();
+            return std::pair(process.exitCode(), process.readAllStandardOutput());
+        };
+        QCOMPARE(run({u"btw"_s}), std::pair(0, "by the way\n"_ba));
+        QCOMPARE(run({u"none"_s}), std::pair(1, QByteArray()));
+        QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"btw"_s}), std::pair(0, "own text\n"_ba));
+        QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"--list"_s}), std::pair(0, "STMP\t128\tbtw\n"_ba));
+        QCOMPARE(run({u"--file"_s, u"/proc/version"_s, u"btw"_s}), std::pair(1, QByteArray()));
+        QCOMPARE(run({u"--file"_s, at(u"missing"_s), u"btw"_s}), std::pair(1, QByteArray()));
+        QVERIFY2(message.contains("missing: no such file"), message.constData());
+        QCOMPARE(run({}).first, 2);
+    }
 
 private:
     QString at(const QString& name) const { return m_folder->filePath(name); }
@@ -89,224 +282,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_preferences = QFileInfo(Preferences::filePath(u"any"_s)).path();
 };
-
-void AbbsTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir().mkpath(m_preferences));
-    QFile::remove(m_preferences + u"/Blipsy Prefs"_s);
-    QVERIFY(writeFile(at(u"default.abbs"_s), resourceFork({{"STMP", 128, "btw", "by the way\0"_ba}})));
-    QVERIFY(writeFile(at(u"own.abbs"_s), resourceFork({{"STMP", 128, "btw", "own text\0"_ba}})));
-}
-
-void AbbsTest::specificationLeadsBackToItsPath_data()
-{
-    QTest::addColumn<QString>("name");
-
-    QTest::newRow("plain") << u"a file"_s;
-    QTest::newRow("accents") << u"Töne é"_s;
-    QTest::newRow("colon") << u"12:30"_s;
-    QTest::newRow("longer than 63 bytes") << QString(200, u'x') + u".abbs"_s;
-    QTest::newRow("not Mac OS Roman") << u"日本語.abbs"_s;
-    QTest::newRow("in a folder that is not Mac OS Roman") << u"日本/абв"_s;
-}
-
-void AbbsTest::specificationLeadsBackToItsPath()
-{
-    QFETCH(QString, name);
-
-    const QString path = QDir(m_folder->path()).canonicalPath() + u'/' + name;
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()) && writeFile(path, "x"));
-    const QByteArray stored = storedSpecification(path);
-    QCOMPARE(stored.size(), 70);
-    const auto specification = ClassicFiles::FileSpecification::fromStored(stored);
-    QVERIFY(specification);
-    QCOMPARE(ClassicFiles::pathOf(*specification), path);
-    QVERIFY(QDir(QFileInfo(path).path()).removeRecursively());
-    QVERIFY(!ClassicFiles::pathOf(*specification));
-}
-
-void AbbsTest::specificationThatCannotBeMadeIsEmpty_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("isDirectory");
-    QTest::addColumn<QByteArray>("message");
-
-    QTest::newRow("no path") << u""_s << false << QByteArray("Can't get URL");
-    QTest::newRow("missing") << u"/no/such/file"_s << false << QByteArray("Can't get FSRef.\n");
-    QTest::newRow("file as folder") << u"/proc/self/exe"_s << true << QByteArray("Can't get FSRef.\n");
-    QTest::newRow("folder") << u"/usr"_s << true << QByteArray();
-}
-
-void AbbsTest::specificationThatCannotBeMadeIsEmpty()
-{
-    QFETCH(QString, path);
-    QFETCH(bool, isDirectory);
-    QFETCH(QByteArray, message);
-
-    ClassicFiles::FileSpecification specification{{1, 2}, "old"};
-    QCOMPARE(writtenTo(stdout, [&] { posixStringToFSSpec(specification, path, isDirectory); }), message);
-    QCOMPARE(specification == ClassicFiles::FileSpecification(), !message.isEmpty());
-}
-
-void AbbsTest::expansionIsTheTextWithoutZeroBytes_data()
-{
-    QTest::addColumn<QByteArray>("data");
-    QTest::addColumn<QString>("expansion");
-
-    QTest::newRow("five letters") << "hello\0"_ba << u"hello"_s;
-    QTest::newRow("zero bytes inside") << "h\0e\0\0llo\0"_ba << u"hello"_s;
-    QTest::newRow("last byte is no zero") << "hello"_ba << u"hell"_s;
-    QTest::newRow("8-bit text") << "\x9F\0"_ba << u"ü"_s;
-    QTest::newRow("empty") << QByteArray() << u""_s;
-}
-
-void AbbsTest::expansionIsTheTextWithoutZeroBytes()
-{
-    QFETCH(QByteArray, data);
-    QFETCH(QString, expansion);
-
-    QVERIFY(writeFile(at(u"abbs"_s), resourceFork({{"STMP", 1, "other", "x\0"_ba}, {"STMP", 2, "abb", data}})));
-    ClassicFiles::FileSpecification file;
-    posixStringToFSSpec(file, at(u"abbs"_s), false);
-    QCOMPARE(abbExists(u"abb"_s, &file), expansion);
-    QCOMPARE(abbExists(u"ABB"_s, &file), std::nullopt);
-    QCOMPARE(ResourceFile::current(), qint16(0));
-}
-
-void AbbsTest::abbreviationThatIsNotMacRomanIsReported()
-{
-    ClassicFiles::FileSpecification file;
-    posixStringToFSSpec(file, at(u"own.abbs"_s), false);
-    const QByteArray message = writtenTo(stderr, [&] { QVERIFY(!abbExists(u"日本"_s, &file)); });
-    QCOMPARE(message, QByteArray("Blipsy: CFStringGetPascalString failed. abbNameP length = 0.\n"));
-}
-
-void AbbsTest::missingPreferencesAreReported()
-{
-    const QByteArray message = writtenTo(stderr, [] {
-        QCOMPARE(openAbbsFile(), qint16(-1));
-        QCOMPARE(abbExists(u"btw"_s), std::nullopt);
-    });
-    QVERIFY(message.endsWith("Blipsy: Prefs file needs to be created.\n"));
-    QCOMPARE(message.count("Blipsy: Prefs file needs to be created.\n"), 2);
-}
-
-void AbbsTest::windowTitleChoosesTheAbbsFile()
-{
-    QByteArray record = storedSpecification(at(u"own.abbs"_s));
-    QVERIFY(writePreferences({{"FSAp", 128, "My Editor", record}}));
-    QWidget window;
-    window.setWindowTitle(u"My Editor"_s);
-    window.setProperty(FrontmostWindow::referenceConstantProperty, fourCharCode("XPND"));
-    window.show();
-    QCOMPARE(abbExists(u"btw"_s), u"own text"_s);
-
-    record.replace(0, 2, "\x80\x05");
-    QVERIFY(writePreferences({{"FSAp", 128, "My Editor", record}}));
-    QCOMPARE(abbExists(u"btw"_s), u"own text"_s);
-
-    const qint16 reference = openAbbsFile();
-    QVERIFY(reference > 0);
-    QCOMPARE(ResourceFile::current(), reference);
-    ResourceFile::close(reference);
-
-    window.setWindowTitle(u"日本"_s);
-    const QByteArray message = writtenTo(stderr, [] { openAbbsFile(); });
-    QVERIFY(message.startsWith("Blipsy: theFrontMostWindowRef name in openAbbsFile failed!  =.\n"));
-}
-
-void AbbsTest::everyOtherProgramUsesTheDefaultFile()
-{
-    QVERIFY(writePreferences({{"FSAp", 128, "My Editor", storedSpecification(at(u"own.abbs"_s))},
-        {"cnfG", 142, {}, QByteArray::fromHex("FFFB0000")}, {"FSSp", 3, {}, zeros(70)},
-        {"FSSp", -5, {}, storedSpecification(at(u"default.abbs"_s))}}));
-    const qsizetype before = openDescriptors();
-    QCOMPARE(abbExists(u"btw"_s), u"by the way"_s);
-    QCOMPARE(abbExists(u"none"_s), std::nullopt);
-    QCOMPARE(openDescriptors(), before);
-}
-
-void AbbsTest::sheetStandsForItsWindow()
-{
-    QWidget window;
-    window.setProperty(FrontmostWindow::referenceConstantProperty, fourCharCode("XPND"));
-    window.show();
-    QDialog sheet(&window);
-    sheet.setWindowModality(Qt::WindowModal);
-    sheet.show();
-    sheet.activateWindow();
-    QTRY_COMPARE(QApplication::activeWindow(), &sheet);
-    QCOMPARE(FrontmostWindow::documentWindow(), &window);
-    QCOMPARE(FrontmostWindow::referenceConstant(FrontmostWindow::documentWindow()), fourCharCode("XPND"));
-}
-
-void AbbsTest::brokenFilesAreReportedAndClosed_data()
-{
-    QTest::addColumn<QByteArray>("preferences");
-    QTest::addColumn<QByteArray>("messages");
-
-    const QByteArray record = storedSpecification(u"/usr"_s);
-    const auto defaultFile = [](const QByteArray& specification) {
-        return resourceFork({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, specification}});
-    };
-    const QByteArray notChosen = "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\n"
-                                 "Blipsy: cannot find abbs file called: .\n";
-    QTest::newRow("preferences are no resource file")
-        << QByteArray("text")
-        << "Blipsy: thePrefsResFile = FSpOpenResFile error  = -39.\n"
-           "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -39.\n" +
-               notChosen;
-    QTest::newRow("type list lies") << resourceFork({{"cnfG", 142, {}, "\0\1"_ba}}).replace(262 + 24, 2, "\xFF\xFF")
-                                    << "Blipsy: thePrefsResFile = FSpOpenResFile error  = -199.\n"
-                                       "Blipsy: thePrefsResFile = FSpOpenResFile failed with ResError = -199.\n" +
-                                           notChosen;
-    QTest::newRow("nothing in the preferences") << resourceFork({{"STR ", 1, {}, "x"}}) << notChosen;
-    QTest::newRow("empty configuration") << resourceFork({{"cnfG", 142, {}, {}}}) << notChosen;
-    QTest::newRow("short record") << defaultFile(record.chopped(1)) << notChosen;
-    QTest::newRow("name longer than its field") << defaultFile(QByteArray(record).replace(6, 1, "\x40")) << notChosen;
-    QTest::newRow("folder that never was")
-        << defaultFile(zeros(2) + "\x7F\xFF\xFF\xFF\x04gone" + zeros(60))
-        << "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: gone.\n"_ba;
-    QTest::newRow("a folder instead of a file")
-        << defaultFile(record)
-        << "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\nBlipsy: cannot find abbs file called: usr.\n"_ba;
-}
-
-void AbbsTest::brokenFilesAreReportedAndClosed()
-{
-    QFETCH(QByteArray, preferences);
-    QFETCH(QByteArray, messages);
-
-    QVERIFY(writeFile(m_preferences + u"/Blipsy Prefs"_s, preferences));
-    const qsizetype before = openDescriptors();
-    const QByteArray written = writtenTo(stderr, [] { QVERIFY(openAbbsFile() < 1); });
-    QVERIFY2(written.endsWith(messages), written.constData());
-    QCOMPARE(openDescriptors(), before);
-    QCOMPARE(ResourceFile::current(), qint16(0));
-}
-
-void AbbsTest::commandFindsAnAbbreviationInAnotherProcess()
-{
-    QVERIFY(
-        writePreferences({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, storedSpecification(at(u"default.abbs"_s))}}));
-    QByteArray message;
-    const auto run = [&message](const QStringList& arguments) {
-        QProcess process;
-        process.start(QStringLiteral(BLIPSY_ABBS), arguments);
-        process.waitForFinished();
-        message = process.readAllStandardError();
-        return std::pair(process.exitCode(), process.readAllStandardOutput());
-    };
-    QCOMPARE(run({u"btw"_s}), std::pair(0, "by the way\n"_ba));
-    QCOMPARE(run({u"none"_s}), std::pair(1, QByteArray()));
-    QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"btw"_s}), std::pair(0, "own text\n"_ba));
-    QCOMPARE(run({u"--file"_s, at(u"own.abbs"_s), u"--list"_s}), std::pair(0, "STMP\t128\tbtw\n"_ba));
-    QCOMPARE(run({u"--file"_s, u"/proc/version"_s, u"btw"_s}), std::pair(1, QByteArray()));
-    QCOMPARE(run({u"--file"_s, at(u"missing"_s), u"btw"_s}), std::pair(1, QByteArray()));
-    QVERIFY2(message.contains("missing: no such file"), message.constData());
-    QCOMPARE(run({}).first, 2);
-}
 
 QTEST_MAIN(AbbsTest)
 

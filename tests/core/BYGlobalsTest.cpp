@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <NotificationRecorder.h>
 
 using namespace Qt::StringLiterals;
@@ -79,19 +80,16 @@ private Q_SLOTS:
 
     void sortingFollowsTheSetting_data()
     {
-        QTest::addColumn<Value>("setting");
-        QTest::addColumn<QStringList>("phrases");
-        QTest::newRow("unset: phrase") << Value() << QStringList{u"apple"_s, u"Banana"_s, u"BANANA"_s, u"cherry"_s};
-        QTest::newRow("number 1: sound") << Value(1) << QStringList{u"cherry"_s, u"Banana"_s, u"apple"_s, u"BANANA"_s};
-        QTest::newRow("2: order as text")
-            << Value(u"2"_s) << QStringList{u"Banana"_s, u"cherry"_s, u"apple"_s, u"BANANA"_s};
-        QTest::newRow("unknown") << Value(u"3"_s) << QStringList{u"cherry"_s, u"Banana"_s, u"apple"_s, u"BANANA"_s};
+        const DataTable<Value, QStringList> row("setting", "phrases");
+        row("unset: phrase", {}, {u"apple"_s, u"Banana"_s, u"BANANA"_s, u"cherry"_s});
+        row("number 1: sound", Value(1), {u"cherry"_s, u"Banana"_s, u"apple"_s, u"BANANA"_s});
+        row("2: order as text", Value(u"2"_s), {u"Banana"_s, u"cherry"_s, u"apple"_s, u"BANANA"_s});
+        row("unknown", Value(u"3"_s), {u"cherry"_s, u"Banana"_s, u"apple"_s, u"BANANA"_s});
     }
 
     void sortingFollowsTheSetting()
     {
-        QFETCH(const Value, setting);
-        QFETCH(const QStringList, phrases);
+        const auto [setting, phrases] = currentRow<Value, QStringList>();
         BYGlobals::storeSetting(setting, SettingKey::sortPref);
         load(Dictionary::create({{DocumentKey::clippings,
             Array::create({phrase(u"cherry"_s, u"/A"_s, u"1"_s), phrase(u"Banana"_s, u"/b"_s, u"0"_s),
@@ -132,12 +130,11 @@ private Q_SLOTS:
 
     void unreadableDocumentIsNoneAndStays_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("garbage") << QByteArray("\xff\xfe\0\x01 what", 9);
-        QTest::newRow("truncated")
-            << PropertyList::write(Dictionary::create({{u"Clippings"_s, Array::create()}})).chopped(12);
-        QTest::newRow("root is a list") << PropertyList::write(Array::create());
+        const DataTable<QByteArray> row("bytes");
+        row("empty", {});
+        row("garbage", QByteArray("\xff\xfe\0\x01 what", 9));
+        row("truncated", PropertyList::write(Dictionary::create({{u"Clippings"_s, Array::create()}})).chopped(12));
+        row("root is a list", PropertyList::write(Array::create()));
     }
 
     void unreadableDocumentIsNoneAndStays()

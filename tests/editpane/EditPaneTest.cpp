@@ -70,296 +70,279 @@ private:
     }
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
 
-    void menusShowTodayInEveryFormat();
-    void itemsInsertByTheirTag_data();
-    void itemsInsertByTheirTag();
-    void phrasesAreThoseOfTheSetUp();
-    void manyPhrasesAreOneList();
-    void savingPlainTextStoresItAndDropsRichText();
-    void savingRichTextStoresBoth();
-    void richTextStartsInTheFontOfMail();
-    void makePlainDropsPicturesAndStoresNothing();
-    void keepRichLeavesTheTextAndTellsThePane();
-    void answerForAnotherTextChangesNothing();
-    void onlyTheUsersChangesAreSent();
-    void barFollowsTheCursorAndChangesTheText();
-    void barTellsTheSideOfHebrew();
-};
-
-void EditPaneTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    const auto phrases = Array::create();
-    phrases->append(Dictionary::create({{PhraseKey::phrase, u"one"_s}, {PhraseKey::plainText, u"at [[3]]"_s}}));
-    phrases->append(Dictionary::create({{PhraseKey::plainText, u"nameless"_s}}));
-    phrases->append(Dictionary::create({{PhraseKey::phrase, u"R&D"_s}, {PhraseKey::rtfd, QByteArray("old")}}));
-    QFile file(m_folder->filePath(u"test.blipsy"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(PropertyList::write(Dictionary::create({{DocumentKey::clippings, phrases}})));
-    file.close();
-    BYGlobals::setDefaultFilePath(file.fileName());
-    BYGlobals::fillArray();
-    BYGlobals::setEditEntryPaneTextIsDirty(false);
-
-    m_window = std::make_unique<QWidget>();
-    m_ui.setupUi(m_window.get());
-    m_ui.formattingBar->setTextView(&text());
-    m_table = std::make_unique<TableView>();
-    m_table->setColumns({u"Phrase"_s});
-    m_table->setDataSource(&m_rows);
-    m_table->reloadData();
-    m_controller = std::make_unique<BYEditPaneController>();
-    m_controller->abbsTableView = m_table.get();
-    m_controller->dateTimePopUpButton = m_ui.dateTimePopUpButton;
-    m_controller->textFormattingPopUpButton = m_ui.textFormattingPopUpButton;
-    m_controller->saveEditedAbbButton = m_ui.saveEditedAbbButton;
-    m_controller->editPane = &text();
-    m_controller->plainOrRichRadioButton = m_ui.plainOrRichRadioButton;
-    m_controller->awakeFromNib();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-}
-
-void EditPaneTest::cleanup()
-{
-    m_controller.reset();
-    m_table.reset();
-    m_window.reset();
-}
-
-void EditPaneTest::menusShowTodayInEveryFormat()
-{
-    const QMenu* const menu = m_ui.dateTimePopUpButton->menu()->actions().constFirst()->menu();
-    QCOMPARE(menu, m_controller->dateFormats);
-    const QList<QAction*> dates = menu->actions().at(0)->menu()->actions();
-    const QList<QAction*> times = menu->actions().at(1)->menu()->actions();
-    QVERIFY(dates.size() >= 22 && times.size() >= 15);
-    for (const QAction* item : dates + times) {
-        QVERIFY(item->data().toInt() <= 999);
-        QVERIFY(!item->text().isEmpty() && !item->text().contains(u'%'));
-    }
-    QVERIFY(menu->actions().at(5)->menu() != nullptr);
-}
-
-void EditPaneTest::itemsInsertByTheirTag_data()
-{
-    QTest::addColumn<int>("tag");
-    QTest::addColumn<QString>("inserted");
-
-    QTest::newRow("format") << 999 << u"tool tip"_s;
-    for (int index = 0; const char* const marker : {"%|", "%<", "%^", "%>", "%v", "%+", "%-"}) {
-        QTest::newRow(marker) << 1000 + index++ << QString::fromLatin1(marker);
-    }
-    QTest::newRow("first symbol") << 1007 << u"t"_s;
-    QTest::newRow("last symbol") << 1010 << u"t"_s;
-    QTest::newRow("unknown") << 1011 << QString();
-}
-
-void EditPaneTest::itemsInsertByTheirTag()
-{
-    QFETCH(int, tag);
-    QFETCH(QString, inserted);
-
-    text().setString(u"ab"_s);
-    text().selectAll();
-    const QSignalSpy changes(&text(), &TextView::textDidChange);
-    QAction item(u"title"_s);
-    item.setData(tag);
-    item.setToolTip(u"tool tip"_s);
-    m_controller->enterDateTimeSyntax(&item);
-    QCOMPARE(text().string(), inserted.isEmpty() ? u"ab"_s : inserted);
-    QCOMPARE(changes.isEmpty(), inserted.isEmpty());
-}
-
-void EditPaneTest::phrasesAreThoseOfTheSetUp()
-{
-    BYGlobals::clippingsArray()->append(Dictionary::create({{PhraseKey::phrase, u"later"_s}}));
-    QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
-    for (int shown = 0; shown < 2; ++shown) {
-        menu->popup({});
-        menu->close();
-    }
-    const QList<QAction*> items = menu->actions();
-    QCOMPARE(items.size(), 2);
-    QVERIFY(items[0]->toolTip().startsWith(u"at ") && !items[0]->toolTip().contains(u'['));
-    QCOMPARE(items[1]->text(), u"R&&D"_s);
-    const auto shownToolTip = [menu](QAction* item) {
-        QHelpEvent hover(QEvent::ToolTip, menu->actionGeometry(item).center(), {});
-        QApplication::sendEvent(menu, &hover);
-        return QToolTip::text();
-    };
-    QCOMPARE(shownToolTip(items[1]), QString());
-    QVERIFY(shownToolTip(items[0]).contains(u"at "));
-    text().setString(u"x"_s);
-    text().selectAll();
-    items[1]->trigger();
-    QCOMPARE(text().string(), u"\u270DR&D\u270D"_s);
-}
-
-void EditPaneTest::manyPhrasesAreOneList()
-{
-    for (int number = 0; number < 2'000; ++number) {
-        BYGlobals::clippingsArray()->append(
-            Dictionary::create({{PhraseKey::phrase, QString::number(number)}, {PhraseKey::plainText, u"<b>%%"_s}}));
-    }
-    m_controller->dateFormats = nullptr;
-    m_controller->awakeFromNib();
-    QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
-    menu->popup({});
-    auto* const list = menu->findChild<QListView*>();
-    QVERIFY(list != nullptr && list->isVisible());
-    // The two named phrases of the document come first.
-    const QModelIndex last = list->model()->index(2'001, 0);
-    QCOMPARE(last.data().toString(), u"1999"_s);
-    QVERIFY(last.data(Qt::ToolTipRole).toString().contains(u"&lt;b&gt;%<"));
-    text().setString(u"a"_s);
-    text().selectAll();
-    list->setCurrentIndex(last);
-    QTest::keyClick(menu->focusWidget(), Qt::Key_Return);
-    QCOMPARE(text().string(), u"\u270D1999\u270D"_s);
-    QVERIFY(!menu->isVisible());
-}
-
-void EditPaneTest::savingPlainTextStoresItAndDropsRichText()
-{
-    NotificationRecorder heard;
-    m_table->selectRow_byExtendingSelection(2, false);
-    text().setString(u"new\ntext"_s);
-    m_ui.saveEditedAbbButton->setEnabled(true);
-    BYGlobals::setEditEntryPaneTextIsDirty(true);
-    m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
-    QCOMPARE(stored(2, PhraseKey::plainText).string(), u"new\ntext"_s);
-    QVERIFY(stored(2, PhraseKey::rtfd).isNull());
-    QVERIFY(!BYGlobals::editEntryPaneTextIsDirty() && !m_ui.saveEditedAbbButton->isEnabled());
-    QTRY_COMPARE(heard.names(), QStringList(NotificationName::preferencesChanged));
-}
-
-void EditPaneTest::savingRichTextStoresBoth()
-{
-    m_table->selectRow_byExtendingSelection(0, false);
-    text().setString(u"styled"_s);
-    choose(m_ui.richText);
-    QTextCursor selected(text().document());
-    selected.setPosition(1);
-    selected.setPosition(3, QTextCursor::KeepAnchor);
-    text().setTextCursor(selected);
-    m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
-    QCOMPARE(text().textCursor(), selected);
-    QCOMPARE(stored(0, PhraseKey::plainText).string(), u"styled"_s);
-    text().setString({});
-    QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()).found);
-    QCOMPARE(text().string(), u"styled"_s);
-}
-
-void EditPaneTest::richTextStartsInTheFontOfMail()
-{
-    const QString mail = u"com.apple.mail"_s;
-    Preferences::setValue(u"NSFont"_s, u"Helvetica-BoldOblique"_s, mail);
-    Preferences::setValue(u"NSFontSize"_s, u"17.5"_s, mail);
-    text().setString(u"some text"_s);
-    choose(m_ui.richText);
-    const QTextCharFormat format = text().document()->begin().begin().fragment().charFormat();
-    QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"Helvetica"_s));
-    QVERIFY(format.fontWeight() == QFont::Bold && format.fontItalic());
-    QCOMPARE(format.fontPointSize(), 17.0);
-    QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"17"_s);
-    QVERIFY(text().isRichText() && text().importsGraphics() && m_ui.textFormattingPopUpButton->isEnabled());
-    QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && !text().textCursor().hasSelection());
-}
-
-void EditPaneTest::makePlainDropsPicturesAndStoresNothing()
-{
-    choose(m_ui.richText);
-    text().setString(u"ab"_s);
-    QImage picture(6, 4, QImage::Format_RGB32);
-    picture.fill(Qt::blue);
-    QApplication::clipboard()->setImage(picture);
-    text().paste();
-    QCOMPARE(text().string(), u"\uFFFCab"_s);
-    ModalDriver driver(ModalDriver::click(u"Make Plain"_s));
-    choose(m_ui.plainText);
-    QTRY_VERIFY(!text().isRichText());
-    QVERIFY(driver.wasAnswered());
-    QCOMPARE(text().string(), u"ab"_s);
-    QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && m_ui.saveEditedAbbButton->isEnabled());
-    QVERIFY(!m_ui.textFormattingPopUpButton->isEnabled() && !m_ui.formattingBar->isVisible());
-    QCOMPARE(stored(0, PhraseKey::plainText).string(), u"at [[3]]"_s);
-}
-
-void EditPaneTest::keepRichLeavesTheTextAndTellsThePane()
-{
-    NotificationRecorder heard;
-    choose(m_ui.richText);
-    text().setString(u"ab"_s);
-    ModalDriver driver(ModalDriver::click(u"Keep Rich"_s));
-    choose(m_ui.plainText);
-    QTRY_COMPARE(heard.names(), QStringList(NotificationName::keepRich));
-    QVERIFY(text().isRichText());
-    QCOMPARE(text().string(), u"ab"_s);
-}
-
-void EditPaneTest::answerForAnotherTextChangesNothing()
-{
-    choose(m_ui.richText);
-    text().setString(u"asked about"_s);
-    ModalDriver driver([this](QWidget* sheet) {
-        text().replaceAllWithRTFD("{\\rtf1 \\b another}");
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        const auto phrases = Array::create();
+        phrases->append(Dictionary::create({{PhraseKey::phrase, u"one"_s}, {PhraseKey::plainText, u"at [[3]]"_s}}));
+        phrases->append(Dictionary::create({{PhraseKey::plainText, u"nameless"_s}}));
+        phrases->append(Dictionary::create({{PhraseKey::phrase, u"R&D"_s}, {PhraseKey::rtfd, QByteArray("old")}}));
+        QFile file(m_folder->filePath(u"test.blipsy"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(PropertyList::write(Dictionary::create({{DocumentKey::clippings, phrases}})));
+        file.close();
+        BYGlobals::setDefaultFilePath(file.fileName());
+        BYGlobals::fillArray();
         BYGlobals::setEditEntryPaneTextIsDirty(false);
-        ModalDriver::click(u"Make Plain"_s)(sheet);
-    });
-    choose(m_ui.plainText);
-    QTRY_VERIFY(driver.wasAnswered());
-    QVERIFY(text().isRichText() && !BYGlobals::editEntryPaneTextIsDirty());
-}
 
-void EditPaneTest::onlyTheUsersChangesAreSent()
-{
-    const QSignalSpy changes(&text(), &TextView::textDidChange);
-    const QSignalSpy attributes(&text(), &TextView::typingAttributesDidChange);
-    text().setString(u"one"_s);
-    text().setRichText(true);
-    text().setFontOfAll(QFont(u"DejaVu Sans"_s, 20));
-    text().replaceAllWithRTFD("{\\rtf1 two}");
-    text().resetAttributes();
-    QCOMPARE(changes.size() + attributes.size(), 0);
-    QTest::keyClicks(&text(), u"x"_s);
-    QCOMPARE(changes.size(), 1);
-    QCOMPARE(attributes.size(), 0);
-    m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s)->click();
-    QCOMPARE(attributes.size(), 1);
-}
+        m_window = std::make_unique<QWidget>();
+        m_ui.setupUi(m_window.get());
+        m_ui.formattingBar->setTextView(&text());
+        m_table = std::make_unique<TableView>();
+        m_table->setColumns({u"Phrase"_s});
+        m_table->setDataSource(&m_rows);
+        m_table->reloadData();
+        m_controller = std::make_unique<BYEditPaneController>();
+        m_controller->abbsTableView = m_table.get();
+        m_controller->dateTimePopUpButton = m_ui.dateTimePopUpButton;
+        m_controller->textFormattingPopUpButton = m_ui.textFormattingPopUpButton;
+        m_controller->saveEditedAbbButton = m_ui.saveEditedAbbButton;
+        m_controller->editPane = &text();
+        m_controller->plainOrRichRadioButton = m_ui.plainOrRichRadioButton;
+        m_controller->awakeFromNib();
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
 
-void EditPaneTest::barFollowsTheCursorAndChangesTheText()
-{
-    choose(m_ui.richText);
-    QVERIFY(m_ui.formattingBar->isVisible());
-    text().replaceAllWithRTFD("{\\rtf1{\\fonttbl\\f0 DejaVu Sans;}\\qc\\f0\\fs30 a\\b b}");
-    const auto* const bold = m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s);
-    QVERIFY(!bold->isChecked());
-    QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignCenter"_s)->isChecked());
-    QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"15"_s);
-    text().moveCursor(QTextCursor::End);
-    QVERIFY(bold->isChecked());
-    text().selectAll();
-    text().setFocus();
-    QTest::keyClick(&text(), Qt::Key_I, Qt::ControlModifier);
-    QVERIFY(text().document()->begin().begin().fragment().charFormat().fontItalic());
-}
+    void cleanup()
+    {
+        m_controller.reset();
+        m_table.reset();
+        m_window.reset();
+    }
 
-void EditPaneTest::barTellsTheSideOfHebrew()
-{
-    choose(m_ui.richText);
-    text().replaceAllWithRTFD("{\\rtf1\\uc0\\u1513 \\u1500 }");
-    auto* const left = m_ui.formattingBar->findChild<QToolButton*>(u"alignLeft"_s);
-    QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignRight"_s)->isChecked());
-    left->click();
-    QVERIFY(text().RTFDFromAll().contains("\\ql "));
-    text().moveCursor(QTextCursor::End);
-    QVERIFY(left->isChecked());
-}
+    void menusShowTodayInEveryFormat()
+    {
+        const QMenu* const menu = m_ui.dateTimePopUpButton->menu()->actions().constFirst()->menu();
+        QCOMPARE(menu, m_controller->dateFormats);
+        const QList<QAction*> dates = menu->actions().at(0)->menu()->actions();
+        const QList<QAction*> times = menu->actions().at(1)->menu()->actions();
+        QVERIFY(dates.size() >= 22 && times.size() >= 15);
+        for (const QAction* item : dates + times) {
+            QVERIFY(item->data().toInt() <= 999);
+            QVERIFY(!item->text().isEmpty() && !item->text().contains(u'%'));
+        }
+        QVERIFY(menu->actions().at(5)->menu() != nullptr);
+    }
+
+    void itemsInsertByTheirTag_data()
+    {
+        QTest::addColumn<int>("tag");
+        QTest::addColumn<QString>("inserted");
+
+        QTest::newRow("format") << 999 << u"tool tip"_s;
+        for (int index = 0; const char* const marker : {"%|", "%<", "%^", "%>", "%v", "%+", "%-"}) {
+            QTest::newRow(marker) << 1000 + index++ << QString::fromLatin1(marker);
+        }
+        QTest::newRow("first symbol") << 1007 << u"t"_s;
+        QTest::newRow("last symbol") << 1010 << u"t"_s;
+        QTest::newRow("unknown") << 1011 << QString();
+    }
+
+    void itemsInsertByTheirTag()
+    {
+        QFETCH(int, tag);
+        QFETCH(QString, inserted);
+
+        text().setString(u"ab"_s);
+        text().selectAll();
+        const QSignalSpy changes(&text(), &TextView::textDidChange);
+        QAction item(u"title"_s);
+        item.setData(tag);
+        item.setToolTip(u"tool tip"_s);
+        m_controller->enterDateTimeSyntax(&item);
+        QCOMPARE(text().string(), inserted.isEmpty() ? u"ab"_s : inserted);
+        QCOMPARE(changes.isEmpty(), inserted.isEmpty());
+    }
+
+    void phrasesAreThoseOfTheSetUp()
+    {
+        BYGlobals::clippingsArray()->append(Dictionary::create({{PhraseKey::phrase, u"later"_s}}));
+        QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
+        for (int shown = 0; shown < 2; ++shown) {
+            menu->popup({});
+            menu->close();
+        }
+        const QList<QAction*> items = menu->actions();
+        QCOMPARE(items.size(), 2);
+        QVERIFY(items[0]->toolTip().startsWith(u"at ") && !items[0]->toolTip().contains(u'['));
+        QCOMPARE(items[1]->text(), u"R&&D"_s);
+        const auto shownToolTip = [menu](QAction* item) {
+            QHelpEvent hover(QEvent::ToolTip, menu->actionGeometry(item).center(), {});
+            QApplication::sendEvent(menu, &hover);
+            return QToolTip::text();
+        };
+        QCOMPARE(shownToolTip(items[1]), QString());
+        QVERIFY(shownToolTip(items[0]).contains(u"at "));
+        text().setString(u"x"_s);
+        text().selectAll();
+        items[1]->trigger();
+        QCOMPARE(text().string(), u"\u270DR&D\u270D"_s);
+    }
+
+    void manyPhrasesAreOneList()
+    {
+        for (int number = 0; number < 2'000; ++number) {
+            BYGlobals::clippingsArray()->append(
+                Dictionary::create({{PhraseKey::phrase, QString::number(number)}, {PhraseKey::plainText, u"<b>%%"_s}}));
+        }
+        m_controller->dateFormats = nullptr;
+        m_controller->awakeFromNib();
+        QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
+        menu->popup({});
+        auto* const list = menu->findChild<QListView*>();
+        QVERIFY(list != nullptr && list->isVisible());
+        // The two named phrases of the document come first.
+        const QModelIndex last = list->model()->index(2'001, 0);
+        QCOMPARE(last.data().toString(), u"1999"_s);
+        QVERIFY(last.data(Qt::ToolTipRole).toString().contains(u"&lt;b&gt;%<"));
+        text().setString(u"a"_s);
+        text().selectAll();
+        list->setCurrentIndex(last);
+        QTest::keyClick(menu->focusWidget(), Qt::Key_Return);
+        QCOMPARE(text().string(), u"\u270D1999\u270D"_s);
+        QVERIFY(!menu->isVisible());
+    }
+
+    void savingPlainTextStoresItAndDropsRichText()
+    {
+        NotificationRecorder heard;
+        m_table->selectRow_byExtendingSelection(2, false);
+        text().setString(u"new\ntext"_s);
+        m_ui.saveEditedAbbButton->setEnabled(true);
+        BYGlobals::setEditEntryPaneTextIsDirty(true);
+        m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
+        QCOMPARE(stored(2, PhraseKey::plainText).string(), u"new\ntext"_s);
+        QVERIFY(stored(2, PhraseKey::rtfd).isNull());
+        QVERIFY(!BYGlobals::editEntryPaneTextIsDirty() && !m_ui.saveEditedAbbButton->isEnabled());
+        QTRY_COMPARE(heard.names(), QStringList(NotificationName::preferencesChanged));
+    }
+
+    void savingRichTextStoresBoth()
+    {
+        m_table->selectRow_byExtendingSelection(0, false);
+        text().setString(u"styled"_s);
+        choose(m_ui.richText);
+        QTextCursor selected(text().document());
+        selected.setPosition(1);
+        selected.setPosition(3, QTextCursor::KeepAnchor);
+        text().setTextCursor(selected);
+        m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
+        QCOMPARE(text().textCursor(), selected);
+        QCOMPARE(stored(0, PhraseKey::plainText).string(), u"styled"_s);
+        text().setString({});
+        QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()).found);
+        QCOMPARE(text().string(), u"styled"_s);
+    }
+
+    void richTextStartsInTheFontOfMail()
+    {
+        const QString mail = u"com.apple.mail"_s;
+        Preferences::setValue(u"NSFont"_s, u"Helvetica-BoldOblique"_s, mail);
+        Preferences::setValue(u"NSFontSize"_s, u"17.5"_s, mail);
+        text().setString(u"some text"_s);
+        choose(m_ui.richText);
+        const QTextCharFormat format = text().document()->begin().begin().fragment().charFormat();
+        QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"Helvetica"_s));
+        QVERIFY(format.fontWeight() == QFont::Bold && format.fontItalic());
+        QCOMPARE(format.fontPointSize(), 17.0);
+        QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"17"_s);
+        QVERIFY(text().isRichText() && text().importsGraphics() && m_ui.textFormattingPopUpButton->isEnabled());
+        QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && !text().textCursor().hasSelection());
+    }
+
+    void makePlainDropsPicturesAndStoresNothing()
+    {
+        choose(m_ui.richText);
+        text().setString(u"ab"_s);
+        QImage picture(6, 4, QImage::Format_RGB32);
+        picture.fill(Qt::blue);
+        QApplication::clipboard()->setImage(picture);
+        text().paste();
+        QCOMPARE(text().string(), u"\uFFFCab"_s);
+        ModalDriver driver(ModalDriver::click(u"Make Plain"_s));
+        choose(m_ui.plainText);
+        QTRY_VERIFY(!text().isRichText());
+        QVERIFY(driver.wasAnswered());
+        QCOMPARE(text().string(), u"ab"_s);
+        QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && m_ui.saveEditedAbbButton->isEnabled());
+        QVERIFY(!m_ui.textFormattingPopUpButton->isEnabled() && !m_ui.formattingBar->isVisible());
+        QCOMPARE(stored(0, PhraseKey::plainText).string(), u"at [[3]]"_s);
+    }
+
+    void keepRichLeavesTheTextAndTellsThePane()
+    {
+        NotificationRecorder heard;
+        choose(m_ui.richText);
+        text().setString(u"ab"_s);
+        ModalDriver driver(ModalDriver::click(u"Keep Rich"_s));
+        choose(m_ui.plainText);
+        QTRY_COMPARE(heard.names(), QStringList(NotificationName::keepRich));
+        QVERIFY(text().isRichText());
+        QCOMPARE(text().string(), u"ab"_s);
+    }
+
+    void answerForAnotherTextChangesNothing()
+    {
+        choose(m_ui.richText);
+        text().setString(u"asked about"_s);
+        ModalDriver driver([this](QWidget* sheet) {
+            text().replaceAllWithRTFD("{\\rtf1 \\b another}");
+            BYGlobals::setEditEntryPaneTextIsDirty(false);
+            ModalDriver::click(u"Make Plain"_s)(sheet);
+        });
+        choose(m_ui.plainText);
+        QTRY_VERIFY(driver.wasAnswered());
+        QVERIFY(text().isRichText() && !BYGlobals::editEntryPaneTextIsDirty());
+    }
+
+    void onlyTheUsersChangesAreSent()
+    {
+        const QSignalSpy changes(&text(), &TextView::textDidChange);
+        const QSignalSpy attributes(&text(), &TextView::typingAttributesDidChange);
+        text().setString(u"one"_s);
+        text().setRichText(true);
+        text().setFontOfAll(QFont(u"DejaVu Sans"_s, 20));
+        text().replaceAllWithRTFD("{\\rtf1 two}");
+        text().resetAttributes();
+        QCOMPARE(changes.size() + attributes.size(), 0);
+        QTest::keyClicks(&text(), u"x"_s);
+        QCOMPARE(changes.size(), 1);
+        QCOMPARE(attributes.size(), 0);
+        m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s)->click();
+        QCOMPARE(attributes.size(), 1);
+    }
+
+    void barFollowsTheCursorAndChangesTheText()
+    {
+        choose(m_ui.richText);
+        QVERIFY(m_ui.formattingBar->isVisible());
+        text().replaceAllWithRTFD("{\\rtf1{\\fonttbl\\f0 DejaVu Sans;}\\qc\\f0\\fs30 a\\b b}");
+        const auto* const bold = m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s);
+        QVERIFY(!bold->isChecked());
+        QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignCenter"_s)->isChecked());
+        QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"15"_s);
+        text().moveCursor(QTextCursor::End);
+        QVERIFY(bold->isChecked());
+        text().selectAll();
+        text().setFocus();
+        QTest::keyClick(&text(), Qt::Key_I, Qt::ControlModifier);
+        QVERIFY(text().document()->begin().begin().fragment().charFormat().fontItalic());
+    }
+
+    void barTellsTheSideOfHebrew()
+    {
+        choose(m_ui.richText);
+        text().replaceAllWithRTFD("{\\rtf1\\uc0\\u1513 \\u1500 }");
+        auto* const left = m_ui.formattingBar->findChild<QToolButton*>(u"alignLeft"_s);
+        QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignRight"_s)->isChecked());
+        left->click();
+        QVERIFY(text().RTFDFromAll().contains("\\ql "));
+        text().moveCursor(QTextCursor::End);
+        QVERIFY(left->isChecked());
+    }
+};
 
 QTEST_MAIN(EditPaneTest)
 #include "EditPaneTest.moc"

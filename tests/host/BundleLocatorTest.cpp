@@ -2,6 +2,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <host/BundleLocator.h>
 
 #include <array>
@@ -63,21 +64,17 @@ private Q_SLOTS:
     void updateKeepsTheUsersDocument_data()
     {
         // The documents in the copy, in the old and in the new one as an update that was killed may leave them.
-        QTest::addColumn<QByteArray>("inPlace");
-        QTest::addColumn<QByteArray>("outdated");
-        QTest::addColumn<QByteArray>("fresh");
-        QTest::newRow("first start") << QByteArray() << QByteArray() << QByteArray();
-        QTest::newRow("outdated copy") << QByteArray("user's") << QByteArray() << QByteArray();
-        QTest::newRow("killed while copying") << QByteArray("user's") << QByteArray() << QByteArray("fac");
-        QTest::newRow("killed between the renames") << QByteArray() << QByteArray("user's") << QByteArray("factory");
-        QTest::newRow("killed before the end") << QByteArray("factory") << QByteArray("user's") << QByteArray();
+        const DataTable<QByteArray, QByteArray, QByteArray> row("inPlace", "outdated", "fresh");
+        row("first start", {}, {}, {});
+        row("outdated copy", "user's", {}, {});
+        row("killed while copying", "user's", {}, "fac");
+        row("killed between the renames", {}, "user's", "factory");
+        row("killed before the end", "factory", "user's", {});
     }
 
     void updateKeepsTheUsersDocument()
     {
-        QFETCH(const QByteArray, inPlace);
-        QFETCH(const QByteArray, outdated);
-        QFETCH(const QByteArray, fresh);
+        const auto [inPlace, outdated, fresh] = currentRow<QByteArray, QByteArray, QByteArray>();
         for (const auto& [suffix, document] : {std::pair(u""_s, inPlace), {u".old"_s, outdated}, {u".new"_s, fresh}}) {
             if (!document.isEmpty()) {
                 putBundle(m_copy + suffix, document == "factory" ? "new" : "old", document);

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <NotificationRecorder.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
@@ -108,11 +109,10 @@ private Q_SLOTS:
 
     void unreadableDocumentIsLeftAlone_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("garbage") << QByteArray("bplist00\xFF\xFF\xFF");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("wrong types") << QByteArray(
-            "<plist><dict><key>Clippings</key><string>x</string></dict></plist>");
+        const DataTable<QByteArray> row("bytes");
+        row("garbage", "bplist00\xFF\xFF\xFF");
+        row("empty", {});
+        row("wrong types", "<plist><dict><key>Clippings</key><string>x</string></dict></plist>");
     }
 
     void unreadableDocumentIsLeftAlone()

@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 
+#include <DataTable.h>
 #include <SoundFixtures.h>
 
 #include <csignal>
@@ -65,17 +66,15 @@ private Q_SLOTS:
 
     void questionsAndFailuresNeedNoDisplay_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("exitCode");
-        QTest::newRow("help") << QStringList{u"--help"_s} << 0;
-        QTest::newRow("version") << QStringList{u"--version"_s} << 0;
-        QTest::newRow("plain start") << QStringList() << 1;
+        const DataTable<QStringList, int> row("arguments", "exitCode");
+        row("help", {u"--help"_s}, 0);
+        row("version", {u"--version"_s}, 0);
+        row("plain start", {}, 1);
     }
 
     void questionsAndFailuresNeedNoDisplay()
     {
-        QFETCH(const QStringList, arguments);
-        QFETCH(const int, exitCode);
+        const auto [arguments, exitCode] = currentRow<QStringList, int>();
         const Outcome outcome = run(arguments, {{u"DISPLAY"_s, u":987"_s}});
         QCOMPARE(outcome.exitCode, exitCode);
         QCOMPARE(outcome.lines, exitCode);

@@ -8,6 +8,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include <DataTable.h>
+
 // The header, written for C, calls a field "explicit".
 #define explicit explicitField
 #include <xcb/xkb.h>
@@ -82,263 +84,230 @@ private Q_SLOTS:
 
     void initTestCase() { Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_TEST_BUNDLE)); }
 
-    void init();
-    void namesFollowTheLayout_data();
-    void namesFollowTheLayout();
-    void deadKeysChangeWhatTheNextKeyGives();
-    void layoutNeedsNoKeyboardDataFolder();
-    void translatorIsKeptUntilTheLayoutChanges();
-    void namesFollowTheGroup();
-    void registersOnceAndGivesBack();
-    void invalidCombinationEndsUnregistered();
-    void combinationOfAnotherProgramIsRefused();
-    void everyKeyOfACodeIsReserved_data();
-    void everyKeyOfACodeIsReserved();
-    void findsByIdentifier();
-    void carbonEventsReachTheAction();
-    void inconsistentEventsThrow_data();
-    void inconsistentEventsThrow();
-    void applicationEventsServeOldFrameworks();
-};
-
-void HotKeysTest::init()
-{
-    QVERIFY(setLayout(u"us"_s));
-    QTRY_COMPARE(KeyboardLayout::current()->characterOnKey(0x06), u"z"_s);
-}
-
-void HotKeysTest::namesFollowTheLayout_data()
-{
-    QTest::addColumn<QString>("layout");
-    QTest::addColumn<int>("keyCode");
-    QTest::addColumn<QString>("character");
-    QTest::newRow("us z") << u"us"_s << 0x06 << u"z"_s;
-    QTest::newRow("de z") << u"de"_s << 0x10 << u"z"_s;
-    QTest::newRow("de \u00F6") << u"de"_s << 0x29 << u"\u00F6"_s;
-    QTest::newRow("de keypad separator") << u"de"_s << 0x41 << u","_s;
-    QTest::newRow("fr a") << u"fr"_s << 0x0C << u"a"_s;
-    QTest::newRow("fr first digit key") << u"fr"_s << 0x12 << u"&"_s;
-}
-
-void HotKeysTest::namesFollowTheLayout()
-{
-    QFETCH(QString, layout);
-    QFETCH(int, keyCode);
-    QFETCH(QString, character);
-    QVERIFY(setLayout(layout));
-    QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(qint16(keyCode)), character);
-    const std::optional<int> key = KeyboardLayout::current()->keyWithCharacter(character[0].toUpper());
-    QVERIFY(key);
-    QCOMPARE(KeyboardLayout::current()->characterOnKey(*key), character);
-}
-
-void HotKeysTest::deadKeysChangeWhatTheNextKeyGives()
-{
-    QVERIFY(setLayout(u"de"_s));
-    QTRY_COMPARE(KeyboardLayout::current()->characterOnKey(0x32), u"^"_s);
-    const auto translator = PTKeyCodeTranslator::currentTranslator();
-    constexpr qint16 circumflex = 0x32;
-    constexpr qint16 acute = 0x18;
-    const QList<std::pair<qint16, QString>> presses{{circumflex, {}}, {0x00, u"â"_s}, {0x00, u"a"_s}, {circumflex, {}},
-        {0x0B, u"^"_s}, {0x0B, u"b"_s}, {acute, {}}, {acute, u"´"_s}, {0x0E, u"e"_s}, {circumflex, {}}, {acute, u"^"_s},
-        {0x0E, u"é"_s}};
-    for (const auto& [key, character] : presses) {
-        QCOMPARE(translator->translateKeyCode(key), character);
-    }
-    // Names are kept, but not those that a dead key had a part in.
-    const QStringList names{PTKeyCombo(0x00, command).description(), PTKeyCombo(circumflex, command).description(),
-        PTKeyCombo(0x00, command).description(), PTKeyCombo(0x00, command).description()};
-    QCOMPARE(names, QStringList({u"⌘A"_s, u"⌘"_s, u"⌘Â"_s, u"⌘A"_s}));
-}
-
-void HotKeysTest::layoutNeedsNoKeyboardDataFolder()
-{
-    qputenv("XKB_CONFIG_ROOT", "/nowhere");
-    SessionKeyboard keyboard(nullptr);
-    QCOMPARE(keyboard.layout()->characterOnKey(0x06), u"z"_s);
-    qunsetenv("XKB_CONFIG_ROOT");
-}
-
-void HotKeysTest::translatorIsKeptUntilTheLayoutChanges()
-{
-    const auto before = PTKeyCodeTranslator::currentTranslator();
-    QCOMPARE(PTKeyCodeTranslator::currentTranslator(), before);
-    QCOMPARE(before->description(), u"PTKeyCodeTranslator layout=English (US) (uchr)"_s);
-    QVERIFY(setLayout(u"de"_s));
-    QTRY_VERIFY(PTKeyCodeTranslator::currentTranslator() != before);
-    QTRY_COMPARE(
-        PTKeyCodeTranslator::currentTranslator()->description(), u"PTKeyCodeTranslator layout=German (uchr)"_s);
-}
-
-void HotKeysTest::namesFollowTheGroup()
-{
-    QVERIFY(setLayout(u"us,de,fr"_s));
-    quint8 group = 0;
-    for (const QString& character : {u"z"_s, u"y"_s, u"w"_s}) {
-        lockGroup(group++);
-        QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(0x06), character);
-    }
-    // Fewer layouts than the number of the one in use: the server goes back to one that is there.
-    QVERIFY(setLayout(u"de"_s));
-    QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(0x06), u"y"_s);
-    lockGroup(0);
-}
-
-void HotKeysTest::registersOnceAndGivesBack()
-{
-    PTHotKeyCenter center;
-    HotKeyGrabs otherProgram;
-    const auto key = hotKey(u"one"_s, {0x28, command | shift});
-    QVERIFY(center.registerHotKey(key));
-    QVERIFY(center.registerHotKey(key));
-    QCOMPARE(center.allHotKeys(), QList{key});
-    QVERIFY(!otherProgram.registerHotKey(0x28, command | shift));
-    center.unregisterHotKey(key);
-    center.unregisterHotKey(key);
-    QVERIFY(center.allHotKeys().isEmpty());
-    std::optional<HotKeyReference> granted;
-    QTRY_VERIFY(granted || (granted = otherProgram.registerHotKey(0x28, command | shift)));
-}
-
-void HotKeysTest::invalidCombinationEndsUnregistered()
-{
-    PTHotKeyCenter center;
-    const auto key = hotKey(u"one"_s, {0x28, command});
-    QVERIFY(center.registerHotKey(key));
-    key->setKeyCombo({});
-    QVERIFY(key->description().endsWith(u"(None)>"_s));
-    QVERIFY(center.registerHotKey(key));
-    QVERIFY(center.allHotKeys().isEmpty());
-}
-
-void HotKeysTest::combinationOfAnotherProgramIsRefused()
-{
-    PTHotKeyCenter center;
-    HotKeyGrabs otherProgram;
-    const auto reference = otherProgram.registerHotKey(0x23, command);
-    QVERIFY(reference);
-    QVERIFY(!otherProgram.registerHotKey(0x23, command));
-    const auto key = hotKey(u"one"_s, {0x23, command});
-    QVERIFY(!center.registerHotKey(key));
-    QVERIFY(center.allHotKeys().isEmpty());
-    otherProgram.unregisterHotKey(*reference);
-    QTRY_VERIFY(center.registerHotKey(key));
-}
-
-void HotKeysTest::everyKeyOfACodeIsReserved_data()
-{
-    QTest::addColumn<int>("keyCode");
-    QTest::addColumn<quint8>("pressed");
-    QTest::addColumn<quint8>("other");
-    QTest::newRow("F13, Print") << 0x69 << quint8(191) << quint8(107);
-    QTest::newRow("F14, Scroll Lock") << 0x6B << quint8(192) << quint8(78);
-    QTest::newRow("F15, Pause") << 0x71 << quint8(193) << quint8(127);
-    QTest::newRow("Insert, Help") << 0x72 << quint8(118) << quint8(146);
-}
-
-void HotKeysTest::everyKeyOfACodeIsReserved()
-{
-    QFETCH(int, keyCode);
-    QFETCH(quint8, pressed);
-    QFETCH(quint8, other);
-    OtherProgram otherProgram;
-    QVERIFY(HotKeyGrabs::arePossible());
+    void init()
     {
-        HotKeyGrabs grabs;
-        QVERIFY(grabs.registerHotKey(keyCode, command));
-        QVERIFY(!otherProgram.grabs(pressed) && !otherProgram.grabs(other));
+        QVERIFY(setLayout(u"us"_s));
+        QTRY_COMPARE(KeyboardLayout::current()->characterOnKey(0x06), u"z"_s);
     }
-    // What another program holds does not take the other key away.
-    QTRY_VERIFY(otherProgram.grabs(other));
-    HotKeyGrabs grabs;
-    const auto reference = grabs.registerHotKey(keyCode, command);
-    QVERIFY(reference && !otherProgram.grabs(pressed));
-    grabs.unregisterHotKey(*reference);
-    QTRY_VERIFY(otherProgram.grabs(pressed));
-    QVERIFY(!grabs.registerHotKey(keyCode, command));
-}
 
-void HotKeysTest::findsByIdentifier()
-{
-    PTHotKeyCenter center;
-    const auto named = hotKey(u"one"_s, {0x00, command});
-    const auto nameless = std::make_shared<PTHotKey>(std::nullopt, PTKeyCombo(0x01, command));
-    QVERIFY(center.registerHotKey(named) && center.registerHotKey(nameless));
-    QCOMPARE(center.hotKeyWithIdentifier(u"one"_s), named);
-    QCOMPARE(center.hotKeyWithIdentifier(u"two"_s), nullptr);
-    QCOMPARE(center.hotKeyWithIdentifier(std::nullopt), nullptr);
-    QCOMPARE(center.hotKeyWithIdentifier(u""_s), nullptr);
-}
-
-void HotKeysTest::carbonEventsReachTheAction()
-{
-    PTHotKeyCenter center;
-    const auto key = hotKey(u"one"_s, {0x00, command});
-    QList<PTHotKey*> invoked;
-    key->setTarget(this);
-    key->setAction([&invoked](PTHotKey* sender) { invoked.append(sender); });
-    QVERIFY(center.registerHotKey(key));
-    CarbonEvent event;
-    QVERIFY(center.sendCarbonEvent(event) != 0); // about no hot key
-    event.directObject = {0x57713448, quint32(center._carbonHotKeyForHotKey(key))};
-    event.kind = CarbonEvent::hotKeyPressed;
-    QCOMPARE(center.sendCarbonEvent(event), 0);
-    event.kind = CarbonEvent::hotKeyReleased;
-    QCOMPARE(center.sendCarbonEvent(event), 0);
-    QCOMPARE(invoked, QList{key.get()});
-}
-
-void HotKeysTest::inconsistentEventsThrow_data()
-{
-    QTest::addColumn<quint32>("eventClass");
-    QTest::addColumn<quint32>("kind");
-    QTest::addColumn<quint32>("signature");
-    QTest::addColumn<quint32>("id");
-    QTest::addColumn<double>("framework");
-    QTest::addColumn<QString>("description");
-    const quint32 keyboard = CarbonEvent::keyboardClass;
-    QTest::newRow("old framework") << keyboard << 5U << 0x57713448U << 1U << 620.9 << u""_s;
-    QTest::newRow("class") << 1U << 5U << 0x57713448U << 1U << 621.0 << u"Unknown event class"_s;
-    QTest::newRow("signature") << keyboard << 5U << 1U << 1U << 621.0 << u"Invalid hot key id"_s;
-    QTest::newRow("id") << keyboard << 5U << 0x57713448U << 0U << 621.0 << u"Invalid hot key id"_s;
-    QTest::newRow("kind") << keyboard << 7U << 0x57713448U << 1U << 621.0 << u"Unknown event kind"_s;
-}
-
-void HotKeysTest::inconsistentEventsThrow()
-{
-    QFETCH(quint32, eventClass);
-    QFETCH(quint32, kind);
-    QFETCH(quint32, signature);
-    QFETCH(quint32, id);
-    QFETCH(double, framework);
-    PTHotKeyCenter center(nullptr, framework);
-    try {
-        center.sendCarbonEvent({eventClass, kind, HotKeyIdentifier{signature, id}});
-        QFAIL("nothing was thrown");
-    } catch (const InternalInconsistency& inconsistency) {
-        QTEST(inconsistency.description(), "description");
+    void namesFollowTheLayout_data()
+    {
+        const DataTable<QString, int, QString> row("layout", "keyCode", "character");
+        row("us z", u"us"_s, 0x06, u"z"_s);
+        row("de z", u"de"_s, 0x10, u"z"_s);
+        row("de \u00F6", u"de"_s, 0x29, u"\u00F6"_s);
+        row("de keypad separator", u"de"_s, 0x41, u","_s);
+        row("fr a", u"fr"_s, 0x0C, u"a"_s);
+        row("fr first digit key", u"fr"_s, 0x12, u"&"_s);
     }
-}
 
-void HotKeysTest::applicationEventsServeOldFrameworks()
-{
-    for (const double framework : {620.0, 824.0}) {
-        PTHotKeyCenter center(nullptr, framework);
-        const auto key = hotKey(u"one"_s, {0x00, command});
-        int invoked = 0;
-        key->setTarget(this);
-        key->setAction([&invoked](PTHotKey*) { ++invoked; });
+    void namesFollowTheLayout()
+    {
+        const auto [layout, keyCode, character] = currentRow<QString, int, QString>();
+        QVERIFY(setLayout(layout));
+        QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(qint16(keyCode)), character);
+        const std::optional<int> key = KeyboardLayout::current()->keyWithCharacter(character[0].toUpper());
+        QVERIFY(key);
+        QCOMPARE(KeyboardLayout::current()->characterOnKey(*key), character);
+    }
+
+    void deadKeysChangeWhatTheNextKeyGives()
+    {
+        QVERIFY(setLayout(u"de"_s));
+        QTRY_COMPARE(KeyboardLayout::current()->characterOnKey(0x32), u"^"_s);
+        const auto translator = PTKeyCodeTranslator::currentTranslator();
+        constexpr qint16 circumflex = 0x32;
+        constexpr qint16 acute = 0x18;
+        const QList<std::pair<qint16, QString>> presses{{circumflex, {}}, {0x00, u"â"_s}, {0x00, u"a"_s},
+            {circumflex, {}}, {0x0B, u"^"_s}, {0x0B, u"b"_s}, {acute, {}}, {acute, u"´"_s}, {0x0E, u"e"_s},
+            {circumflex, {}}, {acute, u"^"_s}, {0x0E, u"é"_s}};
+        for (const auto& [key, character] : presses) {
+            QCOMPARE(translator->translateKeyCode(key), character);
+        }
+        // Names are kept, but not those that a dead key had a part in.
+        const QStringList names{PTKeyCombo(0x00, command).description(), PTKeyCombo(circumflex, command).description(),
+            PTKeyCombo(0x00, command).description(), PTKeyCombo(0x00, command).description()};
+        QCOMPARE(names, QStringList({u"⌘A"_s, u"⌘"_s, u"⌘Â"_s, u"⌘A"_s}));
+    }
+
+    void layoutNeedsNoKeyboardDataFolder()
+    {
+        qputenv("XKB_CONFIG_ROOT", "/nowhere");
+        SessionKeyboard keyboard(nullptr);
+        QCOMPARE(keyboard.layout()->characterOnKey(0x06), u"z"_s);
+        qunsetenv("XKB_CONFIG_ROOT");
+    }
+
+    void translatorIsKeptUntilTheLayoutChanges()
+    {
+        const auto before = PTKeyCodeTranslator::currentTranslator();
+        QCOMPARE(PTKeyCodeTranslator::currentTranslator(), before);
+        QCOMPARE(before->description(), u"PTKeyCodeTranslator layout=English (US) (uchr)"_s);
+        QVERIFY(setLayout(u"de"_s));
+        QTRY_VERIFY(PTKeyCodeTranslator::currentTranslator() != before);
+        QTRY_COMPARE(
+            PTKeyCodeTranslator::currentTranslator()->description(), u"PTKeyCodeTranslator layout=German (uchr)"_s);
+    }
+
+    void namesFollowTheGroup()
+    {
+        QVERIFY(setLayout(u"us,de,fr"_s));
+        quint8 group = 0;
+        for (const QString& character : {u"z"_s, u"y"_s, u"w"_s}) {
+            lockGroup(group++);
+            QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(0x06), character);
+        }
+        // Fewer layouts than the number of the one in use: the server goes back to one that is there.
+        QVERIFY(setLayout(u"de"_s));
+        QTRY_COMPARE(PTKeyCodeTranslator::currentTranslator()->translateKeyCode(0x06), u"y"_s);
+        lockGroup(0);
+    }
+
+    void registersOnceAndGivesBack()
+    {
+        PTHotKeyCenter center;
+        HotKeyGrabs otherProgram;
+        const auto key = hotKey(u"one"_s, {0x28, command | shift});
         QVERIFY(center.registerHotKey(key));
-        const auto reference = quintptr(center._carbonHotKeyForHotKey(key));
-        center.sendEvent({14, 6, 0});
-        center.sendEvent({14, 6, reference + 1});
-        center.sendEvent({14, 9, reference});
-        center.sendEvent({13, 6, reference});
-        QCOMPARE(invoked, 0);
-        center.sendEvent({14, 6, reference});
-        QCOMPARE(invoked, framework == 620.0 ? 1 : 0);
+        QVERIFY(center.registerHotKey(key));
+        QCOMPARE(center.allHotKeys(), QList{key});
+        QVERIFY(!otherProgram.registerHotKey(0x28, command | shift));
+        center.unregisterHotKey(key);
+        center.unregisterHotKey(key);
+        QVERIFY(center.allHotKeys().isEmpty());
+        std::optional<HotKeyReference> granted;
+        QTRY_VERIFY(granted || (granted = otherProgram.registerHotKey(0x28, command | shift)));
     }
-}
+
+    void invalidCombinationEndsUnregistered()
+    {
+        PTHotKeyCenter center;
+        const auto key = hotKey(u"one"_s, {0x28, command});
+        QVERIFY(center.registerHotKey(key));
+        key->setKeyCombo({});
+        QVERIFY(key->description().endsWith(u"(None)>"_s));
+        QVERIFY(center.registerHotKey(key));
+        QVERIFY(center.allHotKeys().isEmpty());
+    }
+
+    void combinationOfAnotherProgramIsRefused()
+    {
+        PTHotKeyCenter center;
+        HotKeyGrabs otherProgram;
+        const auto reference = otherProgram.registerHotKey(0x23, command);
+        QVERIFY(reference);
+        QVERIFY(!otherProgram.registerHotKey(0x23, command));
+        const auto key = hotKey(u"one"_s, {0x23, command});
+        QVERIFY(!center.registerHotKey(key));
+        QVERIFY(center.allHotKeys().isEmpty());
+        otherProgram.unregisterHotKey(*reference);
+        QTRY_VERIFY(center.registerHotKey(key));
+    }
+
+    void everyKeyOfACodeIsReserved_data()
+    {
+        const DataTable<int, quint8, quint8> row("keyCode", "pressed", "other");
+        row("F13, Print", 0x69, 191, 107);
+        row("F14, Scroll Lock", 0x6B, 192, 78);
+        row("F15, Pause", 0x71, 193, 127);
+        row("Insert, Help", 0x72, 118, 146);
+    }
+
+    void everyKeyOfACodeIsReserved()
+    {
+        const auto [keyCode, pressed, other] = currentRow<int, quint8, quint8>();
+        OtherProgram otherProgram;
+        QVERIFY(HotKeyGrabs::arePossible());
+        {
+            HotKeyGrabs grabs;
+            QVERIFY(grabs.registerHotKey(keyCode, command));
+            QVERIFY(!otherProgram.grabs(pressed) && !otherProgram.grabs(other));
+        }
+        // What another program holds does not take the other key away.
+        QTRY_VERIFY(otherProgram.grabs(other));
+        HotKeyGrabs grabs;
+        const auto reference = grabs.registerHotKey(keyCode, command);
+        QVERIFY(reference && !otherProgram.grabs(pressed));
+        grabs.unregisterHotKey(*reference);
+        QTRY_VERIFY(otherProgram.grabs(pressed));
+        QVERIFY(!grabs.registerHotKey(keyCode, command));
+    }
+
+    void findsByIdentifier()
+    {
+        PTHotKeyCenter center;
+        const auto named = hotKey(u"one"_s, {0x00, command});
+        const auto nameless = std::make_shared<PTHotKey>(std::nullopt, PTKeyCombo(0x01, command));
+        QVERIFY(center.registerHotKey(named) && center.registerHotKey(nameless));
+        QCOMPARE(center.hotKeyWithIdentifier(u"one"_s), named);
+        QCOMPARE(center.hotKeyWithIdentifier(u"two"_s), nullptr);
+        QCOMPARE(center.hotKeyWithIdentifier(std::nullopt), nullptr);
+        QCOMPARE(center.hotKeyWithIdentifier(u""_s), nullptr);
+    }
+
+    void carbonEventsReachTheAction()
+    {
+        PTHotKeyCenter center;
+        const auto key = hotKey(u"one"_s, {0x00, command});
+        QList<PTHotKey*> invoked;
+        key->setTarget(this);
+        key->setAction([&invoked](PTHotKey* sender) { invoked.append(sender); });
+        QVERIFY(center.registerHotKey(key));
+        CarbonEvent event;
+        QVERIFY(center.sendCarbonEvent(event) != 0); // about no hot key
+        event.directObject = {0x57713448, quint32(center._carbonHotKeyForHotKey(key))};
+        event.kind = CarbonEvent::hotKeyPressed;
+        QCOMPARE(center.sendCarbonEvent(event), 0);
+        event.kind = CarbonEvent::hotKeyReleased;
+        QCOMPARE(center.sendCarbonEvent(event), 0);
+        QCOMPARE(invoked, QList{key.get()});
+    }
+
+    void inconsistentEventsThrow_data()
+    {
+        const DataTable<quint32, quint32, quint32, quint32, double, QString> row(
+            "eventClass", "kind", "signature", "id", "framework", "description");
+        const quint32 keyboard = CarbonEvent::keyboardClass;
+        row("old framework", keyboard, 5U, 0x57713448U, 1U, 620.9, u""_s);
+        row("class", 1U, 5U, 0x57713448U, 1U, 621.0, u"Unknown event class"_s);
+        row("signature", keyboard, 5U, 1U, 1U, 621.0, u"Invalid hot key id"_s);
+        row("id", keyboard, 5U, 0x57713448U, 0U, 621.0, u"Invalid hot key id"_s);
+        row("kind", keyboard, 7U, 0x57713448U, 1U, 621.0, u"Unknown event kind"_s);
+    }
+
+    void inconsistentEventsThrow()
+    {
+        const auto [eventClass, kind, signature, id, framework] =
+            currentRow<quint32, quint32, quint32, quint32, double>();
+        PTHotKeyCenter center(nullptr, framework);
+        try {
+            center.sendCarbonEvent({eventClass, kind, HotKeyIdentifier{signature, id}});
+            QFAIL("nothing was thrown");
+        } catch (const InternalInconsistency& inconsistency) {
+            QTEST(inconsistency.description(), "description");
+        }
+    }
+
+    void applicationEventsServeOldFrameworks()
+    {
+        for (const double framework : {620.0, 824.0}) {
+            PTHotKeyCenter center(nullptr, framework);
+            const auto key = hotKey(u"one"_s, {0x00, command});
+            int invoked = 0;
+            key->setTarget(this);
+            key->setAction([&invoked](PTHotKey*) { ++invoked; });
+            QVERIFY(center.registerHotKey(key));
+            const auto reference = quintptr(center._carbonHotKeyForHotKey(key));
+            center.sendEvent({14, 6, 0});
+            center.sendEvent({14, 6, reference + 1});
+            center.sendEvent({14, 9, reference});
+            center.sendEvent({13, 6, reference});
+            QCOMPARE(invoked, 0);
+            center.sendEvent({14, 6, reference});
+            QCOMPARE(invoked, framework == 620.0 ? 1 : 0);
+        }
+    }
+};
 
 QTEST_MAIN(HotKeysTest)
 #include "HotKeysTest.moc"

@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
+
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;
 using PropertyList::Value;
@@ -18,184 +20,162 @@ class KeyCombinationTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void validAndClear_data();
-    void validAndClear();
-    void readsStoredForm_data();
-    void readsStoredForm();
-    void storedFormRoundTrips();
-    void glyphsInFixedOrder_data();
-    void glyphsInFixedOrder();
-    void displayText_data();
-    void displayText();
-    void legacyNames();
-    void malformedTablesGiveCharacters();
-    void translatesModifierFlags_data();
-    void translatesModifierFlags();
-    void keyCodesMapBothWays();
-    void everyKeyHasAName();
+
+    void initTestCase()
+    {
+        const QString resources = m_bundle.path() + u"/Contents/Resources"_s;
+        QVERIFY(QDir().mkpath(resources));
+        QVERIFY(QFile::copy(QFINDTESTDATA("../../resources/PTKeyCodes.plist"), resources + u"/PTKeyCodes.plist"_s));
+        Bundle::registerBundle(u"com.blipsy.prefpanel"_s, m_bundle.path());
+    }
+
+    void validAndClear_data()
+    {
+        const DataTable<PTKeyCombo, bool, bool> row("combo", "valid", "clear");
+        row("clear", PTKeyCombo::clearKeyCombo(), false, true);
+        row("first key with a modifier", {0, 0x100}, true, false);
+        row("key without modifiers", {0, 0}, false, false);
+        row("key with missing modifiers", {5, -1}, false, false);
+        row("modifiers without key", {-1, 0x100}, false, false);
+    }
+
+    void validAndClear()
+    {
+        QFETCH(PTKeyCombo, combo);
+        QTEST(combo.isValidHotKeyCombo(), "valid");
+        QTEST(combo.isClearCombo(), "clear");
+    }
+
+    void readsStoredForm_data()
+    {
+        const DataTable<PropertyList::DictionaryPointer, PTKeyCombo> row("stored", "combo");
+        const QString code = u"keyCode"_s;
+        const QString modifiers = u"modifiers"_s;
+        row("none", {}, {});
+        row("empty", Dictionary::create(), {});
+        row("complete", Dictionary::create({{code, 35}, {modifiers, 2304}}), {35, 2304});
+        row("no modifiers", Dictionary::create({{code, 0}, {modifiers, 0}}), {0, -1});
+        row("no key code", Dictionary::create({{modifiers, 256}}), {0, 256});
+        row("negative key code", Dictionary::create({{code, -7}, {modifiers, 256}}), {-1, 256});
+        row("text", Dictionary::create({{code, u"12"_s}, {modifiers, u"256"_s}}), {12, 256});
+        row("other types", Dictionary::create({{code, QByteArray("5")}, {modifiers, Dictionary::create()}}), {0, -1});
+        row("too great", Dictionary::create({{code, qint64(1) << 40}, {modifiers, 256}}),
+            {std::numeric_limits<qint32>::max(), 256});
+    }
+
+    void readsStoredForm()
+    {
+        const auto [stored, combo] = currentRow<PropertyList::DictionaryPointer, PTKeyCombo>();
+        const PTKeyCombo read = PTKeyCombo::initWithPlistRepresentation(stored);
+        QCOMPARE(read.keyCode(), combo.keyCode());
+        QCOMPARE(read.modifiers(), combo.modifiers());
+    }
+
+    void storedFormRoundTrips()
+    {
+        const PTKeyCombo combo(40, 0x1B00);
+        const PropertyList::DictionaryPointer stored = combo.plistRepresentation();
+        QCOMPARE(stored->keys(), QStringList({u"keyCode"_s, u"modifiers"_s}));
+        QCOMPARE(stored->value(u"keyCode"), Value(40));
+        QVERIFY(PTKeyCombo::initWithPlistRepresentation(stored).isEqual(combo));
+        QVERIFY(&combo.copyWithZone() == &combo);
+    }
+
+    void glyphsInFixedOrder_data()
+    {
+        const DataTable<quint32, QString> row("modifiers", "glyphs");
+        row("none", 0U, {});
+        row("all four", 0x1B00U, u"\u2318\u2325^\u21E7"_s);
+        row("shift, option, control", 0x1A00U, u"\u2325^\u21E7"_s);
+        row("function key shows nothing", 0x8000U, {});
+    }
+
+    void glyphsInFixedOrder()
+    {
+        QFETCH(quint32, modifiers);
+        QTEST(PTKeyCombo::_stringForModifiers(modifiers), "glyphs");
+    }
+
+    void displayText_data()
+    {
+        const DataTable<PTKeyCombo, QString> row("combo", "text");
+        row("clear", {}, u"(None)"_s);
+        row("without modifiers", {0, 0}, u"(None)"_s);
+        row("letter", {0x00, 0x300}, u"\u2318\u21E7A"_s);
+        row("function key", {0x60, 0x8000}, u"F5"_s);
+        row("named key", {0x74, 0x8100}, u"\u2318Page Up"_s);
+        row("keypad digit", {0x59, 0x1000}, u"^Keypad 7"_s);
+        row("no such key", {0x6C, 0x100}, u"\u2318"_s);
+        row("key code beyond all keys", {30000, 0x100}, u"\u2318"_s);
+    }
+
+    void displayText()
+    {
+        QFETCH(PTKeyCombo, combo);
+        QTEST(combo.description(), "text");
+    }
+
+    void legacyNames()
+    {
+        const auto names = Dictionary::create({{u"53"_s, u"esc"_s}});
+        QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(53, names), u"esc"_s);
+        QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(122, names), u"7A"_s);
+        QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(53, {}), u"35"_s);
+    }
+
+    void malformedTablesGiveCharacters()
+    {
+        const auto wrongTypes = Dictionary::create({{u"unmappedKeys"_s, 7}, {u"padKeys"_s, u"83"_s}});
+        QCOMPARE(PTKeyCombo::_stringForKeyCode_newKeyCodeMap(0x53, wrongTypes), u"1"_s);
+        QCOMPARE(PTKeyCombo::_stringForKeyCode_newKeyCodeMap(0x06, Dictionary::create()), u"Z"_s);
+    }
+
+    void translatesModifierFlags_data()
+    {
+        const DataTable<quint32, quint32> row("flags", "modifiers");
+        row("none", 0U, 0U);
+        row("command, shift", 0x120000U, 0x300U);
+        row("option, control, function", 0x8C0000U, 0x9800U);
+        row("caps lock and keypad are dropped", 0x310000U, 0x100U);
+    }
+
+    void translatesModifierFlags()
+    {
+        QFETCH(quint32, flags);
+        QTEST(PTKeyBroadcaster::cocoaModifiersAsCarbonModifiers(flags), "modifiers");
+    }
+
+    void keyCodesMapBothWays()
+    {
+        int keys = 0;
+        for (int code = -1; code <= VirtualKeyCodes::count; ++code) {
+            if (const auto keycode = VirtualKeyCodes::xkbKeycode(code)) {
+                QCOMPARE(VirtualKeyCodes::fromXkbKeycode(*keycode), code);
+                ++keys;
+            }
+        }
+        QCOMPARE(keys, 121);
+        QCOMPARE(VirtualKeyCodes::fromXkbKeycode(107), 0x69); // Print stands where F13 was
+        QCOMPARE(VirtualKeyCodes::fromXkbKeycode(0), std::nullopt);
+        QCOMPARE(VirtualKeyCodes::fromXkbKeycode(172), std::nullopt); // a media key
+    }
+
+    void everyKeyHasAName()
+    {
+        // JIS_Yen and JIS_Underscore are on no keyboard with the layout in use here; the keypad's comma gives a
+        // character.
+        for (int code = 0; code < VirtualKeyCodes::count; ++code) {
+            if (VirtualKeyCodes::xkbKeycode(code) && code != 0x5D && code != 0x5E) {
+                const QString name = PTKeyCombo::_stringForKeyCode(qint16(code));
+                QVERIFY2(
+                    !name.isEmpty() && name[0].isPrint() && name[0] != u' ', qPrintable(QString::number(code, 16)));
+            }
+        }
+    }
 
 private:
     QTemporaryDir m_bundle;
 };
-
-void KeyCombinationTest::initTestCase()
-{
-    const QString resources = m_bundle.path() + u"/Contents/Resources"_s;
-    QVERIFY(QDir().mkpath(resources));
-    QVERIFY(QFile::copy(QFINDTESTDATA("../../resources/PTKeyCodes.plist"), resources + u"/PTKeyCodes.plist"_s));
-    Bundle::registerBundle(u"com.blipsy.prefpanel"_s, m_bundle.path());
-}
-
-void KeyCombinationTest::validAndClear_data()
-{
-    QTest::addColumn<PTKeyCombo>("combo");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<bool>("clear");
-    QTest::newRow("clear") << PTKeyCombo::clearKeyCombo() << false << true;
-    QTest::newRow("first key with a modifier") << PTKeyCombo(0, 0x100) << true << false;
-    QTest::newRow("key without modifiers") << PTKeyCombo(0, 0) << false << false;
-    QTest::newRow("key with missing modifiers") << PTKeyCombo(5, -1) << false << false;
-    QTest::newRow("modifiers without key") << PTKeyCombo(-1, 0x100) << false << false;
-}
-
-void KeyCombinationTest::validAndClear()
-{
-    QFETCH(PTKeyCombo, combo);
-    QTEST(combo.isValidHotKeyCombo(), "valid");
-    QTEST(combo.isClearCombo(), "clear");
-}
-
-void KeyCombinationTest::readsStoredForm_data()
-{
-    QTest::addColumn<PropertyList::DictionaryPointer>("stored");
-    QTest::addColumn<PTKeyCombo>("combo");
-    const QString code = u"keyCode"_s;
-    const QString modifiers = u"modifiers"_s;
-    QTest::newRow("none") << PropertyList::DictionaryPointer() << PTKeyCombo();
-    QTest::newRow("empty") << Dictionary::create() << PTKeyCombo();
-    QTest::newRow("complete") << Dictionary::create({{code, 35}, {modifiers, 2304}}) << PTKeyCombo(35, 2304);
-    QTest::newRow("no modifiers") << Dictionary::create({{code, 0}, {modifiers, 0}}) << PTKeyCombo(0, -1);
-    QTest::newRow("no key code") << Dictionary::create({{modifiers, 256}}) << PTKeyCombo(0, 256);
-    QTest::newRow("negative key code") << Dictionary::create({{code, -7}, {modifiers, 256}}) << PTKeyCombo(-1, 256);
-    QTest::newRow("text") << Dictionary::create({{code, u"12"_s}, {modifiers, u"256"_s}}) << PTKeyCombo(12, 256);
-    QTest::newRow("other types") << Dictionary::create({{code, QByteArray("5")}, {modifiers, Dictionary::create()}})
-                                 << PTKeyCombo(0, -1);
-    QTest::newRow("too great") << Dictionary::create({{code, qint64(1) << 40}, {modifiers, 256}})
-                               << PTKeyCombo(std::numeric_limits<qint32>::max(), 256);
-}
-
-void KeyCombinationTest::readsStoredForm()
-{
-    QFETCH(PropertyList::DictionaryPointer, stored);
-    QFETCH(PTKeyCombo, combo);
-    const PTKeyCombo read = PTKeyCombo::initWithPlistRepresentation(stored);
-    QCOMPARE(read.keyCode(), combo.keyCode());
-    QCOMPARE(read.modifiers(), combo.modifiers());
-}
-
-void KeyCombinationTest::storedFormRoundTrips()
-{
-    const PTKeyCombo combo(40, 0x1B00);
-    const PropertyList::DictionaryPointer stored = combo.plistRepresentation();
-    QCOMPARE(stored->keys(), QStringList({u"keyCode"_s, u"modifiers"_s}));
-    QCOMPARE(stored->value(u"keyCode"), Value(40));
-    QVERIFY(PTKeyCombo::initWithPlistRepresentation(stored).isEqual(combo));
-    QVERIFY(&combo.copyWithZone() == &combo);
-}
-
-void KeyCombinationTest::glyphsInFixedOrder_data()
-{
-    QTest::addColumn<quint32>("modifiers");
-    QTest::addColumn<QString>("glyphs");
-    QTest::newRow("none") << 0U << QString();
-    QTest::newRow("all four") << 0x1B00U << u"\u2318\u2325^\u21E7"_s;
-    QTest::newRow("shift, option, control") << 0x1A00U << u"\u2325^\u21E7"_s;
-    QTest::newRow("function key shows nothing") << 0x8000U << QString();
-}
-
-void KeyCombinationTest::glyphsInFixedOrder()
-{
-    QFETCH(quint32, modifiers);
-    QTEST(PTKeyCombo::_stringForModifiers(modifiers), "glyphs");
-}
-
-void KeyCombinationTest::displayText_data()
-{
-    QTest::addColumn<PTKeyCombo>("combo");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("clear") << PTKeyCombo() << u"(None)"_s;
-    QTest::newRow("without modifiers") << PTKeyCombo(0, 0) << u"(None)"_s;
-    QTest::newRow("letter") << PTKeyCombo(0x00, 0x300) << u"\u2318\u21E7A"_s;
-    QTest::newRow("function key") << PTKeyCombo(0x60, 0x8000) << u"F5"_s;
-    QTest::newRow("named key") << PTKeyCombo(0x74, 0x8100) << u"\u2318Page Up"_s;
-    QTest::newRow("keypad digit") << PTKeyCombo(0x59, 0x1000) << u"^Keypad 7"_s;
-    QTest::newRow("no such key") << PTKeyCombo(0x6C, 0x100) << u"\u2318"_s;
-    QTest::newRow("key code beyond all keys") << PTKeyCombo(30000, 0x100) << u"\u2318"_s;
-}
-
-void KeyCombinationTest::displayText()
-{
-    QFETCH(PTKeyCombo, combo);
-    QTEST(combo.description(), "text");
-}
-
-void KeyCombinationTest::legacyNames()
-{
-    const auto names = Dictionary::create({{u"53"_s, u"esc"_s}});
-    QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(53, names), u"esc"_s);
-    QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(122, names), u"7A"_s);
-    QCOMPARE(PTKeyCombo::_stringForKeyCode_legacyKeyCodeMap(53, {}), u"35"_s);
-}
-
-void KeyCombinationTest::malformedTablesGiveCharacters()
-{
-    const auto wrongTypes = Dictionary::create({{u"unmappedKeys"_s, 7}, {u"padKeys"_s, u"83"_s}});
-    QCOMPARE(PTKeyCombo::_stringForKeyCode_newKeyCodeMap(0x53, wrongTypes), u"1"_s);
-    QCOMPARE(PTKeyCombo::_stringForKeyCode_newKeyCodeMap(0x06, Dictionary::create()), u"Z"_s);
-}
-
-void KeyCombinationTest::translatesModifierFlags_data()
-{
-    QTest::addColumn<quint32>("flags");
-    QTest::addColumn<quint32>("modifiers");
-    QTest::newRow("none") << 0U << 0U;
-    QTest::newRow("command, shift") << 0x120000U << 0x300U;
-    QTest::newRow("option, control, function") << 0x8C0000U << 0x9800U;
-    QTest::newRow("caps lock and keypad are dropped") << 0x310000U << 0x100U;
-}
-
-void KeyCombinationTest::translatesModifierFlags()
-{
-    QFETCH(quint32, flags);
-    QTEST(PTKeyBroadcaster::cocoaModifiersAsCarbonModifiers(flags), "modifiers");
-}
-
-void KeyCombinationTest::keyCodesMapBothWays()
-{
-    int keys = 0;
-    for (int code = -1; code <= VirtualKeyCodes::count; ++code) {
-        if (const auto keycode = VirtualKeyCodes::xkbKeycode(code)) {
-            QCOMPARE(VirtualKeyCodes::fromXkbKeycode(*keycode), code);
-            ++keys;
-        }
-    }
-    QCOMPARE(keys, 121);
-    QCOMPARE(VirtualKeyCodes::fromXkbKeycode(107), 0x69); // Print stands where F13 was
-    QCOMPARE(VirtualKeyCodes::fromXkbKeycode(0), std::nullopt);
-    QCOMPARE(VirtualKeyCodes::fromXkbKeycode(172), std::nullopt); // a media key
-}
-
-void KeyCombinationTest::everyKeyHasAName()
-{
-    // JIS_Yen and JIS_Underscore are on no keyboard with the layout in use here; the keypad's comma gives a character.
-    for (int code = 0; code < VirtualKeyCodes::count; ++code) {
-        if (VirtualKeyCodes::xkbKeycode(code) && code != 0x5D && code != 0x5E) {
-            const QString name = PTKeyCombo::_stringForKeyCode(qint16(code));
-            QVERIFY2(!name.isEmpty() && name[0].isPrint() && name[0] != u' ', qPrintable(QString::number(code, 16)));
-        }
-    }
-}
 
 QTEST_MAIN(KeyCombinationTest)
 #include "KeyCombinationTest.moc"

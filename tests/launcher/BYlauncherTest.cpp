@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <NotificationRecorder.h>
 
 #include <csignal>
@@ -110,17 +111,15 @@ private Q_SLOTS:
 
     void outdatedHelperIsReplaced_data()
     {
-        QTest::addColumn<PropertyList::Value>("build");
-        QTest::addColumn<bool>("wasRunning");
-        QTest::newRow("none yet") << PropertyList::Value() << false;
-        QTest::newRow("empty") << PropertyList::Value(u""_s) << false;
-        QTest::newRow("older, running") << PropertyList::Value(u"10011"_s) << true;
+        const DataTable<PropertyList::Value, bool> row("build", "wasRunning");
+        row("none yet", {}, false);
+        row("empty", PropertyList::Value(u""_s), false);
+        row("older, running", PropertyList::Value(u"10011"_s), true);
     }
 
     void outdatedHelperIsReplaced()
     {
-        QFETCH(const PropertyList::Value, build);
-        QFETCH(const bool, wasRunning);
+        const auto [build, wasRunning] = currentRow<PropertyList::Value, bool>();
         if (wasRunning) {
             QVERIFY(HelperProcess::start());
             QTRY_VERIFY(helperRuns());
@@ -182,16 +181,14 @@ private Q_SLOTS:
 
     void helperThatCannotRunIsToldInOneLine_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<bool>("isThere");
-        QTest::newRow("missing") << u"^cannot start .*/BlipsyMenu: there is no such file$"_s << false;
-        QTest::newRow("not executable") << u"^cannot start .*/BlipsyMenu: it is not executable$"_s << true;
+        const DataTable<QString, bool> row("line", "isThere");
+        row("missing", u"^cannot start .*/BlipsyMenu: there is no such file$"_s, false);
+        row("not executable", u"^cannot start .*/BlipsyMenu: it is not executable$"_s, true);
     }
 
     void helperThatCannotRunIsToldInOneLine()
     {
-        QFETCH(const QString, line);
-        QFETCH(const bool, isThere);
+        const auto [line, isThere] = currentRow<QString, bool>();
         QVERIFY(isThere ? QFile::setPermissions(m_program, QFile::ReadOwner) : QFile::remove(m_program));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(line));
         m_launcher->on(nullptr);
@@ -201,13 +198,13 @@ private Q_SLOTS:
 
     void scriptsOfOtherWordsAreRefused_data()
     {
-        QTest::addColumn<QString>("source");
-        QTest::newRow("no such item") << u"tell application \"System Events\"\ndelete login item \"None\"\nend tell"_s;
-        QTest::newRow("outside tell") << u"delete login item \"BlipsyMenu\""_s;
-        QTest::newRow("other application") << u"tell application \"Mail\"\ndelete login item \"BlipsyMenu\""_s;
-        QTest::newRow("unknown variable")
-            << u"tell application \"System Events\"\nmake login item at end with properties {path:other, hidden:false}"_s;
-        QTest::newRow("other words") << u"do shell script \"true\""_s;
+        const DataTable<QString> row("source");
+        row("no such item", u"tell application \"System Events\"\ndelete login item \"None\"\nend tell"_s);
+        row("outside tell", u"delete login item \"BlipsyMenu\""_s);
+        row("other application", u"tell application \"Mail\"\ndelete login item \"BlipsyMenu\""_s);
+        row("unknown variable",
+            u"tell application \"System Events\"\nmake login item at end with properties {path:other, hidden:false}"_s);
+        row("other words", u"do shell script \"true\""_s);
     }
 
     void scriptsOfOtherWordsAreRefused()

@@ -46,244 +46,231 @@ private:
     Q_INVOKABLE void takeUrl(const QUrl& url) { m_opened = url; }
 
 private Q_SLOTS:
-    void showsIdleTalkInterval_data();
-    void showsIdleTalkInterval();
-    void intervalFromFieldLeavesStepper();
-    void stepperStepsByKeyboardAndTakesNoText();
-    void arrowReplacesFifthCharacterOfTitle_data();
-    void arrowReplacesFifthCharacterOfTitle();
-    void triggerClickChangesItsCharacters_data();
-    void triggerClickChangesItsCharacters();
-    void lastTriggerGoneMeansNone();
-    void selectAllTakesTitlesOnly();
-    void checkBoxWritesUnderItsTitle();
-    void radioMatrixTagsArePositions();
-    void menuOptionRestartsRunningHelper_data();
-    void menuOptionRestartsRunningHelper();
-    void helpBookIsChosenByItsName();
-    void everyControlCanBeReachedAndNamed();
+
+    void showsIdleTalkInterval_data()
+    {
+        QTest::addColumn<Value>("stored");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("step");
+        QTest::newRow("unset") << Value() << u"2"_s << 2;
+        QTest::newRow("number") << Value(u"15"_s) << u"15"_s << 15;
+        QTest::newRow("not a number") << Value(u"often"_s) << u"often"_s << 0;
+        QTest::newRow("beyond the bounds") << Value(u"99999999999"_s) << u"99999999999"_s << 120;
+        QTest::newRow("wrong type") << Value(Dictionary::create()) << QString() << 0;
+    }
+
+    void showsIdleTalkInterval()
+    {
+        QFETCH(Value, stored);
+        BYGlobals::storeSetting(stored, SettingKey::idleTalkIntervalPref);
+        open();
+        QTEST(m_form.idleTalkIntervalText->text(), "text");
+        QTEST(m_form.idleTalkIntervalStepper->value(), "step");
+        QCOMPARE(setting(SettingKey::idleTalkIntervalPref), stored);
+    }
+
+    void intervalFromFieldLeavesStepper()
+    {
+        m_form.idleTalkIntervalText->setText(u"7 minutes"_s);
+        m_controller->enterIdleTalkIntervalPref(m_form.idleTalkIntervalText);
+        QCOMPARE(m_form.idleTalkIntervalText->text(), u"7"_s);
+        QCOMPARE(setting(SettingKey::idleTalkIntervalPref), Value(u"7"_s));
+        QCOMPARE(m_form.idleTalkIntervalStepper->value(), 2);
+    }
+
+    void stepperStepsByKeyboardAndTakesNoText()
+    {
+        auto* const stepper = m_form.idleTalkIntervalStepper;
+        QTest::keyClick(stepper, Qt::Key_Up);
+        QTest::keyClick(stepper, Qt::Key_9);
+        QCOMPARE(stepper->value(), 3);
+        m_controller->enterIdleTalkIntervalPref(stepper);
+        QCOMPARE(m_form.idleTalkIntervalText->text(), u"3"_s);
+    }
+
+    void arrowReplacesFifthCharacterOfTitle_data()
+    {
+        QTest::addColumn<QString>("arrow");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("none") << QString() << u"Menu▾ shows"_s;
+        QTest::newRow("one character") << u"→"_s << u"Menu→ shows"_s;
+        QTest::newRow("longer") << u" -> "_s << u"Menu ->  shows"_s;
+    }
+
+    void arrowReplacesFifthCharacterOfTitle()
+    {
+        QFETCH(QString, arrow);
+        BYGlobals::storeSetting(arrow, SettingKey::arrowPref);
+        open();
+        QTEST(m_form.menuPref->title(), "title");
+    }
+
+    void triggerClickChangesItsCharacters_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<int>("tag");
+        QTest::addColumn<bool>("on");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("title on") << u";"_s << 0 << true << u" \t\r;"_s;
+        QTest::newRow("several characters on") << u"«&&»"_s << 0 << true << u" \t\r«&»"_s;
+        QTest::newRow("tab off") << u"⇥"_s << 20 << false << u" \r"_s;
+        QTest::newRow("space off") << u"␣"_s << 21 << false << u"\t\r"_s;
+        QTest::newRow("return off") << u"↩"_s << 22 << false << u" \t"_s;
+        QTest::newRow("no-break space on") << u"⍽"_s << 23 << true << u" \t\r\u00A0"_s;
+        QTest::newRow("escape on") << u"⎋"_s << 24 << true << u" \t\r\u001B"_s;
+        QTest::newRow("beyond the bitmap") << u"\U0001F600x"_s << 0 << true << u" \t\rx"_s;
+    }
+
+    void triggerClickChangesItsCharacters()
+    {
+        QFETCH(QString, title);
+        QFETCH(int, tag);
+        QFETCH(bool, on);
+        QFETCH(QString, stored);
+        auto* const cell = m_form.commaTrigger;
+        cell->setText(title);
+        cell->setProperty("tag", tag);
+        cell->setChecked(!on);
+        cell->click();
+        QCOMPARE(triggers(), bitmap(stored));
+        QCOMPARE(setting(SettingKey::triggersSet).data().size(), 8192);
+        QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
+        QTRY_COMPARE(m_recorder.names().count(NotificationName::preferencesChanged), 2);
+    }
+
+    void lastTriggerGoneMeansNone()
+    {
+        m_form.tabTrigger->click();
+        m_form.spaceTrigger->click();
+        m_form.returnTrigger->click();
+        QCOMPARE(setting(SettingKey::triggersSet).data(), QByteArray(8192, '\0'));
+        QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
+        m_form.periodTrigger->click();
+        m_form.commaTrigger->setTristate();
+        m_form.commaTrigger->click();
+        QCOMPARE(m_form.commaTrigger->checkState(), Qt::PartiallyChecked);
+        QCOMPARE(triggers(), bitmap(u"."));
+        QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
+    }
+
+    void selectAllTakesTitlesOnly()
+    {
+        m_controller->deSelectAllTriggers(nullptr);
+        QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
+        QVERIFY(!m_form.spaceTrigger->isChecked());
+        m_controller->selectAllTriggers(nullptr);
+        QVERIFY(m_form.escapeTrigger->isChecked());
+        QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
+        QVERIFY(triggers().contains(u'\r') && triggers().contains(u'{') && triggers().contains(u'⎋'));
+        QVERIFY(!triggers().contains(u'\u00A0') && !triggers().contains(u'\u001B'));
+        // A title in words would make letters end a phrase.
+        for (char16_t letter = u'A'; letter <= u'z'; ++letter) {
+            QVERIFY(!QChar(letter).isLetter() || !triggers().contains(letter));
+        }
+    }
+
+    void checkBoxWritesUnderItsTitle()
+    {
+        m_form.playSoundOnDropPrefButton->setChecked(true);
+        m_controller->enterExpansionPref(m_form.playSoundOnDropPrefButton);
+        QCOMPARE(setting(SettingKey::playSoundOnDrop), Value(u"1"_s));
+        QCheckBox box(u"Rock && &roll"_s);
+        m_controller->enterExpansionPref(&box);
+        QCOMPARE(setting(u"Rock & roll"_s), Value(u"0"_s));
+        box.setCheckState(Qt::PartiallyChecked);
+        m_controller->enterExpansionPref(&box);
+        QCOMPARE(setting(u"Rock & roll"_s), Value(u"0"_s));
+    }
+
+    void radioMatrixTagsArePositions()
+    {
+        for (int i = 0; i < 5; ++i) {
+            QCOMPARE(Matrix::tagOf(m_form.menuPrefsMatrix->cellAtRow_column(i, 0)), i);
+            if (i < 3) {
+                QCOMPARE(Matrix::tagOf(m_form.sortPrefsMatrix->cellAtRow_column(0, i)), i);
+                QCOMPARE(Matrix::tagOf(m_form.iTunesAnnouncerPrefMatrix->cellAtRow_column(0, i)), i);
+            }
+        }
+        m_form.sortPrefsMatrix->setState_atRow_column(true, 0, 2);
+        m_controller->enterSortPref(m_form.sortPrefsMatrix);
+        QCOMPARE(setting(SettingKey::sortPref), Value(u"2"_s));
+        m_controller->iTunesAnnouncerPref(m_form.iTunesAnnouncerPrefMatrix);
+        QCOMPARE(setting(SettingKey::announcerPref), Value(u"1"_s));
+        m_controller->enterTriggerDelimitersPref(m_form.triggerDelimitersMatrix);
+        QCOMPARE(setting(SettingKey::triggerInhibPref), Value(u"0"_s));
+    }
+
+    void menuOptionRestartsRunningHelper_data()
+    {
+        QTest::addColumn<int>("before");
+        QTest::addColumn<int>("chosen");
+        QTest::addColumn<bool>("restarts");
+        QTest::newRow("into 4") << 3 << 4 << true;
+        QTest::newRow("out of 4") << 4 << 0 << true;
+        QTest::newRow("elsewhere") << 2 << 3 << false;
+        QTest::newRow("4 again") << 4 << 4 << false;
+    }
+
+    void menuOptionRestartsRunningHelper()
+    {
+        QFETCH(int, before);
+        QFETCH(int, chosen);
+        QFETCH(bool, restarts);
+        BYGlobals::storeSetting(QString::number(before), SettingKey::menuPref);
+        QVERIFY(HelperProcess::start());
+        QTRY_VERIFY(helperRuns());
+        const auto pid = [] {
+            return QDBusConnection::sessionBus().interface()->servicePid(BYGlobals::appID()).value();
+        };
+        const uint first = pid();
+        m_form.menuPrefsMatrix->cellAtRow_column(chosen, 0)->click();
+        QCOMPARE(setting(SettingKey::menuPref), Value(QString::number(chosen)));
+        if (restarts) {
+            QTRY_VERIFY(m_form.onOffRadioButton->cellAtRow_column(0, 0)->isChecked());
+            QTRY_VERIFY(helperRuns() && pid() != first);
+        } else {
+            // The test of the service answers before this second question is answered.
+            bool answered = false;
+            HelperProcess::isRunning(this, [&answered](bool) { answered = true; });
+            QTRY_VERIFY(answered);
+            QCOMPARE(pid(), first);
+        }
+        HelperProcess::stop();
+        QTRY_VERIFY(!helperRuns());
+    }
+
+    void helpBookIsChosenByItsName()
+    {
+        QDesktopServices::setUrlHandler(u"file"_s, this, "takeUrl");
+        const QString help = m_bundle.path() + u"/Contents/Resources/Help/"_s;
+        for (const QString& book : {u"Another book"_s, u"Blipsy 1.x Help"_s}) {
+            QVERIFY(QDir().mkpath(help + book));
+            QVERIFY(QFile(help + book + u"/index.html"_s).open(QFile::WriteOnly));
+        }
+        m_controller->showHelp(nullptr);
+        QCOMPARE(m_opened.toLocalFile(), help + u"Blipsy 1.x Help/index.html"_s);
+        QVERIFY(QDir(help + u"Blipsy 1.x Help"_s).removeRecursively());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"has no start page"_s));
+        QTest::ignoreMessage(QtWarningMsg, "AHGotoPage returned error: -10791");
+        m_controller->showHelp(nullptr);
+    }
+
+    void everyControlCanBeReachedAndNamed()
+    {
+        for (const QWidget* const control : m_page->findChildren<QWidget*>()) {
+            if (control->focusPolicy() == Qt::NoFocus || !control->isVisible()) {
+                continue;
+            }
+            const auto* const button = qobject_cast<const QAbstractButton*>(control);
+            const QString name =
+                control->accessibleName().isEmpty() && button ? button->text() : control->accessibleName();
+            QVERIFY2(name.size() > 1, qPrintable(control->objectName()));
+            // Of exclusive buttons Tab reaches the one that is on.
+            const bool byTab = control->focusPolicy() & Qt::TabFocus || (button && button->autoExclusive());
+            QVERIFY2(byTab, qPrintable(control->objectName()));
+        }
+    }
 };
-
-void OptionsTest::showsIdleTalkInterval_data()
-{
-    QTest::addColumn<Value>("stored");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("step");
-    QTest::newRow("unset") << Value() << u"2"_s << 2;
-    QTest::newRow("number") << Value(u"15"_s) << u"15"_s << 15;
-    QTest::newRow("not a number") << Value(u"often"_s) << u"often"_s << 0;
-    QTest::newRow("beyond the bounds") << Value(u"99999999999"_s) << u"99999999999"_s << 120;
-    QTest::newRow("wrong type") << Value(Dictionary::create()) << QString() << 0;
-}
-
-void OptionsTest::showsIdleTalkInterval()
-{
-    QFETCH(Value, stored);
-    BYGlobals::storeSetting(stored, SettingKey::idleTalkIntervalPref);
-    open();
-    QTEST(m_form.idleTalkIntervalText->text(), "text");
-    QTEST(m_form.idleTalkIntervalStepper->value(), "step");
-    QCOMPARE(setting(SettingKey::idleTalkIntervalPref), stored);
-}
-
-void OptionsTest::intervalFromFieldLeavesStepper()
-{
-    m_form.idleTalkIntervalText->setText(u"7 minutes"_s);
-    m_controller->enterIdleTalkIntervalPref(m_form.idleTalkIntervalText);
-    QCOMPARE(m_form.idleTalkIntervalText->text(), u"7"_s);
-    QCOMPARE(setting(SettingKey::idleTalkIntervalPref), Value(u"7"_s));
-    QCOMPARE(m_form.idleTalkIntervalStepper->value(), 2);
-}
-
-void OptionsTest::stepperStepsByKeyboardAndTakesNoText()
-{
-    auto* const stepper = m_form.idleTalkIntervalStepper;
-    QTest::keyClick(stepper, Qt::Key_Up);
-    QTest::keyClick(stepper, Qt::Key_9);
-    QCOMPARE(stepper->value(), 3);
-    m_controller->enterIdleTalkIntervalPref(stepper);
-    QCOMPARE(m_form.idleTalkIntervalText->text(), u"3"_s);
-}
-
-void OptionsTest::arrowReplacesFifthCharacterOfTitle_data()
-{
-    QTest::addColumn<QString>("arrow");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("none") << QString() << u"Menu▾ shows"_s;
-    QTest::newRow("one character") << u"→"_s << u"Menu→ shows"_s;
-    QTest::newRow("longer") << u" -> "_s << u"Menu ->  shows"_s;
-}
-
-void OptionsTest::arrowReplacesFifthCharacterOfTitle()
-{
-    QFETCH(QString, arrow);
-    BYGlobals::storeSetting(arrow, SettingKey::arrowPref);
-    open();
-    QTEST(m_form.menuPref->title(), "title");
-}
-
-void OptionsTest::triggerClickChangesItsCharacters_data()
-{
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<int>("tag");
-    QTest::addColumn<bool>("on");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("title on") << u";"_s << 0 << true << u" \t\r;"_s;
-    QTest::newRow("several characters on") << u"«&&»"_s << 0 << true << u" \t\r«&»"_s;
-    QTest::newRow("tab off") << u"⇥"_s << 20 << false << u" \r"_s;
-    QTest::newRow("space off") << u"␣"_s << 21 << false << u"\t\r"_s;
-    QTest::newRow("return off") << u"↩"_s << 22 << false << u" \t"_s;
-    QTest::newRow("no-break space on") << u"⍽"_s << 23 << true << u" \t\r\u00A0"_s;
-    QTest::newRow("escape on") << u"⎋"_s << 24 << true << u" \t\r\u001B"_s;
-    QTest::newRow("beyond the bitmap") << u"\U0001F600x"_s << 0 << true << u" \t\rx"_s;
-}
-
-void OptionsTest::triggerClickChangesItsCharacters()
-{
-    QFETCH(QString, title);
-    QFETCH(int, tag);
-    QFETCH(bool, on);
-    QFETCH(QString, stored);
-    auto* const cell = m_form.commaTrigger;
-    cell->setText(title);
-    cell->setProperty("tag", tag);
-    cell->setChecked(!on);
-    cell->click();
-    QCOMPARE(triggers(), bitmap(stored));
-    QCOMPARE(setting(SettingKey::triggersSet).data().size(), 8192);
-    QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
-    QTRY_COMPARE(m_recorder.names().count(NotificationName::preferencesChanged), 2);
-}
-
-void OptionsTest::lastTriggerGoneMeansNone()
-{
-    m_form.tabTrigger->click();
-    m_form.spaceTrigger->click();
-    m_form.returnTrigger->click();
-    QCOMPARE(setting(SettingKey::triggersSet).data(), QByteArray(8192, '\0'));
-    QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
-    m_form.periodTrigger->click();
-    m_form.commaTrigger->setTristate();
-    m_form.commaTrigger->click();
-    QCOMPARE(m_form.commaTrigger->checkState(), Qt::PartiallyChecked);
-    QCOMPARE(triggers(), bitmap(u"."));
-    QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
-}
-
-void OptionsTest::selectAllTakesTitlesOnly()
-{
-    m_controller->deSelectAllTriggers(nullptr);
-    QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
-    QVERIFY(!m_form.spaceTrigger->isChecked());
-    m_controller->selectAllTriggers(nullptr);
-    QVERIFY(m_form.escapeTrigger->isChecked());
-    QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
-    QVERIFY(triggers().contains(u'\r') && triggers().contains(u'{') && triggers().contains(u'⎋'));
-    QVERIFY(!triggers().contains(u'\u00A0') && !triggers().contains(u'\u001B'));
-    // A title in words would make letters end a phrase.
-    for (char16_t letter = u'A'; letter <= u'z'; ++letter) {
-        QVERIFY(!QChar(letter).isLetter() || !triggers().contains(letter));
-    }
-}
-
-void OptionsTest::checkBoxWritesUnderItsTitle()
-{
-    m_form.playSoundOnDropPrefButton->setChecked(true);
-    m_controller->enterExpansionPref(m_form.playSoundOnDropPrefButton);
-    QCOMPARE(setting(SettingKey::playSoundOnDrop), Value(u"1"_s));
-    QCheckBox box(u"Rock && &roll"_s);
-    m_controller->enterExpansionPref(&box);
-    QCOMPARE(setting(u"Rock & roll"_s), Value(u"0"_s));
-    box.setCheckState(Qt::PartiallyChecked);
-    m_controller->enterExpansionPref(&box);
-    QCOMPARE(setting(u"Rock & roll"_s), Value(u"0"_s));
-}
-
-void OptionsTest::radioMatrixTagsArePositions()
-{
-    for (int i = 0; i < 5; ++i) {
-        QCOMPARE(Matrix::tagOf(m_form.menuPrefsMatrix->cellAtRow_column(i, 0)), i);
-        if (i < 3) {
-            QCOMPARE(Matrix::tagOf(m_form.sortPrefsMatrix->cellAtRow_column(0, i)), i);
-            QCOMPARE(Matrix::tagOf(m_form.iTunesAnnouncerPrefMatrix->cellAtRow_column(0, i)), i);
-        }
-    }
-    m_form.sortPrefsMatrix->setState_atRow_column(true, 0, 2);
-    m_controller->enterSortPref(m_form.sortPrefsMatrix);
-    QCOMPARE(setting(SettingKey::sortPref), Value(u"2"_s));
-    m_controller->iTunesAnnouncerPref(m_form.iTunesAnnouncerPrefMatrix);
-    QCOMPARE(setting(SettingKey::announcerPref), Value(u"1"_s));
-    m_controller->enterTriggerDelimitersPref(m_form.triggerDelimitersMatrix);
-    QCOMPARE(setting(SettingKey::triggerInhibPref), Value(u"0"_s));
-}
-
-void OptionsTest::menuOptionRestartsRunningHelper_data()
-{
-    QTest::addColumn<int>("before");
-    QTest::addColumn<int>("chosen");
-    QTest::addColumn<bool>("restarts");
-    QTest::newRow("into 4") << 3 << 4 << true;
-    QTest::newRow("out of 4") << 4 << 0 << true;
-    QTest::newRow("elsewhere") << 2 << 3 << false;
-    QTest::newRow("4 again") << 4 << 4 << false;
-}
-
-void OptionsTest::menuOptionRestartsRunningHelper()
-{
-    QFETCH(int, before);
-    QFETCH(int, chosen);
-    QFETCH(bool, restarts);
-    BYGlobals::storeSetting(QString::number(before), SettingKey::menuPref);
-    QVERIFY(HelperProcess::start());
-    QTRY_VERIFY(helperRuns());
-    const auto pid = [] { return QDBusConnection::sessionBus().interface()->servicePid(BYGlobals::appID()).value(); };
-    const uint first = pid();
-    m_form.menuPrefsMatrix->cellAtRow_column(chosen, 0)->click();
-    QCOMPARE(setting(SettingKey::menuPref), Value(QString::number(chosen)));
-    if (restarts) {
-        QTRY_VERIFY(m_form.onOffRadioButton->cellAtRow_column(0, 0)->isChecked());
-        QTRY_VERIFY(helperRuns() && pid() != first);
-    } else {
-        // The test of the service answers before this second question is answered.
-        bool answered = false;
-        HelperProcess::isRunning(this, [&answered](bool) { answered = true; });
-        QTRY_VERIFY(answered);
-        QCOMPARE(pid(), first);
-    }
-    HelperProcess::stop();
-    QTRY_VERIFY(!helperRuns());
-}
-
-void OptionsTest::helpBookIsChosenByItsName()
-{
-    QDesktopServices::setUrlHandler(u"file"_s, this, "takeUrl");
-    const QString help = m_bundle.path() + u"/Contents/Resources/Help/"_s;
-    for (const QString& book : {u"Another book"_s, u"Blipsy 1.x Help"_s}) {
-        QVERIFY(QDir().mkpath(help + book));
-        QVERIFY(QFile(help + book + u"/index.html"_s).open(QFile::WriteOnly));
-    }
-    m_controller->showHelp(nullptr);
-    QCOMPARE(m_opened.toLocalFile(), help + u"Blipsy 1.x Help/index.html"_s);
-    QVERIFY(QDir(help + u"Blipsy 1.x Help"_s).removeRecursively());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"has no start page"_s));
-    QTest::ignoreMessage(QtWarningMsg, "AHGotoPage returned error: -10791");
-    m_controller->showHelp(nullptr);
-}
-
-void OptionsTest::everyControlCanBeReachedAndNamed()
-{
-    for (const QWidget* const control : m_page->findChildren<QWidget*>()) {
-        if (control->focusPolicy() == Qt::NoFocus || !control->isVisible()) {
-            continue;
-        }
-        const auto* const button = qobject_cast<const QAbstractButton*>(control);
-        const QString name = control->accessibleName().isEmpty() && button ? button->text() : control->accessibleName();
-        QVERIFY2(name.size() > 1, qPrintable(control->objectName()));
-        // Of exclusive buttons Tab reaches the one that is on.
-        const bool byTab = control->focusPolicy() & Qt::TabFocus || (button && button->autoExclusive());
-        QVERIFY2(byTab, qPrintable(control->objectName()));
-    }
-}
 
 QTEST_MAIN(OptionsTest)
 #include "OptionsTest.moc"

@@ -56,26 +56,25 @@ class TranslationsTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyTextIsInEveryLanguage();
-};
 
-void TranslationsTest::everyTextIsInEveryLanguage()
-{
-    QSet<QString> texts;
-    for (const QString& folder : {u"PTHotKeysLib"_s, u"appfiles"_s, u"core"_s, u"editpane"_s, u"events"_s, u"host"_s,
-             u"launcher"_s, u"pane"_s, u"phrases"_s, u"platform"_s, u"prefs"_s, u"sounds"_s}) {
-        QDirIterator files(QStringLiteral(BLIPSY_SOURCES "/") + folder, {u"*.cpp"_s, u"*.h"_s, u"*.ui"_s}, QDir::Files,
-            QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            const QString path = files.next().sliced(qsizetype(sizeof BLIPSY_SOURCES));
-            texts += path.endsWith(u".ui") ? elements(path, u"string"_s) : localizedLiterals(path);
+    void everyTextIsInEveryLanguage()
+    {
+        QSet<QString> texts;
+        for (const QString& folder : {u"PTHotKeysLib"_s, u"appfiles"_s, u"core"_s, u"editpane"_s, u"events"_s,
+                 u"host"_s, u"launcher"_s, u"pane"_s, u"phrases"_s, u"platform"_s, u"prefs"_s, u"sounds"_s}) {
+            QDirIterator files(QStringLiteral(BLIPSY_SOURCES "/") + folder, {u"*.cpp"_s, u"*.h"_s, u"*.ui"_s},
+                QDir::Files, QDirIterator::Subdirectories);
+            while (files.hasNext()) {
+                const QString path = files.next().sliced(qsizetype(sizeof BLIPSY_SOURCES));
+                texts += path.endsWith(u".ui") ? elements(path, u"string"_s) : localizedLiterals(path);
+            }
         }
+        QVERIFY(texts.contains(u"Really make this plain text?"_s) && texts.contains(u"Insertion point"_s));
+        const QSet<QString> translated = elements(u"resources/translations/de.ts"_s, u"source"_s);
+        const QStringList missing = (texts - translated).values();
+        QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u" | ")));
     }
-    QVERIFY(texts.contains(u"Really make this plain text?"_s) && texts.contains(u"Insertion point"_s));
-    const QSet<QString> translated = elements(u"resources/translations/de.ts"_s, u"source"_s);
-    const QStringList missing = (texts - translated).values();
-    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u" | ")));
-}
+};
 
 QTEST_GUILESS_MAIN(TranslationsTest)
 #include "TranslationsTest.moc"

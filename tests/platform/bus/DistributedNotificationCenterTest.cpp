@@ -10,6 +10,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <DataTable.h>
+
 #include <csignal>
 
 using namespace Qt::StringLiterals;
@@ -153,19 +155,17 @@ private Q_SLOTS:
 
     void processStartsPostsAndEndsWhateverTheBusDoes_data()
     {
-        QTest::addColumn<bool>("isStopped");
-        QTest::addColumn<QString>("address");
+        const DataTable<bool, QString> row("isStopped", "address");
         const QString own = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-        QTest::newRow("works") << false << own;
-        QTest::newRow("hangs") << true << own;
-        QTest::newRow("absent") << false << u"unix:path=/nonexistent/bus"_s;
-        QTest::newRow("nonsense") << false << u"nonsense"_s;
+        row("works", false, own);
+        row("hangs", true, own);
+        row("absent", false, u"unix:path=/nonexistent/bus"_s);
+        row("nonsense", false, u"nonsense"_s);
     }
 
     void processStartsPostsAndEndsWhateverTheBusDoes()
     {
-        QFETCH(const bool, isStopped);
-        QFETCH(const QString, address);
+        const auto [isStopped, address] = currentRow<bool, QString>();
         if (isStopped) {
             ::kill(m_daemon, SIGSTOP);
         }

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <ClassicFixtures.h>
+#include <DataTable.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
@@ -35,21 +36,209 @@ class ResourceFilesTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void forkAndTypeAreFoundWhereverTheyAre_data();
-    void forkAndTypeAreFoundWhereverTheyAre();
-    void extendedAttributesAreRead();
-    void companionThatIsALinkIsNotFollowed();
-    void emptyCompanionForkGivesWayToAFullOne();
-    void whatIsNoResourceFileDoesNotOpen_data();
-    void whatIsNoResourceFileDoesNotOpen();
-    void hugeFileIsLookedAtAndLeftAlone();
-    void chainSearchesFromTheCurrentFileToOlderOnes();
-    void openingForWritingChangesNoByte();
-    void aliasesAndLinksLeadToTheTarget_data();
-    void aliasesAndLinksLeadToTheTarget();
-    void endlessAliasChainLeadsNowhere();
-    void aliasFallsBackToItsOwnFolder();
+
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+    void forkAndTypeAreFoundWhereverTheyAre_data()
+    {
+        const DataTable<QString, QByteArray, bool> row("container", "bytes", "hasType");
+
+        const QByteArray companion = appleDouble(finderInfo("SFIL"), m_fork);
+        row("companion", u"folder/._beeps"_s, companion, true);
+        row("server's companion", u"folder/.AppleDouble/beeps"_s, companion, true);
+        row("archive's companion", u"__MACOSX/folder/._beeps"_s, companion, true);
+        row("archive of the folder", u"folder/__MACOSX/._beeps"_s, companion, true);
+        row("AppleSingle", u"folder/beeps"_s, appleDouble(finderInfo("SFIL"), m_fork, true), true);
+        row("MacBinary II", u"folder/beeps"_s, macBinary(2, "SFIL", "data", m_fork), true);
+        row("MacBinary I", u"folder/beeps"_s, macBinary(1, "SFIL", {}, m_fork), true);
+        row("plain fork", u"folder/beeps"_s, m_fork, false);
+        row("plain fork, trailing garbage", u"folder/beeps"_s, m_fork + "garbage", false);
+        row("fork beside", u"folder/beeps.rsrc"_s, m_fork, false);
+        row("visible companion", u"folder/beeps.rsrc"_s, companion, false);
+    }
+
+    void forkAndTypeAreFoundWhereverTheyAre()
+    {
+        const auto [container, bytes, hasType] = currentRow<QString, QByteArray, bool>();
+
+        QVERIFY(write(u"folder/beeps"_s, "just data"));
+        QVERIFY(write(container, bytes));
+        QVERIFY(QFile::link(at(u"folder/beeps"_s), at(u"link"_s)));
+        for (const QString& path : {at(u"folder/beeps"_s), at(u"link"_s)}) {
+            const qint16 reference = ResourceFile::open(path);
+            QVERIFY(reference > 0);
+            QCOMPARE(ResourceFile::countInCurrentFile(soundType), 2);
+            QCOMPARE(ResourceFile::inCurrentFileAtIndex(soundType, 2), QByteArray("second"));
+            ResourceFile::close(reference);
+            QCOMPARE(FileTypes::hfsTypeCode(path).has_value(), hasType);
+            QCOMPARE(FileTypes::hfsTypeCode(path).value_or(FileTypes::typeCode("SFIL")), FileTypes::typeCode("SFIL"));
+        }
+        QCOMPARE(FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("SFIL")), u"'SFIL'"_s);
+    }
+
+    void extendedAttributesAreRead()
+    {
+        QVERIFY(write(u"beeps"_s, "data"));
+        const QByteArray path = QFile::encodeName(at(u"beeps"_s));
+        const QByteArray info = finderInfo("sfil");
+        if (setxattr(path.constData(), "user.com.apple.FinderInfo", info.constData(), size_t(info.size()), 0) != 0) {
+            QSKIP("the temporary folder's file system has no extended attributes");
+        }
+        QCOMPARE(FileTypes::hfsTypeCode(at(u"beeps"_s)), FileTypes::typeCode("sfil"));
+        QCOMPARE(
+            setxattr(path.constData(), "user.com.apple.ResourceFork", m_fork.constData(), size_t(m_fork.size()), 0), 0);
+        const qint16 reference = ResourceFile::open(at(u"beeps"_s));
+        QCOMPARE(ResourceFile::countInCurrentFile(soundType), 2);
+        ResourceFile::close(reference);
+    }
+
+    void companionThatIsALinkIsNotFollowed()
+    {
+        QVERIFY(
+            write(u"elsewhere/secret"_s, appleDouble(finderInfo("SFIL"), m_fork)) && write(u"folder/beeps"_s, "data"));
+        QVERIFY(QFile::link(at(u"elsewhere/secret"_s), at(u"folder/._beeps"_s)));
+        QVERIFY(!FileTypes::hfsTypeCode(at(u"folder/beeps"_s)));
+        QCOMPARE(ResourceFile::open(at(u"folder/beeps"_s)), qint16(-1));
+    }
+
+    void emptyCompanionForkGivesWayToAFullOne()
+    {
+        QVERIFY(write(u"beeps"_s, m_fork) && write(u"._beeps"_s, appleDouble(finderInfo("SFIL"), resourceFork({}))));
+        const qint16 reference = ResourceFile::open(at(u"beeps"_s));
+        QCOMPARE(ResourceFile::countInCurrentFile(soundType), 2);
+        ResourceFile::close(reference);
+    }
+
+    void whatIsNoResourceFileDoesNotOpen_data()
+    {
+        const DataTable<QByteArray, qint16> row("bytes", "error");
+
+        row("no file", {}, ResourceFile::fileNotFoundError);
+        row("text", "hello", ResourceFile::endOfFileError);
+        row("map behind the end", QByteArray(m_fork).replace(4, 4, "\x7F\xFF\xFF\xFF"), ResourceFile::endOfFileError);
+        row("type list outside the map", QByteArray(m_fork).replace(m_fork.indexOf("\0\x1C"_ba), 2, "\xFF\xFF"),
+            ResourceFile::badMapError);
+        row("AppleSingle, cut off", appleDouble(finderInfo("SFIL"), m_fork, true).chopped(1),
+            ResourceFile::badMapError);
+    }
+
+    void whatIsNoResourceFileDoesNotOpen()
+    {
+        const auto [bytes, error] = currentRow<QByteArray, qint16>();
+
+        QVERIFY(bytes.isEmpty() || write(u"file"_s, bytes));
+        const qsizetype before = openDescriptors();
+        QCOMPARE(ResourceFile::open(at(u"file"_s)), qint16(-1));
+        QCOMPARE(ResourceFile::lastError(), error);
+        QCOMPARE(ResourceFile::current(), qint16(0));
+        QCOMPARE(openDescriptors(), before);
+    }
+
+    void hugeFileIsLookedAtAndLeftAlone()
+    {
+        QFile file(at(u"huge"_s));
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.resize(qint64(3) << 30));
+        const QList<QByteArray> beginnings = {"RIFF", m_fork.first(16),
+            QByteArray::fromHex("00000100 7FFFFF00 7FFFFE00 000000FF"),
+            macBinary(3, "SFIL", {}, {}).replace(87, 4, "\x7F\xFF\xFF\x00"_ba)};
+        for (const QByteArray& beginning : beginnings) {
+            QVERIFY(file.seek(0) && file.write(beginning.leftJustified(512, '\0')) == 512 && file.flush());
+            QElapsedTimer timer;
+            timer.start();
+            QCOMPARE(ResourceFile::open(file.fileName()), qint16(-1));
+            QVERIFY(!FileTypes::isAliasFile(file.fileName()));
+            QVERIFY2(timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
+        }
+        QCOMPARE(mkfifo(QFile::encodeName(at(u"pipe"_s)).constData(), 0600), 0);
+        QCOMPARE(ResourceFile::open(at(u"pipe"_s)), qint16(-1));
+        QVERIFY(!FileTypes::isAliasFile(at(u"pipe"_s)));
+    }
+
+    void chainSearchesFromTheCurrentFileToOlderOnes()
+    {
+        QVERIFY(write(u"old"_s, resourceFork({{"STMP", 1, "a", "old a"}, {"STMP", 2, "b", "old b"}})));
+        QVERIFY(write(u"new"_s, resourceFork({{"STMP", 1, "a", "new a"}})));
+        constexpr auto type = FileTypes::typeCode("STMP");
+        const qsizetype before = openDescriptors();
+        const qint16 older = ResourceFile::open(at(u"old"_s));
+        const qint16 newer = ResourceFile::open(at(u"new"_s));
+        QVERIFY(older > 0 && newer > 0 && older != newer);
+        QCOMPARE(ResourceFile::current(), newer);
+        QCOMPARE(ResourceFile::inChainWithName(type, "a"), QByteArray("new a"));
+        QCOMPARE(ResourceFile::inChainWithName(type, "b"), QByteArray("old b"));
+        QVERIFY(!ResourceFile::inCurrentFileWithName(type, "b"));
+        QCOMPARE(ResourceFile::lastError(), ResourceFile::resourceNotFoundError);
+        ResourceFile::setCurrent(older);
+        QCOMPARE(ResourceFile::inChainWithName(type, "a"), QByteArray("old a"));
+        ResourceFile::setCurrent(99);
+        QCOMPARE(ResourceFile::lastError(), ResourceFile::resourceFileNotFoundError);
+        ResourceFile::close(older);
+        QCOMPARE(ResourceFile::current(), newer);
+        ResourceFile::close(newer);
+        QCOMPARE(ResourceFile::current(), qint16(0));
+        QVERIFY(!ResourceFile::inChainWithName(type, "a"));
+        QCOMPARE(openDescriptors(), before);
+    }
+
+    void openingForWritingChangesNoByte()
+    {
+        QVERIFY(write(u"abbs"_s, m_fork) && write(u"other"_s, "data"));
+        QVERIFY(write(u"._other"_s, appleDouble(finderInfo("SFIL"), m_fork)));
+        for (const QString& name : {u"abbs"_s, u"other"_s, u"._other"_s}) {
+            const QByteArray before = contents(at(name));
+            const QDateTime changed = QFileInfo(at(name)).lastModified();
+            const qint16 reference = ResourceFile::open(at(name), ResourceFile::Access::ReadWrite);
+            QVERIFY(reference > 0 || name.startsWith(u'.'));
+            ResourceFile::close(reference);
+            QCOMPARE(contents(at(name)), before);
+            QCOMPARE(QFileInfo(at(name)).lastModified(), changed);
+        }
+    }
+
+    void aliasesAndLinksLeadToTheTarget_data()
+    {
+        const DataTable<bool> row("isBookmark");
+
+        row("alias record", false);
+        row("bookmark", true);
+    }
+
+    void aliasesAndLinksLeadToTheTarget()
+    {
+        QFETCH(bool, isBookmark);
+
+        QVERIFY(write(u"target"_s, "x"));
+        const QByteArray target = at(u"target"_s).toUtf8().sliced(1);
+        QVERIFY(write(u"alias"_s, isBookmark ? bookmarkFile(target.split('/')) : QByteArray()));
+        const QByteArray fork = resourceFork({{"alis", 0, {}, aliasRecord(target)}});
+        QVERIFY(isBookmark || write(u"._alias"_s, appleDouble(finderInfo("SFIL", 0x8000), fork)));
+        QVERIFY(QFile::link(at(u"alias"_s), at(u"link"_s)));
+        QVERIFY(FileTypes::isAliasFile(at(u"alias"_s)));
+        QVERIFY(!FileTypes::isAliasFile(at(u"link"_s)) && !FileTypes::isAliasFile(at(u"target"_s)));
+        QCOMPARE(FileTypes::resolveAliases(at(u"alias"_s)), at(u"target"_s));
+        QCOMPARE(FileTypes::resolveAliases(at(u"link"_s)), at(u"target"_s));
+        QCOMPARE(FileTypes::resolveAliases(at(u"target"_s)), at(u"target"_s));
+        QCOMPARE(FileTypes::resolveAliases(u"/no/such"_s), u"/no/such"_s);
+        QVERIFY(QFile::remove(at(u"target"_s)));
+        QVERIFY(!FileTypes::resolveAliases(at(u"link"_s)));
+    }
+
+    void endlessAliasChainLeadsNowhere()
+    {
+        const QList<QByteArray> folder = m_folder->path().toUtf8().sliced(1).split('/');
+        QVERIFY(write(u"a"_s, bookmarkFile(folder + QList<QByteArray>{"b"})));
+        QVERIFY(write(u"b"_s, bookmarkFile(folder + QList<QByteArray>{"a"})));
+        QVERIFY(QFile::link(at(u"l2"_s), at(u"l1"_s)) && QFile::link(at(u"l1"_s), at(u"l2"_s)));
+        QVERIFY(!FileTypes::resolveAliases(at(u"a"_s)));
+        QVERIFY(!FileTypes::resolveAliases(at(u"l1"_s)));
+    }
+
+    void aliasFallsBackToItsOwnFolder()
+    {
+        QVERIFY(write(u"Töne.aif"_s, "x"));
+        QVERIFY(write(u"alias"_s, bookmarkFile({"Volumes", "Gone", u"To\u0308ne.aif"_s.toUtf8()}, "/Volumes/Gone")));
+        QCOMPARE(FileTypes::resolveAliases(at(u"alias"_s)), at(u"Töne.aif"_s));
+    }
 
 private:
     QString at(const QString& name) const { return m_folder->filePath(name); }
@@ -62,218 +251,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     QByteArray m_fork = resourceFork({{"snd ", 1, "one", "first"}, {"snd ", 2, "two", "second"}});
 };
-
-void ResourceFilesTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-}
-
-void ResourceFilesTest::forkAndTypeAreFoundWhereverTheyAre_data()
-{
-    QTest::addColumn<QString>("container");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("hasType");
-
-    const QByteArray companion = appleDouble(finderInfo("SFIL"), m_fork);
-    QTest::newRow("companion") << u"folder/._beeps"_s << companion << true;
-    QTest::newRow("server's companion") << u"folder/.AppleDouble/beeps"_s << companion << true;
-    QTest::newRow("archive's companion") << u"__MACOSX/folder/._beeps"_s << companion << true;
-    QTest::newRow("archive of the folder") << u"folder/__MACOSX/._beeps"_s << companion << true;
-    QTest::newRow("AppleSingle") << u"folder/beeps"_s << appleDouble(finderInfo("SFIL"), m_fork, true) << true;
-    QTest::newRow("MacBinary II") << u"folder/beeps"_s << macBinary(2, "SFIL", "data", m_fork) << true;
-    QTest::newRow("MacBinary I") << u"folder/beeps"_s << macBinary(1, "SFIL", {}, m_fork) << true;
-    QTest::newRow("plain fork") << u"folder/beeps"_s << m_fork << false;
-    QTest::newRow("plain fork, trailing garbage") << u"folder/beeps"_s << m_fork + "garbage" << false;
-    QTest::newRow("fork beside") << u"folder/beeps.rsrc"_s << m_fork << false;
-    QTest::newRow("visible companion") << u"folder/beeps.rsrc"_s << companion << false;
-}
-
-void ResourceFilesTest::forkAndTypeAreFoundWhereverTheyAre()
-{
-    QFETCH(QString, container);
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, hasType);
-
-    QVERIFY(write(u"folder/beeps"_s, "just data"));
-    QVERIFY(write(container, bytes));
-    QVERIFY(QFile::link(at(u"folder/beeps"_s), at(u"link"_s)));
-    for (const QString& path : {at(u"folder/beeps"_s), at(u"link"_s)}) {
-        const qint16 reference = ResourceFile::open(path);
-        QVERIFY(reference > 0);
-        QCOMPARE(ResourceFile::countInCurrentFile(soundType), 2);
-        QCOMPARE(ResourceFile::inCurrentFileAtIndex(soundType, 2), QByteArray("second"));
-        ResourceFile::close(reference);
-        QCOMPARE(FileTypes::hfsTypeCode(path).has_value(), hasType);
-        QCOMPARE(FileTypes::hfsTypeCode(path).value_or(FileTypes::typeCode("SFIL")), FileTypes::typeCode("SFIL"));
-    }
-    QCOMPARE(FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("SFIL")), u"'SFIL'"_s);
-}
-
-void ResourceFilesTest::extendedAttributesAreRead()
-{
-    QVERIFY(write(u"beeps"_s, "data"));
-    const QByteArray path = QFile::encodeName(at(u"beeps"_s));
-    const QByteArray info = finderInfo("sfil");
-    if (setxattr(path.constData(), "user.com.apple.FinderInfo", info.constData(), size_t(info.size()), 0) != 0) {
-        QSKIP("the temporary folder's file system has no extended attributes");
-    }
-    QCOMPARE(FileTypes::hfsTypeCode(at(u"beeps"_s)), FileTypes::typeCode("sfil"));
-    QCOMPARE(
-        setxattr(path.constData(), "user.com.apple.ResourceFork", m_fork.constData(), size_t(m_fork.size()), 0), 0);
-    const qint16 reference = ResourceFile::open(at(u"beeps"_s));
-    QCOMPARE(ResourceFile::countInCurrentFile(soundType), 2);
-    ResourceFile::close(reference);
-}
-
-void ResourceFilesTest::companionThatIsALinkIsNotFollowed()
-{
-    QVERIFY(write(u"elsewhere/secret"_s, appleDouble(finderInfo("SFIL"), m_fork)) && write(u"folder/beeps"_s, "data"));
-    QVERIFY(QFile::link(at(u"elsewhere/secret"_s), at(u"folder/._beeps"_s)));
-    QVERIFY(!FileTypes::hfsTypeCode(at(u"folder/beeps"_s)));
-    QCOMPARE(ResourceFile::open(at(u"folder/beeps"_s)), qint16(-1));
-}
-
-void ResourceFilesTest::emptyCompanionForkGivesWayToAFullOne()
-{
-    QVERIFY(write(u"beeps"_s, m_fork) && write(u"._beeps"_s, appleDouble(finderInfo("SFIL"), resourceFork({}))));
-    const qint16 reference = ResourceFile::open(at(u"beeps"_s));
-    QCOMPARE(ResourceFile::countInCurrentFile(soundType), 2);
-    ResourceFile::close(reference);
-}
-
-void ResourceFilesTest::whatIsNoResourceFileDoesNotOpen_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<qint16>("error");
-
-    QTest::newRow("no file") << QByteArray() << ResourceFile::fileNotFoundError;
-    QTest::newRow("text") << QByteArray("hello") << ResourceFile::endOfFileError;
-    QTest::newRow("map behind the end") << QByteArray(m_fork).replace(4, 4, "\x7F\xFF\xFF\xFF")
-                                        << ResourceFile::endOfFileError;
-    QTest::newRow("type list outside the map")
-        << QByteArray(m_fork).replace(m_fork.indexOf("\0\x1C"_ba), 2, "\xFF\xFF") << ResourceFile::badMapError;
-    QTest::newRow("AppleSingle, cut off")
-        << appleDouble(finderInfo("SFIL"), m_fork, true).chopped(1) << ResourceFile::badMapError;
-}
-
-void ResourceFilesTest::whatIsNoResourceFileDoesNotOpen()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(qint16, error);
-
-    QVERIFY(bytes.isEmpty() || write(u"file"_s, bytes));
-    const qsizetype before = openDescriptors();
-    QCOMPARE(ResourceFile::open(at(u"file"_s)), qint16(-1));
-    QCOMPARE(ResourceFile::lastError(), error);
-    QCOMPARE(ResourceFile::current(), qint16(0));
-    QCOMPARE(openDescriptors(), before);
-}
-
-void ResourceFilesTest::hugeFileIsLookedAtAndLeftAlone()
-{
-    QFile file(at(u"huge"_s));
-    QVERIFY(file.open(QIODevice::ReadWrite) && file.resize(qint64(3) << 30));
-    const QList<QByteArray> beginnings = {"RIFF", m_fork.first(16),
-        QByteArray::fromHex("00000100 7FFFFF00 7FFFFE00 000000FF"),
-        macBinary(3, "SFIL", {}, {}).replace(87, 4, "\x7F\xFF\xFF\x00"_ba)};
-    for (const QByteArray& beginning : beginnings) {
-        QVERIFY(file.seek(0) && file.write(beginning.leftJustified(512, '\0')) == 512 && file.flush());
-        QElapsedTimer timer;
-        timer.start();
-        QCOMPARE(ResourceFile::open(file.fileName()), qint16(-1));
-        QVERIFY(!FileTypes::isAliasFile(file.fileName()));
-        QVERIFY2(timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
-    }
-    QCOMPARE(mkfifo(QFile::encodeName(at(u"pipe"_s)).constData(), 0600), 0);
-    QCOMPARE(ResourceFile::open(at(u"pipe"_s)), qint16(-1));
-    QVERIFY(!FileTypes::isAliasFile(at(u"pipe"_s)));
-}
-
-void ResourceFilesTest::chainSearchesFromTheCurrentFileToOlderOnes()
-{
-    QVERIFY(write(u"old"_s, resourceFork({{"STMP", 1, "a", "old a"}, {"STMP", 2, "b", "old b"}})));
-    QVERIFY(write(u"new"_s, resourceFork({{"STMP", 1, "a", "new a"}})));
-    constexpr auto type = FileTypes::typeCode("STMP");
-    const qsizetype before = openDescriptors();
-    const qint16 older = ResourceFile::open(at(u"old"_s));
-    const qint16 newer = ResourceFile::open(at(u"new"_s));
-    QVERIFY(older > 0 && newer > 0 && older != newer);
-    QCOMPARE(ResourceFile::current(), newer);
-    QCOMPARE(ResourceFile::inChainWithName(type, "a"), QByteArray("new a"));
-    QCOMPARE(ResourceFile::inChainWithName(type, "b"), QByteArray("old b"));
-    QVERIFY(!ResourceFile::inCurrentFileWithName(type, "b"));
-    QCOMPARE(ResourceFile::lastError(), ResourceFile::resourceNotFoundError);
-    ResourceFile::setCurrent(older);
-    QCOMPARE(ResourceFile::inChainWithName(type, "a"), QByteArray("old a"));
-    ResourceFile::setCurrent(99);
-    QCOMPARE(ResourceFile::lastError(), ResourceFile::resourceFileNotFoundError);
-    ResourceFile::close(older);
-    QCOMPARE(ResourceFile::current(), newer);
-    ResourceFile::close(newer);
-    QCOMPARE(ResourceFile::current(), qint16(0));
-    QVERIFY(!ResourceFile::inChainWithName(type, "a"));
-    QCOMPARE(openDescriptors(), before);
-}
-
-void ResourceFilesTest::openingForWritingChangesNoByte()
-{
-    QVERIFY(write(u"abbs"_s, m_fork) && write(u"other"_s, "data"));
-    QVERIFY(write(u"._other"_s, appleDouble(finderInfo("SFIL"), m_fork)));
-    for (const QString& name : {u"abbs"_s, u"other"_s, u"._other"_s}) {
-        const QByteArray before = contents(at(name));
-        const QDateTime changed = QFileInfo(at(name)).lastModified();
-        const qint16 reference = ResourceFile::open(at(name), ResourceFile::Access::ReadWrite);
-        QVERIFY(reference > 0 || name.startsWith(u'.'));
-        ResourceFile::close(reference);
-        QCOMPARE(contents(at(name)), before);
-        QCOMPARE(QFileInfo(at(name)).lastModified(), changed);
-    }
-}
-
-void ResourceFilesTest::aliasesAndLinksLeadToTheTarget_data()
-{
-    QTest::addColumn<bool>("isBookmark");
-
-    QTest::newRow("alias record") << false;
-    QTest::newRow("bookmark") << true;
-}
-
-void ResourceFilesTest::aliasesAndLinksLeadToTheTarget()
-{
-    QFETCH(bool, isBookmark);
-
-    QVERIFY(write(u"target"_s, "x"));
-    const QByteArray target = at(u"target"_s).toUtf8().sliced(1);
-    QVERIFY(write(u"alias"_s, isBookmark ? bookmarkFile(target.split('/')) : QByteArray()));
-    const QByteArray fork = resourceFork({{"alis", 0, {}, aliasRecord(target)}});
-    QVERIFY(isBookmark || write(u"._alias"_s, appleDouble(finderInfo("SFIL", 0x8000), fork)));
-    QVERIFY(QFile::link(at(u"alias"_s), at(u"link"_s)));
-    QVERIFY(FileTypes::isAliasFile(at(u"alias"_s)));
-    QVERIFY(!FileTypes::isAliasFile(at(u"link"_s)) && !FileTypes::isAliasFile(at(u"target"_s)));
-    QCOMPARE(FileTypes::resolveAliases(at(u"alias"_s)), at(u"target"_s));
-    QCOMPARE(FileTypes::resolveAliases(at(u"link"_s)), at(u"target"_s));
-    QCOMPARE(FileTypes::resolveAliases(at(u"target"_s)), at(u"target"_s));
-    QCOMPARE(FileTypes::resolveAliases(u"/no/such"_s), u"/no/such"_s);
-    QVERIFY(QFile::remove(at(u"target"_s)));
-    QVERIFY(!FileTypes::resolveAliases(at(u"link"_s)));
-}
-
-void ResourceFilesTest::endlessAliasChainLeadsNowhere()
-{
-    const QList<QByteArray> folder = m_folder->path().toUtf8().sliced(1).split('/');
-    QVERIFY(write(u"a"_s, bookmarkFile(folder + QList<QByteArray>{"b"})));
-    QVERIFY(write(u"b"_s, bookmarkFile(folder + QList<QByteArray>{"a"})));
-    QVERIFY(QFile::link(at(u"l2"_s), at(u"l1"_s)) && QFile::link(at(u"l1"_s), at(u"l2"_s)));
-    QVERIFY(!FileTypes::resolveAliases(at(u"a"_s)));
-    QVERIFY(!FileTypes::resolveAliases(at(u"l1"_s)));
-}
-
-void ResourceFilesTest::aliasFallsBackToItsOwnFolder()
-{
-    QVERIFY(write(u"Töne.aif"_s, "x"));
-    QVERIFY(write(u"alias"_s, bookmarkFile({"Volumes", "Gone", u"To\u0308ne.aif"_s.toUtf8()}, "/Volumes/Gone")));
-    QCOMPARE(FileTypes::resolveAliases(at(u"alias"_s)), at(u"Töne.aif"_s));
-}
 
 QTEST_GUILESS_MAIN(ResourceFilesTest)
 

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QTest>
 
+#include <DataTable.h>
 #include <xcb/xcb.h>
 
 #include <memory>
@@ -16,10 +17,46 @@ class FrontmostProcessTest final : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void nameIsThatOfTheActiveWindowsProcess_data();
-    void nameIsThatOfTheActiveWindowsProcess();
-    void withoutAnActiveWindowThereIsNone();
+
+    void initTestCase()
+    {
+        QCOMPARE(xcb_connection_has_error(m_connection.get()), 0);
+        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
+    }
+
+    void nameIsThatOfTheActiveWindowsProcess_data()
+    {
+        const DataTable<qint64, QByteArray, std::optional<QString>> row("process", "windowClass", "name");
+
+        const std::optional<QString> own = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+        row("process", QCoreApplication::applicationPid(), QByteArray("other\0Other", 12), own);
+        row("no process number", 0, QByteArray("editor\0Editor", 14), u"Editor"_s);
+        row("process elsewhere", 0x7FFFFFFF, QByteArray("a\0Far", 6), u"Far"_s);
+        row("nothing known", 0, {}, std::optional<QString>());
+    }
+
+    void nameIsThatOfTheActiveWindowsProcess()
+    {
+        const auto [process, windowClass, name] = currentRow<qint64, QByteArray, std::optional<QString>>();
+
+        const xcb_window_t window = xcb_generate_id(m_connection.get());
+        xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, m_root, 0, 0, 10, 10, 0,
+            XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        if (process != 0) {
+            setNumber(window, "_NET_WM_PID", XCB_ATOM_CARDINAL, quint32(process));
+        }
+        xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+            quint32(windowClass.size()), windowClass.constData());
+        activate(window);
+        QCOMPARE(FrontmostProcess::name(), name);
+        xcb_destroy_window(m_connection.get(), window);
+    }
+
+    void withoutAnActiveWindowThereIsNone()
+    {
+        activate(0);
+        QCOMPARE(FrontmostProcess::name(), std::nullopt);
+    }
 
 private:
     xcb_atom_t atom(const char* name)
@@ -45,50 +82,6 @@ private:
         xcb_connect(nullptr, nullptr), &xcb_disconnect};
     xcb_window_t m_root = 0;
 };
-
-void FrontmostProcessTest::initTestCase()
-{
-    QCOMPARE(xcb_connection_has_error(m_connection.get()), 0);
-    m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data->root;
-}
-
-void FrontmostProcessTest::nameIsThatOfTheActiveWindowsProcess_data()
-{
-    QTest::addColumn<qint64>("process");
-    QTest::addColumn<QByteArray>("windowClass");
-    QTest::addColumn<std::optional<QString>>("name");
-
-    const std::optional<QString> own = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
-    QTest::newRow("process") << QCoreApplication::applicationPid() << QByteArray("other\0Other", 12) << own;
-    QTest::newRow("no process number") << qint64(0) << QByteArray("editor\0Editor", 14) << std::optional(u"Editor"_s);
-    QTest::newRow("process elsewhere") << qint64(0x7FFFFFFF) << QByteArray("a\0Far", 6) << std::optional(u"Far"_s);
-    QTest::newRow("nothing known") << qint64(0) << QByteArray() << std::optional<QString>();
-}
-
-void FrontmostProcessTest::nameIsThatOfTheActiveWindowsProcess()
-{
-    QFETCH(qint64, process);
-    QFETCH(QByteArray, windowClass);
-    QFETCH(std::optional<QString>, name);
-
-    const xcb_window_t window = xcb_generate_id(m_connection.get());
-    xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, m_root, 0, 0, 10, 10, 0,
-        XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    if (process != 0) {
-        setNumber(window, "_NET_WM_PID", XCB_ATOM_CARDINAL, quint32(process));
-    }
-    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
-        quint32(windowClass.size()), windowClass.constData());
-    activate(window);
-    QCOMPARE(FrontmostProcess::name(), name);
-    xcb_destroy_window(m_connection.get(), window);
-}
-
-void FrontmostProcessTest::withoutAnActiveWindowThereIsNone()
-{
-    activate(0);
-    QCOMPARE(FrontmostProcess::name(), std::nullopt);
-}
 
 QTEST_GUILESS_MAIN(FrontmostProcessTest)
 

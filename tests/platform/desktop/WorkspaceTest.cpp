@@ -14,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -165,17 +167,15 @@ private Q_SLOTS:
 
     void textsComeInTheUsersLanguage_data()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("exact") << u"de_AT"_s << u"Klang"_s;
-        QTest::newRow("no such language") << u"fr_FR"_s << u"English sound"_s;
-        QTest::newRow("C") << u"C"_s << u"English sound"_s;
+        const DataTable<QString, QString> row("locale", "text");
+        row("exact", u"de_AT"_s, u"Klang"_s);
+        row("no such language", u"fr_FR"_s, u"English sound"_s);
+        row("C", u"C"_s, u"English sound"_s);
     }
 
     void textsComeInTheUsersLanguage()
     {
-        QFETCH(const QString, locale);
-        QFETCH(const QString, text);
+        const auto [locale, text] = currentRow<QString, QString>();
         for (const auto& [language, translation] : {std::pair{"de", "Klang"}, std::pair{"en", "English sound"}}) {
             const QString base =
                 m_folder.filePath(u"pane/Contents/Resources/%1.lproj/Localizable"_s.arg(QString::fromLatin1(language)));

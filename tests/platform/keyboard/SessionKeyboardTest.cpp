@@ -4,6 +4,7 @@
 #include <QTemporaryFile>
 #include <QTest>
 
+#include <DataTable.h>
 #include <wayland-server.h>
 #include <xkbcommon/xkbcommon.h>
 
@@ -124,38 +125,34 @@ private Q_SLOTS:
 
     void cleanup() { qunsetenv("WAYLAND_DISPLAY"); }
 
-    void layoutFollowsTheCompositor();
-    void withoutItsLayoutTheDefaultOneCounts_data();
-    void withoutItsLayoutTheDefaultOneCounts();
+    void layoutFollowsTheCompositor()
+    {
+        Compositor compositor(keymapText("de"));
+        SessionKeyboard keyboard(nullptr);
+        QCOMPARE(nameOfZKey(keyboard), u"y"_s);
+        QCOMPARE(keyboard.layout(), keyboard.layout());
+        compositor.changeKeymap(keymapText("fr"));
+        QTRY_COMPARE(nameOfZKey(keyboard), u"w"_s);
+    }
+
+    void withoutItsLayoutTheDefaultOneCounts_data()
+    {
+        const DataTable<QByteArray> row("keymap");
+        row("no keyboard", {});
+        row("no keymap", "xkb_keymap {");
+    }
+
+    void withoutItsLayoutTheDefaultOneCounts()
+    {
+        QFETCH(QByteArray, keymap);
+        const Compositor compositor(keymap);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"tells no keyboard layout"_s));
+        qputenv("XKB_DEFAULT_LAYOUT", "fr");
+        SessionKeyboard keyboard(nullptr);
+        QCOMPARE(nameOfZKey(keyboard), u"w"_s);
+        qunsetenv("XKB_DEFAULT_LAYOUT");
+    }
 };
-
-void SessionKeyboardTest::layoutFollowsTheCompositor()
-{
-    Compositor compositor(keymapText("de"));
-    SessionKeyboard keyboard(nullptr);
-    QCOMPARE(nameOfZKey(keyboard), u"y"_s);
-    QCOMPARE(keyboard.layout(), keyboard.layout());
-    compositor.changeKeymap(keymapText("fr"));
-    QTRY_COMPARE(nameOfZKey(keyboard), u"w"_s);
-}
-
-void SessionKeyboardTest::withoutItsLayoutTheDefaultOneCounts_data()
-{
-    QTest::addColumn<QByteArray>("keymap");
-    QTest::newRow("no keyboard") << QByteArray();
-    QTest::newRow("no keymap") << QByteArray("xkb_keymap {");
-}
-
-void SessionKeyboardTest::withoutItsLayoutTheDefaultOneCounts()
-{
-    QFETCH(QByteArray, keymap);
-    const Compositor compositor(keymap);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"tells no keyboard layout"_s));
-    qputenv("XKB_DEFAULT_LAYOUT", "fr");
-    SessionKeyboard keyboard(nullptr);
-    QCOMPARE(nameOfZKey(keyboard), u"w"_s);
-    qunsetenv("XKB_DEFAULT_LAYOUT");
-}
 
 QTEST_MAIN(SessionKeyboardTest)
 #include "SessionKeyboardTest.moc"

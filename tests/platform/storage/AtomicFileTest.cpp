@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <DataTable.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -96,12 +97,12 @@ private Q_SLOTS:
 
     void failureLeavesEverythingAsItWas_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("folder in the file's place") << u"folder"_s;
-        QTest::newRow("no folder") << u"missing/document"_s;
-        QTest::newRow("file as folder") << u"document/document"_s;
-        QTest::newRow("links in a circle") << u"circle"_s;
-        QTest::newRow("pipe") << u"pipe"_s;
+        const DataTable<QString> row("name");
+        row("folder in the file's place", u"folder"_s);
+        row("no folder", u"missing/document"_s);
+        row("file as folder", u"document/document"_s);
+        row("links in a circle", u"circle"_s);
+        row("pipe", u"pipe"_s);
     }
 
     void failureLeavesEverythingAsItWas()

@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <DataTable.h>
+
 using namespace Qt::StringLiterals;
 using PropertyList::Value;
 
@@ -85,11 +87,11 @@ private Q_SLOTS:
 
     void brokenFileReadsAsEmptyAndStays_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("garbage") << QByteArray("\x00\xff\x17 garbage", 11);
-        QTest::newRow("truncated") << plist(u"Key"_s, u"value"_s).chopped(20);
-        QTest::newRow("no dictionary") << PropertyList::write(PropertyList::Array::create());
+        const DataTable<QByteArray> row("bytes");
+        row("empty", {});
+        row("garbage", QByteArray("\x00\xff\x17 garbage", 11));
+        row("truncated", plist(u"Key"_s, u"value"_s).chopped(20));
+        row("no dictionary", PropertyList::write(PropertyList::Array::create()));
     }
 
     void brokenFileReadsAsEmptyAndStays()

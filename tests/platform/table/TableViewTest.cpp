@@ -13,6 +13,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <DataTable.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -54,374 +56,341 @@ class TableViewTest : public QObject
 {
     Q_OBJECT
 
+    using Road = std::function<void(TableViewTest&)>;
+
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void announcesEachMoveBeforeAndAfter_data();
-    void announcesEachMoveBeforeAndAfter();
-    void movesOnceWhenAnObserverMovesToo();
-    void dialogInsideAPressLeavesNoDragAndMovesAfterwards();
-    void dialogThatRemovesTheTargetKeepsTheOldRow();
-    void removalOfTheSelectedLastRowDeselects();
-    void reloadKeepsSelectionAndResetsNothing();
-    void clickSelectsActsAndSetsTheValue();
-    void clickReleasedElsewhereDoesNothing();
-    void keysActivateTheCurrentButtonCell_data();
-    void keysActivateTheCurrentButtonCell();
-    void keyboardStartsBesideTheButtons();
-    void pressOpensTheMenuOfAPopUpCell();
-    void editingFollowsTheOrder_data();
-    void editingFollowsTheOrder();
-    void refusedChangeRestoresTheText();
-    void reloadGivesUpTheEditingOfAChangedCell();
-    void commandKeysComeBeforeShortcuts();
-    void headerClickTogglesTheOrder();
-    void dropsLandWhereTheSourceSays();
-    void dragOffersRowsAndLeavesByTheMask();
-    void iconColumnsKeepTheirTitleForToolTips();
+
+    void init()
+    {
+        m_source = std::make_unique<RowSource>();
+        m_source->texts = {u"a"_s, u"b"_s, u"c"_s};
+        m_table = std::make_unique<RecordingTable>();
+        m_table->source = m_source.get();
+        m_table->setColumns({u"Text:editable,sort,width=200"_s, u"Button:icon"_s, u"Menu"_s});
+        m_table->setColumnTitles({u"Words"_s, u"Press"_s, u"Choose"_s});
+        auto button = std::make_shared<ButtonCell>();
+        button->setAction([this](TableView* table) { journal().append(u"action %1"_s.arg(table->selectedRow())); });
+        m_table->tableColumnWithIdentifier(u"Button"_s)->setDataCell(button);
+        m_table->tableColumnWithIdentifier(u"Menu"_s)->setDataCell(std::make_shared<PopUpButtonCell>());
+        m_table->setDataSource(m_source.get());
+        m_table->registerForDraggedTypes();
+        new QAbstractItemModelTester(
+            m_table->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, m_table->model());
+        m_table->resize(500, 300);
+        m_table->show();
+        m_table->activateWindow();
+        m_table->setFocus();
+        QVERIFY(QTest::qWaitForWindowActive(m_table.get()));
+    }
+
+    void cleanup()
+    {
+        QVERIFY(!m_source->isAskedBeyondEnd);
+        m_table.reset();
+    }
+
+    void announcesEachMoveBeforeAndAfter_data()
+    {
+        const DataTable<int, Road> row("row", "road");
+        row("mouse", 2, [](TableViewTest& t) { t.click(2, textColumn); });
+        row("press below the rows", -1,
+            [](TableViewTest& t) { QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, {}, QPoint(20, 250)); });
+        row("command click", -1, [](TableViewTest& t) { t.click(1, textColumn, Qt::ControlModifier); });
+        row("keyboard", 0, [](TableViewTest& t) { QTest::keyClick(t.m_table.get(), Qt::Key_Up); });
+        row("code", 2, [](TableViewTest& t) { t.m_table->selectRow_byExtendingSelection(2, true); });
+        row("code, none", -1, [](TableViewTest& t) { t.m_table->selectRow_byExtendingSelection(-1, false); });
+        row("the view's own selection", -1, [](TableViewTest& t) { t.m_table->clearSelection(); });
+        row("removal of rows", -1, [](TableViewTest& t) {
+            t.m_source->texts = {u"a"_s};
+            t.m_table->noteNumberOfRowsChanged();
+        });
+    }
+
+    void announcesEachMoveBeforeAndAfter()
+    {
+        const auto [row, road] = currentRow<int, Road>();
+        m_table->selectRow_byExtendingSelection(1, false);
+        observe();
+        road(*this);
+        QCOMPARE(journal(), QStringList({u"from 1"_s, u"to %1"_s.arg(row)}));
+        QCOMPARE(m_table->selectedRow(), row);
+        QCOMPARE(m_table->selectionModel()->hasSelection(), row >= 0);
+        QCOMPARE(m_table->currentIndex().row(), row);
+    }
+
+    void movesOnceWhenAnObserverMovesToo()
+    {
+        NotificationCenter::defaultCenter().addObserver(m_table.get(), TableView::selectionIsChangingNotification,
+            m_table.get(), [this](const Notification&) { m_table->selectRow_byExtendingSelection(0, false); });
+        observe();
+        m_table->selectRow_byExtendingSelection(2, false);
+        QCOMPARE(journal(), QStringList({u"from -1"_s, u"to 2"_s}));
+    }
+
+    void dialogInsideAPressLeavesNoDragAndMovesAfterwards()
+    {
+        NotificationCenter::defaultCenter().addObserver(
+            m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), [](const Notification&) {
+                QMessageBox box;
+                QTimer::singleShot(0, &box, &QDialog::accept);
+                box.exec();
+            });
+        QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
+        // The release went to the dialog. What comes next must neither drag nor select nor act.
+        QCOMPARE(m_table->selectedRow(), 1);
+        QTest::mouseMove(m_table->viewport(), centerOf(2, textColumn));
+        QTest::mouseRelease(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
+        QCOMPARE(m_table->selectedRow(), 1);
+        QCOMPARE(journal(), QStringList());
+        QCOMPARE(m_table->selectionModel()->selectedRows().size(), 1);
+
+        // The next click works as ever.
+        click(1, buttonColumn);
+        QCOMPARE(journal(), QStringList({u"action 1"_s, u"set Button 1 "_s}));
+    }
+
+    void dialogThatRemovesTheTargetKeepsTheOldRow()
+    {
+        m_table->selectRow_byExtendingSelection(0, false);
+        NotificationCenter::defaultCenter().addObserver(
+            m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), [this](const Notification&) {
+                m_source->texts = {u"a"_s};
+                m_table->reloadData();
+            });
+        observe();
+        click(2, textColumn);
+        QCOMPARE(m_table->selectedRow(), 0);
+        QCOMPARE(m_table->selectionModel()->selectedRows().value(0).row(), 0);
+        QCOMPARE(journal(), QStringList({u"from 0"_s}));
+    }
+
+    void removalOfTheSelectedLastRowDeselects()
+    {
+        m_table->selectRow_byExtendingSelection(2, false);
+        m_source->texts.removeLast();
+        observe();
+        m_table->reloadData();
+        QCOMPARE(journal(), QStringList({u"from 2"_s, u"to -1"_s}));
+        QVERIFY(!m_table->currentIndex().isValid());
+    }
+
+    void reloadKeepsSelectionAndResetsNothing()
+    {
+        m_table->selectRow_byExtendingSelection(1, false);
+        bool isReset = false;
+        connect(m_table->model(), &QAbstractItemModel::modelReset, this, [&isReset] { isReset = true; });
+        observe();
+        m_source->texts.append(u"d"_s);
+        m_table->reloadData();
+        QCOMPARE(m_table->numberOfRows(), 4);
+        QCOMPARE(m_table->selectedRow(), 1);
+        QVERIFY(!isReset && journal().isEmpty());
+    }
+
+    void clickSelectsActsAndSetsTheValue()
+    {
+        observe();
+        click(2, buttonColumn);
+        const QStringList expected{u"from -1"_s, u"to 2"_s, u"action 2"_s, u"set Button 2 "_s};
+        QCOMPARE(journal(), expected);
+    }
+
+    void clickReleasedElsewhereDoesNothing()
+    {
+        QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, centerOf(0, buttonColumn));
+        QTest::mouseRelease(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
+        QCOMPARE(journal(), QStringList());
+    }
+
+    void keysActivateTheCurrentButtonCell_data()
+    {
+        const DataTable<Qt::Key> row("key");
+        row("Return", Qt::Key_Return);
+        row("Space", Qt::Key_Space);
+    }
+
+    void keysActivateTheCurrentButtonCell()
+    {
+        QFETCH(Qt::Key, key);
+        QTest::keyClick(m_table.get(), Qt::Key_Down);
+        QTest::keyClick(m_table.get(), Qt::Key_Right);
+        QTest::keyClick(m_table.get(), Qt::Key_Down);
+        QTest::keyClick(m_table.get(), key);
+        QCOMPARE(journal(), QStringList({u"action 1"_s, u"set Button 1 "_s}));
+    }
+
+    void keyboardStartsBesideTheButtons()
+    {
+        m_table->setColumns({u"Button:icon"_s, u"Text"_s});
+        QTest::keyClick(m_table.get(), Qt::Key_Down);
+        QCOMPARE(m_table->currentIndex(), m_table->model()->index(0, 1));
+        m_table->selectRow(2);
+        QCOMPARE(m_table->currentIndex(), m_table->model()->index(2, 1));
+    }
+
+    void pressOpensTheMenuOfAPopUpCell()
+    {
+        QMenu menu;
+        menu.addAction(u"One"_s);
+        auto cell = std::make_shared<PopUpButtonCell>();
+        cell->setMenu(&menu);
+        m_table->tableColumnWithIdentifier(u"Menu"_s)->setDataCell(cell);
+        QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, menuColumn));
+        QVERIFY(menu.isVisible());
+        QCOMPARE(m_table->selectedRow(), 1);
+    }
+
+    void editingFollowsTheOrder_data()
+    {
+        const DataTable<QString, int, QStringList> row("typed", "endKey", "expected");
+
+        const QStringList committed{u"should begin"_s, u"did end"_s, u"set Text 1 xy"_s};
+        row("Return", u"xy"_s, Qt::Key_Return, committed);
+        row("Tab", u"xy"_s, Qt::Key_Tab, committed);
+        row("click elsewhere", u"xy"_s, 0, committed);
+        row("Escape", u"xy"_s, Qt::Key_Escape, {u"should begin"_s, u"did end"_s});
+        row("no change", {}, Qt::Key_Return, {});
+    }
+
+    void editingFollowsTheOrder()
+    {
+        const auto [typed, endKey, expected] = currentRow<QString, int, QStringList>();
+        m_table->editColumn_row_withEvent_select(textColumn, 1, nullptr, true);
+        QVERIFY(m_table->isEditing());
+        QVERIFY2(journal().isEmpty(), "opening the field is no change");
+        auto* const editor = m_table->findChild<QLineEdit*>();
+        QTest::keyClicks(editor, typed);
+        if (endKey != 0) {
+            QTest::keyClick(editor, Qt::Key(endKey));
+        } else {
+            m_table->setFocus(Qt::MouseFocusReason);
+        }
+        QCOMPARE(journal(), expected);
+        QVERIFY(!m_table->isEditing());
+    }
+
+    void refusedChangeRestoresTheText()
+    {
+        m_table->mayBegin = false;
+        m_table->editColumn_row_withEvent_select(textColumn, 1, nullptr, true);
+        auto* const editor = m_table->findChild<QLineEdit*>();
+        QTest::keyClicks(editor, u"x"_s);
+        QCOMPARE(editor->text(), u"b"_s);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(journal(), QStringList({u"should begin"_s}));
+    }
+
+    void reloadGivesUpTheEditingOfAChangedCell()
+    {
+        m_table->editColumn_row_withEvent_select(textColumn, 1, nullptr, true);
+        QTest::keyClicks(m_table->findChild<QLineEdit*>(), u"x"_s);
+        m_table->reloadData();
+        QVERIFY(m_table->isEditing());
+        m_source->texts.removeFirst();
+        m_table->reloadData();
+        QVERIFY(!m_table->isEditing());
+        QCOMPARE(journal(), QStringList({u"should begin"_s, u"did end"_s}));
+    }
+
+    void commandKeysComeBeforeShortcuts()
+    {
+        bool isMenuReached = false;
+        for (const QKeySequence& keys : {QKeySequence(Qt::CTRL | Qt::Key_C), QKeySequence(Qt::CTRL | Qt::Key_T)}) {
+            auto* const shortcut = new QShortcut(keys, m_table.get());
+            connect(shortcut, &QShortcut::activated, this, [&isMenuReached] { isMenuReached = true; });
+        }
+        QTest::keyClick(m_table->windowHandle(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(journal(), QStringList({u"key c"_s}));
+        QVERIFY(!isMenuReached);
+        QTest::keyClick(m_table->windowHandle(), Qt::Key_T, Qt::ControlModifier);
+        QVERIFY(isMenuReached);
+    }
+
+    void headerClickTogglesTheOrder()
+    {
+        QHeaderView* const header = m_table->horizontalHeader();
+        const auto click = [header](int column) {
+            const QPoint place(header->sectionViewportPosition(column) + 10, header->height() / 2);
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
+        };
+        click(textColumn);
+        click(textColumn);
+        click(buttonColumn);
+        QCOMPARE(journal(), QStringList({u"sort Text 1"_s, u"sort Text 0"_s}));
+        QCOMPARE(header->sortIndicatorSection(), textColumn);
+        QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+        m_table->clearSortDescriptors();
+        QCOMPARE(header->sortIndicatorSection(), -1);
+        click(textColumn);
+        QCOMPARE(journal().last(), u"sort Text 1"_s);
+    }
+
+    void dropsLandWhereTheSourceSays()
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(u"/x/boing.aif"_s)});
+        const QPoint edge = m_table->visualRect(m_table->model()->index(1, textColumn)).topLeft() + QPoint(5, 1);
+        const QPoint below(20, 250);
+        const auto isMoveAccepted = [this, &data](const QPoint& position) {
+            QDragMoveEvent move(position, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(m_table->viewport(), &move);
+            return move.isAccepted();
+        };
+        // What enters where nothing can be dropped may still reach a row.
+        QDragEnterEvent enter(below, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_table->viewport(), &enter);
+        QVERIFY(enter.isAccepted());
+        QVERIFY(!isMoveAccepted(below));
+        QCOMPARE(m_source->proposedRow, 3);
+        QVERIFY(isMoveAccepted(edge));
+        QDropEvent drop(edge, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_table->viewport(), &drop);
+        QCOMPARE(journal(), QStringList({u"drop on 1 /x/boing.aif"_s}));
+    }
+
+    void dragOffersRowsAndLeavesByTheMask()
+    {
+        const std::unique_ptr<QMimeData> data(m_table->model()->mimeData({m_table->model()->index(2, 0)}));
+        QVERIFY(data);
+        QCOMPARE(Pasteboard(data.get()).stringForType(u"Row"_s), u"2"_s);
+        QCOMPARE(m_table->model()->supportedDragActions(), Qt::CopyAction);
+    }
+
+    void iconColumnsKeepTheirTitleForToolTips()
+    {
+        const QAbstractItemModel* const model = m_table->model();
+        QCOMPARE(model->headerData(buttonColumn, Qt::Horizontal, Qt::DisplayRole).toString(), QString());
+        QCOMPARE(model->headerData(buttonColumn, Qt::Horizontal, Qt::ToolTipRole).toString(), u"Press"_s);
+        QCOMPARE(model->index(0, buttonColumn).data(Qt::AccessibleTextRole).toString(), u"Press"_s);
+    }
 
 private:
-    void observe();
-    QPoint centerOf(int row, int column) const;
+    void observe()
+    {
+        auto& center = NotificationCenter::defaultCenter();
+        const auto record = [this](const QString& what) {
+            return [this, what](const Notification&) { journal().append(what.arg(m_table->selectedRow())); };
+        };
+        center.addObserver(
+            m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), record(u"from %1"_s));
+        center.addObserver(m_table.get(), TableView::selectionDidChangeNotification, m_table.get(), record(u"to %1"_s));
+    }
+
+    QPoint centerOf(int row, int column) const
+    {
+        return m_table->visualRect(m_table->model()->index(row, column)).center();
+    }
+
+    void click(int row, int column, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::mouseClick(m_table->viewport(), Qt::LeftButton, modifiers, centerOf(row, column));
+    }
 
     QStringList& journal() { return m_source->journal; }
 
     std::unique_ptr<RowSource> m_source;
     std::unique_ptr<RecordingTable> m_table;
 };
-
-void TableViewTest::init()
-{
-    m_source = std::make_unique<RowSource>();
-    m_source->texts = {u"a"_s, u"b"_s, u"c"_s};
-    m_table = std::make_unique<RecordingTable>();
-    m_table->source = m_source.get();
-    m_table->setColumns({u"Text:editable,sort,width=200"_s, u"Button:icon"_s, u"Menu"_s});
-    m_table->setColumnTitles({u"Words"_s, u"Press"_s, u"Choose"_s});
-    auto button = std::make_shared<ButtonCell>();
-    button->setAction([this](TableView* table) { journal().append(u"action %1"_s.arg(table->selectedRow())); });
-    m_table->tableColumnWithIdentifier(u"Button"_s)->setDataCell(button);
-    m_table->tableColumnWithIdentifier(u"Menu"_s)->setDataCell(std::make_shared<PopUpButtonCell>());
-    m_table->setDataSource(m_source.get());
-    m_table->registerForDraggedTypes();
-    new QAbstractItemModelTester(
-        m_table->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, m_table->model());
-    m_table->resize(500, 300);
-    m_table->show();
-    m_table->activateWindow();
-    m_table->setFocus();
-    QVERIFY(QTest::qWaitForWindowActive(m_table.get()));
-}
-
-void TableViewTest::cleanup()
-{
-    QVERIFY(!m_source->isAskedBeyondEnd);
-    m_table.reset();
-}
-
-void TableViewTest::observe()
-{
-    auto& center = NotificationCenter::defaultCenter();
-    const auto record = [this](const QString& what) {
-        return [this, what](const Notification&) { journal().append(what.arg(m_table->selectedRow())); };
-    };
-    center.addObserver(m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), record(u"from %1"_s));
-    center.addObserver(m_table.get(), TableView::selectionDidChangeNotification, m_table.get(), record(u"to %1"_s));
-}
-
-QPoint TableViewTest::centerOf(int row, int column) const
-{
-    return m_table->visualRect(m_table->model()->index(row, column)).center();
-}
-
-void TableViewTest::announcesEachMoveBeforeAndAfter_data()
-{
-    using Road = std::function<void(TableViewTest&)>;
-    QTest::addColumn<Road>("road");
-    QTest::addColumn<int>("row");
-
-    QTest::newRow("mouse") << Road([](TableViewTest& t) {
-        QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, {}, t.centerOf(2, textColumn));
-    }) << 2;
-    QTest::newRow("press below the rows")
-        << Road([](TableViewTest& t) { QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, {}, QPoint(20, 250)); })
-        << -1;
-    QTest::newRow("command click") << Road([](TableViewTest& t) {
-        QTest::mouseClick(t.m_table->viewport(), Qt::LeftButton, Qt::ControlModifier, t.centerOf(1, textColumn));
-    }) << -1;
-    QTest::newRow("keyboard") << Road([](TableViewTest& t) { QTest::keyClick(t.m_table.get(), Qt::Key_Up); }) << 0;
-    QTest::newRow("code") << Road([](TableViewTest& t) { t.m_table->selectRow_byExtendingSelection(2, true); }) << 2;
-    QTest::newRow("code, none") << Road([](TableViewTest& t) { t.m_table->selectRow_byExtendingSelection(-1, false); })
-                                << -1;
-    QTest::newRow("the view's own selection") << Road([](TableViewTest& t) { t.m_table->clearSelection(); }) << -1;
-    QTest::newRow("removal of rows") << Road([](TableViewTest& t) {
-        t.m_source->texts = {u"a"_s};
-        t.m_table->noteNumberOfRowsChanged();
-    }) << -1;
-}
-
-void TableViewTest::announcesEachMoveBeforeAndAfter()
-{
-    QFETCH(std::function<void(TableViewTest&)>, road);
-    QFETCH(int, row);
-    m_table->selectRow_byExtendingSelection(1, false);
-    observe();
-    road(*this);
-    QCOMPARE(journal(), QStringList({u"from 1"_s, u"to %1"_s.arg(row)}));
-    QCOMPARE(m_table->selectedRow(), row);
-    QCOMPARE(m_table->selectionModel()->hasSelection(), row >= 0);
-    QCOMPARE(m_table->currentIndex().row(), row);
-}
-
-void TableViewTest::movesOnceWhenAnObserverMovesToo()
-{
-    NotificationCenter::defaultCenter().addObserver(m_table.get(), TableView::selectionIsChangingNotification,
-        m_table.get(), [this](const Notification&) { m_table->selectRow_byExtendingSelection(0, false); });
-    observe();
-    m_table->selectRow_byExtendingSelection(2, false);
-    QCOMPARE(journal(), QStringList({u"from -1"_s, u"to 2"_s}));
-}
-
-void TableViewTest::dialogInsideAPressLeavesNoDragAndMovesAfterwards()
-{
-    NotificationCenter::defaultCenter().addObserver(
-        m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), [](const Notification&) {
-            QMessageBox box;
-            QTimer::singleShot(0, &box, &QDialog::accept);
-            box.exec();
-        });
-    QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
-    // The release went to the dialog. What comes next must neither drag nor select nor act.
-    QCOMPARE(m_table->selectedRow(), 1);
-    QTest::mouseMove(m_table->viewport(), centerOf(2, textColumn));
-    QTest::mouseRelease(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
-    QCOMPARE(m_table->selectedRow(), 1);
-    QCOMPARE(journal(), QStringList());
-    QCOMPARE(m_table->selectionModel()->selectedRows().size(), 1);
-
-    // The next click works as ever.
-    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
-    QCOMPARE(journal(), QStringList({u"action 1"_s, u"set Button 1 "_s}));
-}
-
-void TableViewTest::dialogThatRemovesTheTargetKeepsTheOldRow()
-{
-    m_table->selectRow_byExtendingSelection(0, false);
-    NotificationCenter::defaultCenter().addObserver(
-        m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), [this](const Notification&) {
-            m_source->texts = {u"a"_s};
-            m_table->reloadData();
-        });
-    observe();
-    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, centerOf(2, textColumn));
-    QCOMPARE(m_table->selectedRow(), 0);
-    QCOMPARE(m_table->selectionModel()->selectedRows().value(0).row(), 0);
-    QCOMPARE(journal(), QStringList({u"from 0"_s}));
-}
-
-void TableViewTest::removalOfTheSelectedLastRowDeselects()
-{
-    m_table->selectRow_byExtendingSelection(2, false);
-    m_source->texts.removeLast();
-    observe();
-    m_table->reloadData();
-    QCOMPARE(journal(), QStringList({u"from 2"_s, u"to -1"_s}));
-    QVERIFY(!m_table->currentIndex().isValid());
-}
-
-void TableViewTest::reloadKeepsSelectionAndResetsNothing()
-{
-    m_table->selectRow_byExtendingSelection(1, false);
-    bool isReset = false;
-    connect(m_table->model(), &QAbstractItemModel::modelReset, this, [&isReset] { isReset = true; });
-    observe();
-    m_source->texts.append(u"d"_s);
-    m_table->reloadData();
-    QCOMPARE(m_table->numberOfRows(), 4);
-    QCOMPARE(m_table->selectedRow(), 1);
-    QVERIFY(!isReset && journal().isEmpty());
-}
-
-void TableViewTest::clickSelectsActsAndSetsTheValue()
-{
-    observe();
-    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, centerOf(2, buttonColumn));
-    const QStringList expected{u"from -1"_s, u"to 2"_s, u"action 2"_s, u"set Button 2 "_s};
-    QCOMPARE(journal(), expected);
-}
-
-void TableViewTest::clickReleasedElsewhereDoesNothing()
-{
-    QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, centerOf(0, buttonColumn));
-    QTest::mouseRelease(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
-    QCOMPARE(journal(), QStringList());
-}
-
-void TableViewTest::keysActivateTheCurrentButtonCell_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("Return") << Qt::Key_Return;
-    QTest::newRow("Space") << Qt::Key_Space;
-}
-
-void TableViewTest::keysActivateTheCurrentButtonCell()
-{
-    QFETCH(Qt::Key, key);
-    QTest::keyClick(m_table.get(), Qt::Key_Down);
-    QTest::keyClick(m_table.get(), Qt::Key_Right);
-    QTest::keyClick(m_table.get(), Qt::Key_Down);
-    QTest::keyClick(m_table.get(), key);
-    QCOMPARE(journal(), QStringList({u"action 1"_s, u"set Button 1 "_s}));
-}
-
-void TableViewTest::keyboardStartsBesideTheButtons()
-{
-    m_table->setColumns({u"Button:icon"_s, u"Text"_s});
-    QTest::keyClick(m_table.get(), Qt::Key_Down);
-    QCOMPARE(m_table->currentIndex(), m_table->model()->index(0, 1));
-    m_table->selectRow(2);
-    QCOMPARE(m_table->currentIndex(), m_table->model()->index(2, 1));
-}
-
-void TableViewTest::pressOpensTheMenuOfAPopUpCell()
-{
-    QMenu menu;
-    menu.addAction(u"One"_s);
-    auto cell = std::make_shared<PopUpButtonCell>();
-    cell->setMenu(&menu);
-    m_table->tableColumnWithIdentifier(u"Menu"_s)->setDataCell(cell);
-    QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, menuColumn));
-    QVERIFY(menu.isVisible());
-    QCOMPARE(m_table->selectedRow(), 1);
-}
-
-void TableViewTest::editingFollowsTheOrder_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<int>("endKey");
-    QTest::addColumn<QStringList>("expected");
-
-    const QStringList committed{u"should begin"_s, u"did end"_s, u"set Text 1 xy"_s};
-    QTest::newRow("Return") << u"xy"_s << int(Qt::Key_Return) << committed;
-    QTest::newRow("Tab") << u"xy"_s << int(Qt::Key_Tab) << committed;
-    QTest::newRow("click elsewhere") << u"xy"_s << 0 << committed;
-    QTest::newRow("Escape") << u"xy"_s << int(Qt::Key_Escape) << QStringList{u"should begin"_s, u"did end"_s};
-    QTest::newRow("no change") << QString() << int(Qt::Key_Return) << QStringList();
-}
-
-void TableViewTest::editingFollowsTheOrder()
-{
-    QFETCH(QString, typed);
-    QFETCH(int, endKey);
-    QFETCH(QStringList, expected);
-    m_table->editColumn_row_withEvent_select(textColumn, 1, nullptr, true);
-    QVERIFY(m_table->isEditing());
-    QVERIFY2(journal().isEmpty(), "opening the field is no change");
-    auto* const editor = m_table->findChild<QLineEdit*>();
-    QTest::keyClicks(editor, typed);
-    if (endKey != 0) {
-        QTest::keyClick(editor, Qt::Key(endKey));
-    } else {
-        m_table->setFocus(Qt::MouseFocusReason);
-    }
-    QCOMPARE(journal(), expected);
-    QVERIFY(!m_table->isEditing());
-}
-
-void TableViewTest::refusedChangeRestoresTheText()
-{
-    m_table->mayBegin = false;
-    m_table->editColumn_row_withEvent_select(textColumn, 1, nullptr, true);
-    auto* const editor = m_table->findChild<QLineEdit*>();
-    QTest::keyClicks(editor, u"x"_s);
-    QCOMPARE(editor->text(), u"b"_s);
-    QTest::keyClick(editor, Qt::Key_Return);
-    QCOMPARE(journal(), QStringList({u"should begin"_s}));
-}
-
-void TableViewTest::reloadGivesUpTheEditingOfAChangedCell()
-{
-    m_table->editColumn_row_withEvent_select(textColumn, 1, nullptr, true);
-    QTest::keyClicks(m_table->findChild<QLineEdit*>(), u"x"_s);
-    m_table->reloadData();
-    QVERIFY(m_table->isEditing());
-    m_source->texts.removeFirst();
-    m_table->reloadData();
-    QVERIFY(!m_table->isEditing());
-    QCOMPARE(journal(), QStringList({u"should begin"_s, u"did end"_s}));
-}
-
-void TableViewTest::commandKeysComeBeforeShortcuts()
-{
-    bool isMenuReached = false;
-    for (const QKeySequence& keys : {QKeySequence(Qt::CTRL | Qt::Key_C), QKeySequence(Qt::CTRL | Qt::Key_T)}) {
-        auto* const shortcut = new QShortcut(keys, m_table.get());
-        connect(shortcut, &QShortcut::activated, this, [&isMenuReached] { isMenuReached = true; });
-    }
-    QTest::keyClick(m_table->windowHandle(), Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(journal(), QStringList({u"key c"_s}));
-    QVERIFY(!isMenuReached);
-    QTest::keyClick(m_table->windowHandle(), Qt::Key_T, Qt::ControlModifier);
-    QVERIFY(isMenuReached);
-}
-
-void TableViewTest::headerClickTogglesTheOrder()
-{
-    QHeaderView* const header = m_table->horizontalHeader();
-    const auto click = [header](int column) {
-        const QPoint place(header->sectionViewportPosition(column) + 10, header->height() / 2);
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
-    };
-    click(textColumn);
-    click(textColumn);
-    click(buttonColumn);
-    QCOMPARE(journal(), QStringList({u"sort Text 1"_s, u"sort Text 0"_s}));
-    QCOMPARE(header->sortIndicatorSection(), textColumn);
-    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
-    m_table->clearSortDescriptors();
-    QCOMPARE(header->sortIndicatorSection(), -1);
-    click(textColumn);
-    QCOMPARE(journal().last(), u"sort Text 1"_s);
-}
-
-void TableViewTest::dropsLandWhereTheSourceSays()
-{
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(u"/x/boing.aif"_s)});
-    const QPoint edge = m_table->visualRect(m_table->model()->index(1, textColumn)).topLeft() + QPoint(5, 1);
-    const QPoint below(20, 250);
-    const auto isMoveAccepted = [this, &data](const QPoint& position) {
-        QDragMoveEvent move(position, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(m_table->viewport(), &move);
-        return move.isAccepted();
-    };
-    // What enters where nothing can be dropped may still reach a row.
-    QDragEnterEvent enter(below, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(m_table->viewport(), &enter);
-    QVERIFY(enter.isAccepted());
-    QVERIFY(!isMoveAccepted(below));
-    QCOMPARE(m_source->proposedRow, 3);
-    QVERIFY(isMoveAccepted(edge));
-    QDropEvent drop(edge, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(m_table->viewport(), &drop);
-    QCOMPARE(journal(), QStringList({u"drop on 1 /x/boing.aif"_s}));
-}
-
-void TableViewTest::dragOffersRowsAndLeavesByTheMask()
-{
-    const std::unique_ptr<QMimeData> data(m_table->model()->mimeData({m_table->model()->index(2, 0)}));
-    QVERIFY(data);
-    QCOMPARE(Pasteboard(data.get()).stringForType(u"Row"_s), u"2"_s);
-    QCOMPARE(m_table->model()->supportedDragActions(), Qt::CopyAction);
-}
-
-void TableViewTest::iconColumnsKeepTheirTitleForToolTips()
-{
-    const QAbstractItemModel* const model = m_table->model();
-    QCOMPARE(model->headerData(buttonColumn, Qt::Horizontal, Qt::DisplayRole).toString(), QString());
-    QCOMPARE(model->headerData(buttonColumn, Qt::Horizontal, Qt::ToolTipRole).toString(), u"Press"_s);
-    QCOMPARE(model->index(0, buttonColumn).data(Qt::AccessibleTextRole).toString(), u"Press"_s);
-}
 
 QTEST_MAIN(TableViewTest)
 #include "TableViewTest.moc"
