@@ -1,6 +1,5 @@
 #include "Interface.h"
 
-#include "ui_ApplicationsTab.h"
 #include "ui_EditPane.h"
 #include "ui_EventsTab.h"
 #include "ui_MainView.h"
@@ -9,7 +8,7 @@
 #include "ui_PrintClippingsWindow.h"
 #include "ui_SoundPanelAccessory.h"
 
-#include <appfiles/BYAppsFilesController.h>
+#include <appfiles/ApplicationsTab.h>
 #include <core/SharedNames.h>
 #include <editpane/BYEditPaneController.h>
 #include <events/SoundEventsController.h>
@@ -63,11 +62,6 @@ void showHintWithoutSelection(QWidget* place, QWidget* editPane, TableView* tabl
         [layout, table](const Notification&) { layout->setCurrentIndex(table->selectedRow() < 0 ? 0 : 1); });
 }
 
-void addTaggedAction(QMenu* menu, const QString& title, int tag)
-{
-    menu->addAction(title)->setData(tag);
-}
-
 } // namespace
 
 struct Interface::Forms
@@ -76,18 +70,16 @@ struct Interface::Forms
     Ui::PhrasesTab phrases;
     Ui::EditPane editPane;
     Ui::EventsTab events;
-    Ui::ApplicationsTab applications;
     Ui::OptionsTab options;
     Ui::SoundPanelAccessory soundPanel;
     Ui::PrintClippingsWindow printing;
     QDialog* printWindow = nullptr;
     QMenu* eventMenu = nullptr;
-    QMenu* applicationMenu = nullptr;
+    ApplicationsTab* applications = nullptr;
 };
 
 struct Interface::Controllers
 {
-    BYAppsFilesController applications;
     SoundEventsController events;
     BYEditPaneController editPane;
     BYController options;
@@ -104,7 +96,6 @@ Interface::Interface()
     connectPhrases();
     connectSoundPanel();
     connectEvents();
-    connectApplications();
     connectEditPane();
     connectOptions();
     connectLauncher();
@@ -147,19 +138,16 @@ void Interface::buildViews()
 {
     Forms& forms = *m_forms;
     forms.main.setupUi(m_view.get());
-    std::array<QWidget*, 4> pages{};
-    for (QWidget*& page : pages) {
-        page = new QWidget(m_view.get());
-    }
+    forms.applications = new ApplicationsTab(m_view.get());
+    const std::array<QWidget*, 4> pages{
+        new QWidget(m_view.get()), new QWidget(m_view.get()), forms.applications, new QWidget(m_view.get())};
     forms.phrases.setupUi(pages[0]);
     forms.events.setupUi(pages[1]);
-    forms.applications.setupUi(pages[2]);
     forms.options.setupUi(pages[3]);
     forms.soundPanel.setupUi(m_soundPanelAccessory.get());
     forms.printWindow = new QDialog(m_view.get());
     forms.printing.setupUi(forms.printWindow);
     forms.eventMenu = new QMenu(m_view.get());
-    forms.applicationMenu = new QMenu(m_view.get());
 
     auto* editPane = new QWidget(forms.phrases.editPanePlaceholder);
     forms.editPane.setupUi(editPane);
@@ -256,23 +244,6 @@ void Interface::connectEvents()
         forms.events.myVolumeSlider, &Slider::actionTriggered, events, &SoundEventsController::volumeSliderAction);
 }
 
-void Interface::connectApplications()
-{
-    const Forms& forms = *m_forms;
-    BYAppsFilesController* applications = &m_controllers->applications;
-    addTaggedAction(forms.applicationMenu, localized(u"Do not expand"_s), 1);
-    addTaggedAction(forms.applicationMenu, localized(u"Expand using a document…"_s), 2);
-    applications->appsFilesTable = forms.applications.appsFilesTable;
-    applications->removeAppButton = forms.applications.removeAppButton;
-    applications->appsPopUp = forms.applicationMenu;
-
-    QObject::connect(forms.applicationMenu, &QMenu::triggered, applications, &BYAppsFilesController::appsPopUpAction);
-    QObject::connect(forms.applications.addAppButton, &QPushButton::clicked, applications,
-        [applications] { applications->addAppToExclusionList(applications->appsFilesTable); });
-    QObject::connect(forms.applications.removeAppButton, &QPushButton::clicked, applications,
-        [applications] { applications->removeAppFromExclusionList(applications->removeAppButton); });
-}
-
 void Interface::connectEditPane()
 {
     const Forms& forms = *m_forms;
@@ -364,7 +335,7 @@ std::vector<std::function<void()>> Interface::setUps()
     return {
         [table = m_forms->phrases.abbsTableView] { table->awakeFromNib(); },
         [&controllers] { controllers.events.awakeFromNib(); },
-        [&controllers] { controllers.applications.awakeFromNib(); },
+        [applications = &m_forms->applications->controller()] { applications->awakeFromNib(); },
         [&controllers] { controllers.editPane.awakeFromNib(); },
         [&controllers] { controllers.options.awakeFromNib(); },
         [&controllers] { controllers.launcher.awakeFromNib(); },

@@ -48,7 +48,6 @@ private:
     void connectPhrases();
     void connectSoundPanel();
     void connectEvents();
-    void connectApplications();
     void connectEditPane();
     void connectOptions();
     void connectLauncher();
