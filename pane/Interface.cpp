@@ -1,17 +1,15 @@
 #include "Interface.h"
 
 #include "ui_EditPane.h"
-#include "ui_EventsTab.h"
 #include "ui_MainView.h"
 #include "ui_OptionsTab.h"
 #include "ui_PhrasesTab.h"
 #include "ui_PrintClippingsWindow.h"
-#include "ui_SoundPanelAccessory.h"
 
 #include <appfiles/ApplicationsTab.h>
 #include <core/SharedNames.h>
 #include <editpane/BYEditPaneController.h>
-#include <events/SoundEventsController.h>
+#include <events/EventsTab.h>
 #include <launcher/BYlauncher.h>
 #include <platform/controls/NotificationCenter.h>
 #include <platform/controls/TemplateIcon.h>
@@ -19,12 +17,12 @@
 #include <platform/desktop/Bundle.h>
 #include <platform/sound/Sound.h>
 #include <prefs/BYController.h>
+#include <sounds/SoundPanelAccessory.h>
 
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QScrollArea>
 #include <QStackedLayout>
 
@@ -69,33 +67,28 @@ struct Interface::Forms
     Ui::MainView main;
     Ui::PhrasesTab phrases;
     Ui::EditPane editPane;
-    Ui::EventsTab events;
     Ui::OptionsTab options;
-    Ui::SoundPanelAccessory soundPanel;
     Ui::PrintClippingsWindow printing;
     QDialog* printWindow = nullptr;
-    QMenu* eventMenu = nullptr;
+    EventsTab* events = nullptr;
     ApplicationsTab* applications = nullptr;
 };
 
 struct Interface::Controllers
 {
-    SoundEventsController events;
     BYEditPaneController editPane;
     BYController options;
     BYlauncher launcher;
 };
 
 Interface::Interface()
-    : m_view(std::make_unique<QWidget>())
-    , m_soundPanelAccessory(std::make_unique<QWidget>())
+    : m_soundPanel(std::make_unique<SoundPanelAccessory>())
+    , m_view(std::make_unique<QWidget>())
     , m_forms(std::make_unique<Forms>())
     , m_controllers(std::make_unique<Controllers>())
 {
     buildViews();
     connectPhrases();
-    connectSoundPanel();
-    connectEvents();
     connectEditPane();
     connectOptions();
     connectLauncher();
@@ -138,16 +131,14 @@ void Interface::buildViews()
 {
     Forms& forms = *m_forms;
     forms.main.setupUi(m_view.get());
+    forms.events = new EventsTab(*m_soundPanel, m_view.get());
     forms.applications = new ApplicationsTab(m_view.get());
     const std::array<QWidget*, 4> pages{
-        new QWidget(m_view.get()), new QWidget(m_view.get()), forms.applications, new QWidget(m_view.get())};
+        new QWidget(m_view.get()), forms.events, forms.applications, new QWidget(m_view.get())};
     forms.phrases.setupUi(pages[0]);
-    forms.events.setupUi(pages[1]);
     forms.options.setupUi(pages[3]);
-    forms.soundPanel.setupUi(m_soundPanelAccessory.get());
     forms.printWindow = new QDialog(m_view.get());
     forms.printing.setupUi(forms.printWindow);
-    forms.eventMenu = new QMenu(m_view.get());
 
     auto* editPane = new QWidget(forms.phrases.editPanePlaceholder);
     forms.editPane.setupUi(editPane);
@@ -181,67 +172,26 @@ void Interface::connectPhrases()
     table->editEntryPane = forms.editPane.editEntryPane;
     table->dateTimePopUpButton = forms.editPane.dateTimePopUpButton;
     table->textFormattingPopUpButton = forms.editPane.textFormattingPopUpButton;
-    table->myVolumeSlider = forms.events.myVolumeSlider;
-    table->myVolumeSliderLabel = forms.events.myVolumeSliderLabel;
-    table->mySoundEventsTable = forms.events.mySoundEventsTable;
+    const SoundEventsController& events = forms.events->controller();
+    table->myVolumeSlider = events.myVolumeSlider;
+    table->myVolumeSliderLabel = events.myVolumeSliderLabel;
+    table->mySoundEventsTable = events.mySoundEventsTable;
     table->menuPrefsMatrix = forms.options.menuPrefsMatrix;
     table->sortPrefsMatrix = forms.options.sortPrefsMatrix;
     table->iTunesAnnouncerPrefMatrix = forms.options.iTunesAnnouncerPrefMatrix;
     table->onOffRadioButton = forms.options.onOffRadioButton;
     table->playSoundOnDropPrefButton = forms.options.playSoundOnDropPrefButton;
     table->triggersPrefsMatrix = forms.options.triggersPrefsMatrix;
-    table->myOpenPanelView = m_soundPanelAccessory.get();
-    table->myOpenPanelViewChosenEventLabel = forms.soundPanel.myOpenPanelViewChosenEventLabel;
-    table->myAddToFavouritesButton = forms.soundPanel.myAddToFavouritesButton;
-    table->myPlayButton = forms.soundPanel.myPlayButton;
-    table->myStopButton = forms.soundPanel.myStopButton;
-    table->myFavouriteFoldersPopUpButton = forms.soundPanel.myFavouriteFoldersPopUpButton;
     table->printClippingsWindow = forms.printWindow;
     table->printClippingsTextView = forms.printing.printClippingsTextView;
     table->printClippingsPrintButton = forms.printing.printClippingsPrintButton;
     table->printClippingsCancelButton = forms.printing.printClippingsCancelButton;
 
+    m_soundPanel->serve(table);
     QObject::connect(forms.phrases.addAbb, &QPushButton::clicked, table, [table] { table->addRow(table); });
     QObject::connect(forms.phrases.removeAbb, &QPushButton::clicked, table, [table] { table->removeRow(table); });
     QComboBox* documents = forms.phrases.defaultClippingsFileNSPopUpButton;
     QObject::connect(documents, &QComboBox::activated, table, [table, documents] { table->openDoc(documents); });
-}
-
-void Interface::connectSoundPanel()
-{
-    const Ui::SoundPanelAccessory& form = m_forms->soundPanel;
-    QComboBox* favourites = form.myFavouriteFoldersPopUpButton;
-    // Both tables hear what is done with the favourites; it concerns the one whose panel is up.
-    const auto connectFavourites = [&form, favourites](auto* controller) {
-        QObject::connect(form.myAddToFavouritesButton, &QPushButton::clicked, controller,
-            [controller, button = form.myAddToFavouritesButton] { controller->addToFavouriteDirectory(button); });
-        QObject::connect(favourites, &QComboBox::activated, controller,
-            [controller, favourites] { controller->goToFavouriteDirectory(favourites); });
-    };
-    connectFavourites(m_forms->phrases.abbsTableView);
-    connectFavourites(&m_controllers->events);
-}
-
-void Interface::connectEvents()
-{
-    const Forms& forms = *m_forms;
-    SoundEventsController* events = &m_controllers->events;
-    events->mySearchField = forms.events.mySearchField;
-    events->mySoundEventsTable = forms.events.mySoundEventsTable;
-    events->myVolumePopUp = forms.eventMenu;
-    events->myVolumeSlider = forms.events.myVolumeSlider;
-    events->myVolumeSliderLabel = forms.events.myVolumeSliderLabel;
-    events->myOpenPanelView = m_soundPanelAccessory.get();
-    events->myOpenPanelViewChosenEventLabel = forms.soundPanel.myOpenPanelViewChosenEventLabel;
-    events->myAddToFavouritesButton = forms.soundPanel.myAddToFavouritesButton;
-    events->myPlayButton = forms.soundPanel.myPlayButton;
-    events->myStopButton = forms.soundPanel.myStopButton;
-    events->myFavouriteFoldersPopUpButton = forms.soundPanel.myFavouriteFoldersPopUpButton;
-
-    QLineEdit* search = forms.events.mySearchField;
-    QObject::connect(search, &QLineEdit::textChanged, events, [events, search] { events->volumePopUpAction(search); });
-    QObject::connect(
-        forms.events.myVolumeSlider, &Slider::actionTriggered, events, &SoundEventsController::volumeSliderAction);
 }
 
 void Interface::connectEditPane()
@@ -334,7 +284,7 @@ std::vector<std::function<void()>> Interface::setUps()
     Controllers& controllers = *m_controllers;
     return {
         [table = m_forms->phrases.abbsTableView] { table->awakeFromNib(); },
-        [&controllers] { controllers.events.awakeFromNib(); },
+        [events = &m_forms->events->controller()] { events->awakeFromNib(); },
         [applications = &m_forms->applications->controller()] { applications->awakeFromNib(); },
         [&controllers] { controllers.editPane.awakeFromNib(); },
         [&controllers] { controllers.options.awakeFromNib(); },
