@@ -2,7 +2,6 @@
 
 #include "ui_EditPane.h"
 #include "ui_MainView.h"
-#include "ui_OptionsTab.h"
 #include "ui_PhrasesTab.h"
 #include "ui_PrintClippingsWindow.h"
 
@@ -16,7 +15,7 @@
 #include <platform/controls/WheelGuard.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/sound/Sound.h>
-#include <prefs/BYController.h>
+#include <prefs/OptionsTab.h>
 #include <sounds/SoundPanelAccessory.h>
 
 #include <QComboBox>
@@ -67,17 +66,16 @@ struct Interface::Forms
     Ui::MainView main;
     Ui::PhrasesTab phrases;
     Ui::EditPane editPane;
-    Ui::OptionsTab options;
     Ui::PrintClippingsWindow printing;
     QDialog* printWindow = nullptr;
     EventsTab* events = nullptr;
     ApplicationsTab* applications = nullptr;
+    OptionsTab* options = nullptr;
 };
 
 struct Interface::Controllers
 {
     BYEditPaneController editPane;
-    BYController options;
     BYlauncher launcher;
 };
 
@@ -90,7 +88,6 @@ Interface::Interface()
     buildViews();
     connectPhrases();
     connectEditPane();
-    connectOptions();
     connectLauncher();
     Sound::prepareOutput();
 }
@@ -133,10 +130,10 @@ void Interface::buildViews()
     forms.main.setupUi(m_view.get());
     forms.events = new EventsTab(*m_soundPanel, m_view.get());
     forms.applications = new ApplicationsTab(m_view.get());
-    const std::array<QWidget*, 4> pages{
-        new QWidget(m_view.get()), forms.events, forms.applications, new QWidget(m_view.get())};
+    forms.options = new OptionsTab(m_view.get());
+    forms.options->controller().prefPaneWindow = m_view.get();
+    const std::array<QWidget*, 4> pages{new QWidget(m_view.get()), forms.events, forms.applications, forms.options};
     forms.phrases.setupUi(pages[0]);
-    forms.options.setupUi(pages[3]);
     forms.printWindow = new QDialog(m_view.get());
     forms.printing.setupUi(forms.printWindow);
 
@@ -176,12 +173,13 @@ void Interface::connectPhrases()
     table->myVolumeSlider = events.myVolumeSlider;
     table->myVolumeSliderLabel = events.myVolumeSliderLabel;
     table->mySoundEventsTable = events.mySoundEventsTable;
-    table->menuPrefsMatrix = forms.options.menuPrefsMatrix;
-    table->sortPrefsMatrix = forms.options.sortPrefsMatrix;
-    table->iTunesAnnouncerPrefMatrix = forms.options.iTunesAnnouncerPrefMatrix;
-    table->onOffRadioButton = forms.options.onOffRadioButton;
-    table->playSoundOnDropPrefButton = forms.options.playSoundOnDropPrefButton;
-    table->triggersPrefsMatrix = forms.options.triggersPrefsMatrix;
+    const Ui::OptionsTab& options = forms.options->form();
+    table->menuPrefsMatrix = options.menuPrefsMatrix;
+    table->sortPrefsMatrix = options.sortPrefsMatrix;
+    table->iTunesAnnouncerPrefMatrix = options.iTunesAnnouncerPrefMatrix;
+    table->onOffRadioButton = options.onOffRadioButton;
+    table->playSoundOnDropPrefButton = options.playSoundOnDropPrefButton;
+    table->triggersPrefsMatrix = options.triggersPrefsMatrix;
     table->printClippingsWindow = forms.printWindow;
     table->printClippingsTextView = forms.printing.printClippingsTextView;
     table->printClippingsPrintButton = forms.printing.printClippingsPrintButton;
@@ -211,64 +209,10 @@ void Interface::connectEditPane()
         forms.editPane.plainOrRichRadioButton, &Matrix::actionTriggered, editPane, &BYEditPaneController::plainOrRich);
 }
 
-void Interface::connectOptions()
-{
-    const Ui::OptionsTab& form = m_forms->options;
-    BYController* options = &m_controllers->options;
-    options->idleTalkIntervalText = form.idleTalkIntervalText;
-    options->idleTalkIntervalStepper = form.idleTalkIntervalStepper;
-    options->prefPaneWindow = m_view.get();
-    options->triggerPref = form.triggerPref;
-    options->expansionPref = form.expansionPref;
-    options->menuPref = form.menuPref;
-    options->sortPref = form.sortPref;
-    options->triggersPrefsMatrix = form.triggersPrefsMatrix;
-    options->onOffRadioButton = form.onOffRadioButton;
-    options->addHotKeyButton = form.addHotKeyButton;
-    options->editHotKeyButton = form.editHotKeyButton;
-    options->pauseHotKeyButton = form.pauseHotKeyButton;
-
-    const auto onClick = [options](QAbstractButton* button, void (BYController::*action)(QWidget*)) {
-        QObject::connect(button, &QAbstractButton::clicked, options, [=] { (options->*action)(button); });
-    };
-    onClick(form.selectAllTriggersButton, &BYController::selectAllTriggers);
-    onClick(form.deSelectAllTriggersButton, &BYController::deSelectAllTriggers);
-    onClick(form.playSoundOnDropPrefButton, &BYController::enterExpansionPref);
-    onClick(form.helpButton, &BYController::showHelp);
-
-    const auto onChoice = [options](Matrix* matrix, void (BYController::*action)(Matrix*)) {
-        QObject::connect(matrix, &Matrix::actionTriggered, options, action);
-    };
-    onChoice(form.triggersPrefsMatrix, &BYController::enterTriggerPref);
-    onChoice(form.triggerDelimitersMatrix, &BYController::enterTriggerDelimitersPref);
-    onChoice(form.menuPrefsMatrix, &BYController::enterMenuPref);
-    onChoice(form.sortPrefsMatrix, &BYController::enterSortPref);
-    onChoice(form.iTunesAnnouncerPrefMatrix, &BYController::iTunesAnnouncerPref);
-
-    QObject::connect(form.idleTalkIntervalStepper, &QSpinBox::valueChanged, options,
-        [=] { options->enterIdleTalkIntervalPref(form.idleTalkIntervalStepper); });
-    QLineEdit* field = form.idleTalkIntervalText;
-    const auto hearBeginOfEditing = [=] {
-        const auto once = Qt::ConnectionType(Qt::UniqueConnection | Qt::SingleShotConnection);
-        QObject::connect(field, &QLineEdit::textEdited, options, &BYController::textDidBeginEditing, once);
-    };
-    hearBeginOfEditing();
-    // A field that is left without a change has nothing to say.
-    QObject::connect(field, &QLineEdit::editingFinished, options, [=] {
-        if (field->isModified()) {
-            options->enterIdleTalkIntervalPref(field);
-            hearBeginOfEditing();
-        }
-    });
-    for (QPushButton* button : {form.addHotKeyButton, form.editHotKeyButton, form.pauseHotKeyButton}) {
-        QObject::connect(button, &QPushButton::clicked, options, [=] { options->hitSetAddHotKey(button); });
-    }
-}
-
 void Interface::connectLauncher()
 {
     BYlauncher* launcher = &m_controllers->launcher;
-    Matrix* onOff = m_forms->options.onOffRadioButton;
+    Matrix* onOff = m_forms->options->form().onOffRadioButton;
     launcher->onOffRadioButton = onOff;
     QObject::connect(onOff, &Matrix::actionTriggered, launcher, [=] {
         if (onOff->selectedColumn() == 0) {
@@ -287,7 +231,7 @@ std::vector<std::function<void()>> Interface::setUps()
         [events = &m_forms->events->controller()] { events->awakeFromNib(); },
         [applications = &m_forms->applications->controller()] { applications->awakeFromNib(); },
         [&controllers] { controllers.editPane.awakeFromNib(); },
-        [&controllers] { controllers.options.awakeFromNib(); },
+        [options = &m_forms->options->controller()] { options->awakeFromNib(); },
         [&controllers] { controllers.launcher.awakeFromNib(); },
     };
 }

@@ -48,7 +48,6 @@ private:
     void buildViews();
     void connectPhrases();
     void connectEditPane();
-    void connectOptions();
     void connectLauncher();
 
     std::unique_ptr<SoundPanelAccessory> m_soundPanel;
