@@ -2,15 +2,13 @@
 
 #include "ui_EditPane.h"
 #include "ui_MainView.h"
-#include "ui_PhrasesTab.h"
-#include "ui_PrintClippingsWindow.h"
 
 #include <appfiles/ApplicationsTab.h>
 #include <core/SharedNames.h>
 #include <editpane/BYEditPaneController.h>
 #include <events/EventsTab.h>
 #include <launcher/BYlauncher.h>
-#include <platform/controls/NotificationCenter.h>
+#include <phrases/PhrasesTab.h>
 #include <platform/controls/TemplateIcon.h>
 #include <platform/controls/WheelGuard.h>
 #include <platform/desktop/Bundle.h>
@@ -18,12 +16,7 @@
 #include <prefs/OptionsTab.h>
 #include <sounds/SoundPanelAccessory.h>
 
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QScrollArea>
-#include <QStackedLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -46,28 +39,13 @@ QWidget* scrolling(QWidget* page)
     return area;
 }
 
-/// Fills @p place with @p editPane while @p table has a selected row, and with a hint while it has none.
-void showHintWithoutSelection(QWidget* place, QWidget* editPane, TableView* table)
-{
-    auto* hint = new QLabel(localized(u"Select a phrase to see its text."_s), place);
-    hint->setAlignment(Qt::AlignCenter);
-    hint->setEnabled(false);
-    auto* layout = new QStackedLayout(place);
-    layout->addWidget(hint);
-    layout->addWidget(editPane);
-    NotificationCenter::defaultCenter().addObserver(place, TableView::selectionDidChangeNotification, table,
-        [layout, table](const Notification&) { layout->setCurrentIndex(table->selectedRow() < 0 ? 0 : 1); });
-}
-
 } // namespace
 
 struct Interface::Forms
 {
     Ui::MainView main;
-    Ui::PhrasesTab phrases;
     Ui::EditPane editPane;
-    Ui::PrintClippingsWindow printing;
-    QDialog* printWindow = nullptr;
+    PhrasesTab* phrases = nullptr;
     EventsTab* events = nullptr;
     ApplicationsTab* applications = nullptr;
     OptionsTab* options = nullptr;
@@ -116,31 +94,29 @@ bool Interface::selectTab(const QString& name)
 
 void Interface::openDocument(const QString& path)
 {
-    m_forms->phrases.abbsTableView->useDocument(path);
+    m_forms->phrases->table().useDocument(path);
 }
 
 void Interface::willUnselect()
 {
-    m_forms->phrases.abbsTableView->willUnselect();
+    m_forms->phrases->table().willUnselect();
 }
 
 void Interface::buildViews()
 {
     Forms& forms = *m_forms;
     forms.main.setupUi(m_view.get());
+    forms.phrases = new PhrasesTab(*m_soundPanel, m_view.get());
     forms.events = new EventsTab(*m_soundPanel, m_view.get());
     forms.applications = new ApplicationsTab(m_view.get());
     forms.options = new OptionsTab(m_view.get());
     forms.options->controller().prefPaneWindow = m_view.get();
-    const std::array<QWidget*, 4> pages{new QWidget(m_view.get()), forms.events, forms.applications, forms.options};
-    forms.phrases.setupUi(pages[0]);
-    forms.printWindow = new QDialog(m_view.get());
-    forms.printing.setupUi(forms.printWindow);
+    const std::array<QWidget*, 4> pages{forms.phrases, forms.events, forms.applications, forms.options};
 
-    auto* editPane = new QWidget(forms.phrases.editPanePlaceholder);
+    auto* editPane = new QWidget(forms.phrases);
     forms.editPane.setupUi(editPane);
     forms.editPane.formattingBar->setTextView(forms.editPane.editEntryPane);
-    showHintWithoutSelection(forms.phrases.editPanePlaceholder, editPane, forms.phrases.abbsTableView);
+    forms.phrases->setEditPane(editPane);
 
     const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
     const auto addTab = [&](QWidget* page, const QString& name) {
@@ -154,16 +130,13 @@ void Interface::buildViews()
         new WheelGuard(page);
     }
     // A phrase is found by typing it, at once.
-    m_view->setFocusProxy(forms.phrases.abbsTableView);
+    m_view->setFocusProxy(&forms.phrases->table());
 }
 
 void Interface::connectPhrases()
 {
     const Forms& forms = *m_forms;
-    BYTableView* table = forms.phrases.abbsTableView;
-    table->numClippings = forms.phrases.numClippings;
-    table->removeAbb = forms.phrases.removeAbb;
-    table->defaultClippingsFileNSPopUpButton = forms.phrases.defaultClippingsFileNSPopUpButton;
+    BYTableView* table = &forms.phrases->table();
     table->saveEditedAbbButton = forms.editPane.saveEditedAbbButton;
     table->plainOrRichRadioButton = forms.editPane.plainOrRichRadioButton;
     table->editEntryPane = forms.editPane.editEntryPane;
@@ -180,23 +153,13 @@ void Interface::connectPhrases()
     table->onOffRadioButton = options.onOffRadioButton;
     table->playSoundOnDropPrefButton = options.playSoundOnDropPrefButton;
     table->triggersPrefsMatrix = options.triggersPrefsMatrix;
-    table->printClippingsWindow = forms.printWindow;
-    table->printClippingsTextView = forms.printing.printClippingsTextView;
-    table->printClippingsPrintButton = forms.printing.printClippingsPrintButton;
-    table->printClippingsCancelButton = forms.printing.printClippingsCancelButton;
-
-    m_soundPanel->serve(table);
-    QObject::connect(forms.phrases.addAbb, &QPushButton::clicked, table, [table] { table->addRow(table); });
-    QObject::connect(forms.phrases.removeAbb, &QPushButton::clicked, table, [table] { table->removeRow(table); });
-    QComboBox* documents = forms.phrases.defaultClippingsFileNSPopUpButton;
-    QObject::connect(documents, &QComboBox::activated, table, [table, documents] { table->openDoc(documents); });
 }
 
 void Interface::connectEditPane()
 {
     const Forms& forms = *m_forms;
     BYEditPaneController* editPane = &m_controllers->editPane;
-    editPane->abbsTableView = forms.phrases.abbsTableView;
+    editPane->abbsTableView = &forms.phrases->table();
     editPane->dateTimePopUpButton = forms.editPane.dateTimePopUpButton;
     editPane->textFormattingPopUpButton = forms.editPane.textFormattingPopUpButton;
     editPane->saveEditedAbbButton = forms.editPane.saveEditedAbbButton;
@@ -227,7 +190,7 @@ std::vector<std::function<void()>> Interface::setUps()
 {
     Controllers& controllers = *m_controllers;
     return {
-        [table = m_forms->phrases.abbsTableView] { table->awakeFromNib(); },
+        [table = &m_forms->phrases->table()] { table->awakeFromNib(); },
         [events = &m_forms->events->controller()] { events->awakeFromNib(); },
         [applications = &m_forms->applications->controller()] { applications->awakeFromNib(); },
         [&controllers] { controllers.editPane.awakeFromNib(); },
