@@ -8,6 +8,7 @@
 #include <vector>
 
 class QWidget;
+class SoundPanelAccessory;
 
 /// The pane's interface: its views, built from the interface files, one instance of each controller, and the
 /// connections between them.
@@ -46,15 +47,11 @@ private:
 
     void buildViews();
     void connectPhrases();
-    void connectSoundPanel();
-    void connectEvents();
-    void connectApplications();
     void connectEditPane();
-    void connectOptions();
     void connectLauncher();
 
+    std::unique_ptr<SoundPanelAccessory> m_soundPanel;
     std::unique_ptr<QWidget> m_view;
-    std::unique_ptr<QWidget> m_soundPanelAccessory;
     std::unique_ptr<Forms> m_forms;
     std::unique_ptr<Controllers> m_controllers;
 };
