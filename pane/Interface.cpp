@@ -1,11 +1,10 @@
 #include "Interface.h"
 
-#include "ui_EditPane.h"
 #include "ui_MainView.h"
 
 #include <appfiles/ApplicationsTab.h>
 #include <core/SharedNames.h>
-#include <editpane/BYEditPaneController.h>
+#include <editpane/EditPane.h>
 #include <events/EventsTab.h>
 #include <launcher/BYlauncher.h>
 #include <phrases/PhrasesTab.h>
@@ -27,6 +26,14 @@ QString localized(const QString& text)
     return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
 }
 
+/// Builds the main form in @p view and answers its tabs, as yet none.
+QTabWidget* makeTabs(QWidget* view)
+{
+    Ui::MainView form;
+    form.setupUi(view);
+    return form.tabs;
+}
+
 /// A page that scrolls when the window is too small for it.
 QWidget* scrolling(QWidget* page)
 {
@@ -41,32 +48,23 @@ QWidget* scrolling(QWidget* page)
 
 } // namespace
 
-struct Interface::Forms
-{
-    Ui::MainView main;
-    Ui::EditPane editPane;
-    PhrasesTab* phrases = nullptr;
-    EventsTab* events = nullptr;
-    ApplicationsTab* applications = nullptr;
-    OptionsTab* options = nullptr;
-};
-
-struct Interface::Controllers
-{
-    BYEditPaneController editPane;
-    BYlauncher launcher;
-};
-
 Interface::Interface()
     : m_soundPanel(std::make_unique<SoundPanelAccessory>())
     , m_view(std::make_unique<QWidget>())
-    , m_forms(std::make_unique<Forms>())
-    , m_controllers(std::make_unique<Controllers>())
+    , m_tabs(makeTabs(m_view.get()))
+    , m_phrases(new PhrasesTab(*m_soundPanel, m_view.get()))
+    , m_editPane(new EditPane(m_phrases))
+    , m_events(new EventsTab(*m_soundPanel, m_view.get()))
+    , m_applications(new ApplicationsTab(m_view.get()))
+    , m_options(new OptionsTab(m_view.get()))
+    , m_launcher(std::make_unique<BYlauncher>())
 {
-    buildViews();
-    connectPhrases();
-    connectEditPane();
+    addTabs();
+    connectTable();
     connectLauncher();
+    m_phrases->setEditPane(m_editPane);
+    m_editPane->controller().abbsTableView = &m_phrases->table();
+    m_options->controller().prefPaneWindow = m_view.get();
     Sound::prepareOutput();
 }
 
@@ -88,94 +86,63 @@ bool Interface::selectTab(const QString& name)
     if (index < 0) {
         return false;
     }
-    m_forms->main.tabs->setCurrentIndex(int(index));
+    m_tabs->setCurrentIndex(int(index));
     return true;
 }
 
 void Interface::openDocument(const QString& path)
 {
-    m_forms->phrases->table().useDocument(path);
+    m_phrases->table().useDocument(path);
 }
 
 void Interface::willUnselect()
 {
-    m_forms->phrases->table().willUnselect();
+    m_phrases->table().willUnselect();
 }
 
-void Interface::buildViews()
+void Interface::addTabs()
 {
-    Forms& forms = *m_forms;
-    forms.main.setupUi(m_view.get());
-    forms.phrases = new PhrasesTab(*m_soundPanel, m_view.get());
-    forms.events = new EventsTab(*m_soundPanel, m_view.get());
-    forms.applications = new ApplicationsTab(m_view.get());
-    forms.options = new OptionsTab(m_view.get());
-    forms.options->controller().prefPaneWindow = m_view.get();
-    const std::array<QWidget*, 4> pages{forms.phrases, forms.events, forms.applications, forms.options};
-
-    auto* editPane = new QWidget(forms.phrases);
-    forms.editPane.setupUi(editPane);
-    forms.editPane.formattingBar->setTextView(forms.editPane.editEntryPane);
-    forms.phrases->setEditPane(editPane);
-
     const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
     const auto addTab = [&](QWidget* page, const QString& name) {
-        forms.main.tabs->addTab(page, templateIcon(resources + u'/' + name.toLower() + u".tif"_s), localized(name));
+        m_tabs->addTab(page, templateIcon(resources + u'/' + name.toLower() + u".tif"_s), localized(name));
     };
-    addTab(pages[0], u"Phrases"_s);
-    addTab(pages[1], u"Events"_s);
-    addTab(pages[2], u"Applications"_s);
-    addTab(scrolling(pages[3]), u"Options"_s);
-    for (QWidget* page : pages) {
+    addTab(m_phrases, u"Phrases"_s);
+    addTab(m_events, u"Events"_s);
+    addTab(m_applications, u"Applications"_s);
+    addTab(scrolling(m_options), u"Options"_s);
+    for (QWidget* page : std::initializer_list<QWidget*>{m_phrases, m_events, m_applications, m_options}) {
         new WheelGuard(page);
     }
     // A phrase is found by typing it, at once.
-    m_view->setFocusProxy(&forms.phrases->table());
+    m_view->setFocusProxy(&m_phrases->table());
 }
 
-void Interface::connectPhrases()
+void Interface::connectTable()
 {
-    const Forms& forms = *m_forms;
-    BYTableView* table = &forms.phrases->table();
-    table->saveEditedAbbButton = forms.editPane.saveEditedAbbButton;
-    table->plainOrRichRadioButton = forms.editPane.plainOrRichRadioButton;
-    table->editEntryPane = forms.editPane.editEntryPane;
-    table->dateTimePopUpButton = forms.editPane.dateTimePopUpButton;
-    table->textFormattingPopUpButton = forms.editPane.textFormattingPopUpButton;
-    const SoundEventsController& events = forms.events->controller();
-    table->myVolumeSlider = events.myVolumeSlider;
-    table->myVolumeSliderLabel = events.myVolumeSliderLabel;
-    table->mySoundEventsTable = events.mySoundEventsTable;
-    const Ui::OptionsTab& options = forms.options->form();
-    table->menuPrefsMatrix = options.menuPrefsMatrix;
-    table->sortPrefsMatrix = options.sortPrefsMatrix;
-    table->iTunesAnnouncerPrefMatrix = options.iTunesAnnouncerPrefMatrix;
-    table->onOffRadioButton = options.onOffRadioButton;
-    table->playSoundOnDropPrefButton = options.playSoundOnDropPrefButton;
-    table->triggersPrefsMatrix = options.triggersPrefsMatrix;
-}
-
-void Interface::connectEditPane()
-{
-    const Forms& forms = *m_forms;
-    BYEditPaneController* editPane = &m_controllers->editPane;
-    editPane->abbsTableView = &forms.phrases->table();
-    editPane->dateTimePopUpButton = forms.editPane.dateTimePopUpButton;
-    editPane->textFormattingPopUpButton = forms.editPane.textFormattingPopUpButton;
-    editPane->saveEditedAbbButton = forms.editPane.saveEditedAbbButton;
-    editPane->editPane = forms.editPane.editEntryPane;
-    editPane->plainOrRichRadioButton = forms.editPane.plainOrRichRadioButton;
-
-    QObject::connect(forms.editPane.saveEditedAbbButton, &QPushButton::clicked, editPane,
-        [editPane] { editPane->saveEditedAbb(editPane->saveEditedAbbButton); });
-    QObject::connect(
-        forms.editPane.plainOrRichRadioButton, &Matrix::actionTriggered, editPane, &BYEditPaneController::plainOrRich);
+    BYTableView& table = m_phrases->table();
+    const Ui::EditPane& editPane = m_editPane->form();
+    table.saveEditedAbbButton = editPane.saveEditedAbbButton;
+    table.plainOrRichRadioButton = editPane.plainOrRichRadioButton;
+    table.editEntryPane = editPane.editEntryPane;
+    table.dateTimePopUpButton = editPane.dateTimePopUpButton;
+    table.textFormattingPopUpButton = editPane.textFormattingPopUpButton;
+    const SoundEventsController& events = m_events->controller();
+    table.myVolumeSlider = events.myVolumeSlider;
+    table.myVolumeSliderLabel = events.myVolumeSliderLabel;
+    table.mySoundEventsTable = events.mySoundEventsTable;
+    const Ui::OptionsTab& options = m_options->form();
+    table.menuPrefsMatrix = options.menuPrefsMatrix;
+    table.sortPrefsMatrix = options.sortPrefsMatrix;
+    table.iTunesAnnouncerPrefMatrix = options.iTunesAnnouncerPrefMatrix;
+    table.onOffRadioButton = options.onOffRadioButton;
+    table.playSoundOnDropPrefButton = options.playSoundOnDropPrefButton;
+    table.triggersPrefsMatrix = options.triggersPrefsMatrix;
 }
 
 void Interface::connectLauncher()
 {
-    BYlauncher* launcher = &m_controllers->launcher;
-    Matrix* onOff = m_forms->options->form().onOffRadioButton;
+    BYlauncher* launcher = m_launcher.get();
+    Matrix* onOff = m_options->form().onOffRadioButton;
     launcher->onOffRadioButton = onOff;
     QObject::connect(onOff, &Matrix::actionTriggered, launcher, [=] {
         if (onOff->selectedColumn() == 0) {
@@ -188,13 +155,12 @@ void Interface::connectLauncher()
 
 std::vector<std::function<void()>> Interface::setUps()
 {
-    Controllers& controllers = *m_controllers;
     return {
-        [table = &m_forms->phrases->table()] { table->awakeFromNib(); },
-        [events = &m_forms->events->controller()] { events->awakeFromNib(); },
-        [applications = &m_forms->applications->controller()] { applications->awakeFromNib(); },
-        [&controllers] { controllers.editPane.awakeFromNib(); },
-        [options = &m_forms->options->controller()] { options->awakeFromNib(); },
-        [&controllers] { controllers.launcher.awakeFromNib(); },
+        [this] { m_phrases->table().awakeFromNib(); },
+        [this] { m_events->controller().awakeFromNib(); },
+        [this] { m_applications->controller().awakeFromNib(); },
+        [this] { m_editPane->controller().awakeFromNib(); },
+        [this] { m_options->controller().awakeFromNib(); },
+        [this] { m_launcher->awakeFromNib(); },
     };
 }
