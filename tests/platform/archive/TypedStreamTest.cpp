@@ -1,4 +1,4 @@
-#include <platform/archive/AttributedText.h>
+#include <platform/archive/ArchivedText.h>
 #include <platform/archive/TypedStream.h>
 #include <platform/richtext/Rtfd.h>
 
@@ -18,6 +18,11 @@ const QByteArray hiArchive = QByteArray::fromHex(
 const QByteArray colorArchive = QByteArray::fromHex("040B73747265616D747970656481E803840140848484074E53436F6C6F7200"
                                                     "8484084E534F626A65637400858401630184046666666683B24D213D83"
                                                     "92F5233E83BE174B3E0186");
+
+const AttributedText::Attributes& attributesOf(const ArchivedText& archived, qsizetype run)
+{
+    return archived.text->styles.at(archived.text->runs.at(run).style);
+}
 
 } // namespace
 
@@ -42,13 +47,13 @@ private Q_SLOTS:
 
 void TypedStreamTest::readsGenuineArchives()
 {
-    const AttributedText::ReadResult hi = AttributedText::unarchived(hiArchive);
+    const ArchivedText hi = unarchivedText(hiArchive);
     QCOMPARE(hi.error, QString());
     QCOMPARE(hi.warnings, QStringList());
     QCOMPARE(hi.text->text, u"Hi"_s);
     QCOMPARE(hi.text->runs.size(), 1);
     QCOMPARE(hi.text->runs.at(0).length, 2);
-    QVERIFY(hi.text->runs.at(0).attributes == AttributedText::Attributes());
+    QVERIFY(attributesOf(hi, 0) == AttributedText::Attributes());
 
     const TypedStream::ReadResult color = TypedStream::read(colorArchive);
     const TypedStream::Entry* root = color.archive ? color.archive->rootObject() : nullptr;
@@ -98,7 +103,7 @@ void TypedStreamTest::readsEveryAttribute_data()
         row("subscript", "NSSuperScript", archiver.number(-1), [](Attributes& a) { a.superscript = -1; });
         row("paragraph", "NSParagraphStyle",
             archiver.object({"NSParagraphStyle", "NSObject"}, archiver.group("CC@S", QByteArray("\x02\0\x85\0", 4))),
-            [](Attributes& a) { a.alignment = AttributedText::Alignment::Center; });
+            [](Attributes& a) { a.paragraph.side = Qt::AlignHCenter; });
         row("text link", "NSLink", archiver.string("http://a/"), [](Attributes& a) { a.link = u"http://a/"_s; });
         const auto url = [&archiver](const QByteArray& groups) {
             return archiver.object({"NSURL", "NSObject"}, groups);
@@ -121,12 +126,12 @@ void TypedStreamTest::readsEveryAttribute()
     QFETCH(QByteArray, value);
     const Archiver archiver(isLittleEndian);
     const QByteArray attributes = archiver.dictionary({{name, value}});
-    const AttributedText::ReadResult result = AttributedText::unarchived(
-        archiver.attributedString("ab", archiver.run(1, 2) + archiver.group("@", attributes)));
+    const ArchivedText result =
+        unarchivedText(archiver.attributedString("ab", archiver.run(1, 2) + archiver.group("@", attributes)));
     QCOMPARE(result.error, QString());
     QCOMPARE(result.warnings, QStringList());
     QCOMPARE(result.text->runs.size(), 1);
-    QTEST(result.text->runs.at(0).attributes, "expected");
+    QTEST(attributesOf(result, 0), "expected");
 }
 
 void TypedStreamTest::runsRepeatTheirAttributes()
@@ -134,15 +139,15 @@ void TypedStreamTest::runsRepeatTheirAttributes()
     const Archiver archiver;
     const QByteArray bold = archiver.group("@", archiver.dictionary({{"NSFont", archiver.font(u"Menlo-Bold"_s, 11)}}));
     const QByteArray plain = archiver.group("@", archiver.dictionary({}));
-    const AttributedText::ReadResult result = AttributedText::unarchived(archiver.attributedString("a\xF0\x9F\x98\x80"
-                                                                                                   "b",
+    const ArchivedText result = unarchivedText(archiver.attributedString("a\xF0\x9F\x98\x80"
+                                                                         "b",
         archiver.run(1, 1) + bold + archiver.run(2, 2) + plain + archiver.run(1, 1)));
     QCOMPARE(result.warnings, QStringList());
     QCOMPARE(result.text->runs.size(), 3);
     QCOMPARE(result.text->runs.at(1).length, 2);
-    QVERIFY(!result.text->runs.at(1).attributes.isBold);
-    QVERIFY(result.text->runs.at(0).attributes == result.text->runs.at(2).attributes);
-    QVERIFY(result.text->runs.at(2).attributes.isBold);
+    QVERIFY(!attributesOf(result, 1).isBold);
+    QVERIFY(attributesOf(result, 0) == attributesOf(result, 2));
+    QVERIFY(attributesOf(result, 2).isBold);
 }
 
 void TypedStreamTest::readsTheAttachedFile()
@@ -151,10 +156,10 @@ void TypedStreamTest::readsTheAttachedFile()
     const QByteArray wrapper =
         Rtfd::writeWrapper({{u".."_s, "content", false}, {u"__@UTF8PreferredName@__"_s, "note.txt", false}});
     const QByteArray attachment = archiver.attachment(wrapper);
-    const AttributedText::ReadResult result = AttributedText::unarchived(archiver.attributedString(
+    const ArchivedText result = unarchivedText(archiver.attributedString(
         "\xEF\xBF\xBC", archiver.run(1, 1) + archiver.group("@", archiver.dictionary({{"NSAttachment", attachment}}))));
     QCOMPARE(result.warnings, QStringList());
-    const auto file = result.text->runs.at(0).attributes.attachment;
+    const auto file = attributesOf(result, 0).attachment;
     QVERIFY(file);
     QCOMPARE(file->name, u"note.txt"_s);
     QCOMPARE(file->contents, QByteArray("content"));
@@ -205,7 +210,7 @@ void TypedStreamTest::refusesBadArchives_data()
 void TypedStreamTest::refusesBadArchives()
 {
     QFETCH(QByteArray, bytes);
-    const AttributedText::ReadResult result = AttributedText::unarchived(bytes);
+    const ArchivedText result = unarchivedText(bytes);
     QVERIFY(!result.text);
     QVERIFY(!result.error.isEmpty());
 }
@@ -229,7 +234,7 @@ void TypedStreamTest::refusesDamagedRuns_data()
 void TypedStreamTest::refusesDamagedRuns()
 {
     QFETCH(QByteArray, runs);
-    QVERIFY(!AttributedText::unarchived(Archiver().attributedString("abcd", runs)).text);
+    QVERIFY(!unarchivedText(Archiver().attributedString("abcd", runs)).text);
 }
 
 void TypedStreamTest::leavesOutWhatCannotBeRead_data()
@@ -248,12 +253,12 @@ void TypedStreamTest::leavesOutWhatCannotBeRead()
     QFETCH(QByteArray, value);
     const Archiver archiver;
     const QByteArray attributes = archiver.dictionary({{name, value}, {"NSUnderline", archiver.number(1)}});
-    const AttributedText::ReadResult result = AttributedText::unarchived(
-        archiver.attributedString("abcd", archiver.run(1, 4) + archiver.group("@", attributes)));
+    const ArchivedText result =
+        unarchivedText(archiver.attributedString("abcd", archiver.run(1, 4) + archiver.group("@", attributes)));
     QCOMPARE(result.warnings.size(), 1);
     AttributedText::Attributes underlined;
     underlined.isUnderlined = true;
-    QVERIFY(result.text && result.text->runs.constFirst().attributes == underlined);
+    QVERIFY(result.text && attributesOf(result, 0) == underlined);
 }
 
 QTEST_GUILESS_MAIN(TypedStreamTest)
