@@ -1,8 +1,5 @@
 #include "RtfReader.h"
 
-#include <QFont>
-#include <QTextDocument>
-
 #include <algorithm>
 #include <array>
 
@@ -31,22 +28,20 @@ QString linkOf(const QString& instruction)
 
 } // namespace
 
-Reader::Reader(QByteArrayView bytes, const QList<TextAttachment>& attachments, QTextDocument& document)
+Reader::Reader(QByteArrayView bytes, const QList<TextAttachment>& attachments)
     : m_tokenizer(bytes)
-    , m_document(document)
-    , m_cursor(&document)
 {
     for (const TextAttachment& attachment : attachments) {
         m_attachments.insert(attachment.name.normalized(QString::NormalizationForm_C), attachment);
     }
 }
 
-QStringList Reader::read()
+ReadResult Reader::read()
 {
     while (!m_finished) {
         const Token token = m_tokenizer.next();
         if (token.kind == TokenKind::End) {
-            m_warnings.append(u"the text ends inside a group"_s);
+            m_result.warnings.append(u"the text ends inside a group"_s);
             break;
         }
         handle(token);
@@ -55,8 +50,12 @@ QStringList Reader::read()
     if (m_attachment.complete) {
         insertAttachment();
     }
-    flushRun();
-    return m_warnings;
+    endRun();
+    const QList<AttributedText::Run>& runs = m_result.text.runs;
+    if (m_paragraph != (runs.isEmpty() ? Paragraph() : m_result.text.styles[runs.constLast().style].paragraph)) {
+        m_result.text.runs.append({0, styleOf(m_runCharacter)});
+    }
+    return std::move(m_result);
 }
 
 void Reader::handle(Token token)
@@ -96,7 +95,7 @@ void Reader::beginGroup()
     m_fallbackLeft = 0;
     if (m_stack.size() >= maximumDepth) {
         if (m_tooDeep++ == 0) {
-            m_warnings.append(u"groups are nested deeper than %1"_s.arg(maximumDepth));
+            m_result.warnings.append(u"groups are nested deeper than %1"_s.arg(maximumDepth));
         }
         return;
     }
@@ -126,7 +125,7 @@ void Reader::endGroup()
     m_finished = m_stack.empty();
     if (ended == Destination::FontTable) {
         m_fonts.endEntry();
-        m_formats.clear();
+        m_styles.clear();
     }
     if (ended == Destination::AttachmentName && m_state.destination != Destination::AttachmentName) {
         m_attachment.complete = true;
@@ -222,29 +221,30 @@ bool Reader::takesAttachmentCharacter()
 void Reader::insertAttachment()
 {
     appendBody({});
-    flushRun();
-    const QString name = TextAttachment::safeName(m_attachment.name);
+    endRun();
     const auto pixels = [](int twips) {
         return std::clamp<qreal>(qreal(twips) / twipsPerPicturePixel, 0, maximumPicturePixels);
     };
-    const QSizeF size(pixels(m_attachment.width), pixels(m_attachment.height));
+    AttributedText& text = m_result.text;
+    AttributedText::Attributes attributes = text.styles[styleOf(m_state.character)];
+    attributes.attachment = attachmentNamed(TextAttachment::safeName(m_attachment.name));
+    attributes.pictureSize = QSizeF(pixels(m_attachment.width), pixels(m_attachment.height));
     m_attachment = {};
-    if (!TextAttachment::in(m_document, name)) {
-        attachmentNamed(name).addTo(m_document);
-    }
-    QTextCharFormat format = formatOf(m_state.character);
-    format.merge(TextAttachment::imageFormat(name, size));
-    m_cursor.insertText(QString(QChar::ObjectReplacementCharacter), format);
+    text.runs.append({1, text.styles.size()});
+    text.styles.append(attributes);
+    text.text += QChar::ObjectReplacementCharacter;
+    m_runStart = text.text.size();
 }
 
 TextAttachment Reader::attachmentNamed(const QString& name)
 {
-    const auto found = m_attachments.constFind(name.normalized(QString::NormalizationForm_C));
-    if (found == m_attachments.constEnd()) {
-        m_warnings.append(u"the file \"%1\" is missing"_s.arg(name));
-        return {name, {}, false};
+    const QString key = name.normalized(QString::NormalizationForm_C);
+    if (!m_attachments.contains(key)) {
+        m_result.warnings.append(u"the file \"%1\" is missing"_s.arg(name));
+        m_attachments.insert(key, {});
     }
-    return {name, found->contents, found->isPackage};
+    const TextAttachment& found = m_attachments[key];
+    return {name, found.contents, found.isPackage};
 }
 
 void Reader::appendBytes(QByteArrayView bytes)
@@ -334,28 +334,28 @@ void Reader::append(QStringView text)
 
 void Reader::appendBody(QStringView text)
 {
-    if (m_state.paragraph != m_blockParagraph) {
-        flushRun();
-        m_blockParagraph = m_state.paragraph;
-        m_cursor.setBlockFormat(m_blockParagraph.toFormat());
+    if (m_state.paragraph != m_paragraph) {
+        endRun();
+        m_paragraph = m_state.paragraph;
     }
     if (m_runCharacter != m_state.character) {
-        flushRun();
+        endRun();
         m_runCharacter = m_state.character;
     }
-    m_run += text;
+    m_result.text.text += text;
 }
 
 bool Reader::isAtParagraphStart() const
 {
-    return m_run.isEmpty() ? m_cursor.atBlockStart() : m_run.endsWith(u'\n');
+    return m_result.text.text.isEmpty() || m_result.text.text.endsWith(u'\n');
 }
 
-void Reader::flushRun()
+void Reader::endRun()
 {
-    if (!m_run.isEmpty()) {
-        m_cursor.insertText(m_run, formatOf(m_runCharacter));
-        m_run.clear();
+    const qsizetype end = m_result.text.text.size();
+    if (end > m_runStart) {
+        m_result.text.runs.append({end - m_runStart, styleOf(m_runCharacter)});
+        m_runStart = end;
     }
 }
 
@@ -383,52 +383,42 @@ ColorTable& Reader::colorTable()
     return m_state.destination == Destination::ColorTable ? m_colors : m_expandedColors;
 }
 
-const QTextCharFormat& Reader::formatOf(const Character& character)
+qsizetype Reader::styleOf(const Character& character)
 {
-    const auto [position, isNew] = m_formats.try_emplace(character);
+    QList<AttributedText::Attributes>& styles = m_result.text.styles;
+    const auto [position, isNew] = m_styles.try_emplace(character, styles.size());
+    qsizetype& style = position->second;
     if (isNew) {
-        position->second = makeFormat(character);
+        styles.append(attributesOf(character));
+    } else if (styles[style].paragraph != m_paragraph) {
+        AttributedText::Attributes attributes = styles[style];
+        attributes.paragraph = m_paragraph;
+        style = styles.size();
+        styles.append(attributes);
     }
-    return position->second;
+    return style;
 }
 
-QTextCharFormat Reader::makeFormat(const Character& character) const
+AttributedText::Attributes Reader::attributesOf(const Character& character) const
 {
     static const Font noFont;
     const Font* const named = m_fonts.font(effectiveFont(character));
     const Font& font = named == nullptr ? noFont : *named;
-
-    QTextCharFormat format;
-    if (!font.family.isEmpty()) {
-        format.setFontFamilies({font.family});
-    }
-    format.setFontPointSize(character.halfPoints / 2.0);
-    if (character.bold || font.bold) {
-        format.setFontWeight(QFont::Bold);
-    }
-    if (character.italic || font.italic) {
-        format.setFontItalic(true);
-    }
-    if (character.underline) {
-        format.setFontUnderline(true);
-    }
-    if (character.strike) {
-        format.setFontStrikeOut(true);
-    }
-    if (character.baseline != QTextCharFormat::AlignNormal) {
-        format.setVerticalAlignment(character.baseline);
-    }
-    if (const QColor foreground = color(character.foreground); foreground.isValid()) {
-        format.setForeground(foreground);
-    }
-    if (const QColor background = color(character.background); background.isValid()) {
-        format.setBackground(background);
-    }
-    if (character.link >= 0) {
-        format.setAnchor(true);
-        format.setAnchorHref(m_fields[size_t(character.link)].url);
-    }
-    return format;
+    return {
+        .fontFamily = font.family,
+        .fontSize = character.halfPoints / 2.0,
+        .isBold = character.bold || font.bold,
+        .isItalic = character.italic || font.italic,
+        .isUnderlined = character.underline,
+        .isStruckOut = character.strike,
+        .superscript = character.superscript,
+        .color = color(character.foreground),
+        .backgroundColor = color(character.background),
+        .link = character.link < 0 ? QString() : m_fields[size_t(character.link)].url,
+        .paragraph = m_paragraph,
+        .attachment = {},
+        .pictureSize = {},
+    };
 }
 
 } // namespace Rtf

@@ -89,10 +89,10 @@ struct Reader::Words
         reader.m_state[attribute] = twips(token);
     }
 
-    template <auto side>
-    static void baseline(Reader& reader, const Token& token)
+    template <int level>
+    static void superscript(Reader& reader, const Token& token)
     {
-        reader.m_state.character.baseline = token.isOn() ? side : QTextCharFormat::AlignNormal;
+        reader.m_state.character.superscript = token.isOn() ? level : 0;
     }
 
     template <int maximum>
@@ -259,11 +259,11 @@ const Reader::Words::Word* Reader::Words::find(std::string_view name)
         {"ulnone", body, flag<&Character::underline, false>},
         {"strike", body, toggle<&Character::strike>},
         {"striked", body, toggle<&Character::strike>},
-        {"super", body, baseline<QTextCharFormat::AlignSuperScript>},
-        {"up", body, baseline<QTextCharFormat::AlignSuperScript>},
-        {"sub", body, baseline<QTextCharFormat::AlignSubScript>},
-        {"dn", body, baseline<QTextCharFormat::AlignSubScript>},
-        {"nosupersub", body, flag<&Character::baseline, QTextCharFormat::AlignNormal>},
+        {"super", body, superscript<1>},
+        {"up", body, superscript<1>},
+        {"sub", body, superscript<-1>},
+        {"dn", body, superscript<-1>},
+        {"nosupersub", body, flag<&Character::superscript, 0>},
         {"pard", body, paragraphDefaults},
         {"ql", body, flag<&Paragraph::side, Qt::AlignLeft>},
         {"qr", body, flag<&Paragraph::side, Qt::AlignRight>},
