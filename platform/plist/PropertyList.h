@@ -1,5 +1,7 @@
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QDateTime>
@@ -232,6 +234,10 @@ struct ReadResult
 /// a warning. Objects that a binary file refers to several times become separate containers. Bytes without any value
 /// (an empty file) are an error.
 ReadResult read(QByteArrayView bytes);
+
+/// The dictionary that the ordinary file at @p path holds in one of those forms. What is no such file, has more than
+/// @p maximumSize bytes or another root is refused; the reason does not name the path. Warnings are dropped.
+Result<DictionaryPointer> readFile(const QString& path, qint64 maximumSize);
 
 /// The XML form, exactly as the platform's own writer lays it out (tabs, keys sorted by code unit, base64 lines), so
 /// that a file in that form, read and written unchanged, stays the same byte for byte. A carriage return is written as
