@@ -3,9 +3,10 @@
 #include <core/BYGlobals.h>
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
-#include <phrases/BYTableView.h>
+#include <phrases/PhrasesTab.h>
 #include <platform/plist/PropertyList.h>
 #include <platform/storage/AtomicFile.h>
+#include <sounds/SoundPanelAccessory.h>
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -109,15 +110,14 @@ int main(int argc, char** argv)
     save(rootWithList(DocumentKey::clippings, fillPhrase), path);
     BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
 
-    BYTableView table;
-    table.setColumns({u"App:icon"_s, u"Phrase:editable,width=220"_s, u"SoundFilepath:stretch"_s, u"Play:icon"_s,
-        u"Reveal:icon"_s, u"Trash:icon"_s});
-    table.awakeFromNib();
-    table.resize(700, 500);
-    table.show();
+    SoundPanelAccessory soundPanel;
+    PhrasesTab tab(soundPanel);
+    tab.table().awakeFromNib();
+    tab.resize(700, 500);
+    tab.show();
     // Nothing is painted before the window has been exposed.
     QCoreApplication::processEvents();
 
-    benchTypeAhead(table);
+    benchTypeAhead(tab.table());
     return 0;
 }
