@@ -57,6 +57,26 @@ function(blipsy_add_library name)
     target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE ${arg_PRIVATE_LINKS} blipsy_flags)
 endfunction()
 
+# blipsy_add_forms(NAME form...)
+#
+# Compiles interface files of this folder, form.ui, into NAME with the pane's own text look-up, so that their texts come
+# from the same strings table as all others. Those that link NAME can include what comes of a form, "ui_form.h".
+function(blipsy_add_forms name)
+    set(folder ${CMAKE_CURRENT_BINARY_DIR}/forms)
+    file(MAKE_DIRECTORY ${folder})
+    foreach(form ${ARGN})
+        set(output ${folder}/ui_${form}.h)
+        add_custom_command(
+            OUTPUT ${output}
+            COMMAND Qt6::uic --no-autoconnection --translate localizedText --include platform/panels/InterfaceText.h
+                -o ${output} ${CMAKE_CURRENT_SOURCE_DIR}/${form}.ui
+            DEPENDS ${form}.ui
+            VERBATIM)
+        target_sources(${name} PRIVATE ${output})
+    endforeach()
+    target_include_directories(${name} PUBLIC ${folder})
+endfunction()
+
 # blipsy_add_test(NAME SOURCES file... LINKS target... [X_SERVER] [SOUND_SERVER])
 #
 # A Qt Test program under CTest, run by tests/run-isolated in a world of its own (home folder, XDG folders, session

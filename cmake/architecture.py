@@ -15,7 +15,7 @@ import sys
 
 INCLUDE = re.compile(r'#include <([A-Za-z/]+)/[A-Za-z0-9_]+\.h>')
 FORM_HEADER = re.compile(r'<header location="global">([A-Za-z/]+)/[A-Za-z0-9_]+\.h<')
-FORM_OPTION = re.compile(r'--include[ ;]([A-Za-z/]+)/[A-Za-z0-9_]+\.h')
+FORM_TEXTS = 'platform/panels'
 
 
 def read_rooms(path):
@@ -42,10 +42,12 @@ def floors(rooms):
 
 
 def included(folder, rooms):
-    """The rooms that the sources, the forms and what is generated from the forms name."""
-    files = [file for file in pathlib.Path(folder).iterdir() if file.suffix in ('.h', '.cpp', '.ui', '.txt')]
+    """The rooms that the sources and the forms name; what is generated from a form looks its texts up."""
+    files = [file for file in pathlib.Path(folder).iterdir() if file.suffix in ('.h', '.cpp', '.ui')]
     text = ''.join(file.read_text() for file in files)
-    names = {room for pattern in (INCLUDE, FORM_HEADER, FORM_OPTION) for room in pattern.findall(text)}
+    names = {room for pattern in (INCLUDE, FORM_HEADER) for room in pattern.findall(text)}
+    if any(file.suffix == '.ui' for file in files):
+        names.add(FORM_TEXTS)
     return {room for room in names if room in rooms and room != folder}
 
 

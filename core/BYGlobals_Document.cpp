@@ -5,7 +5,6 @@
 #include "PhraseOrder.h"
 #include "SharedNames.h"
 
-#include <platform/bytes/RegularFile.h>
 #include <platform/storage/AtomicFile.h>
 #include <platform/storage/FileStamp.h>
 
@@ -44,27 +43,6 @@ QString documentPath = u""_s;
 DictionaryPointer applicationDocuments;
 QString loadProblem;
 
-struct LoadedRoot
-{
-    DictionaryPointer root;
-    /// Why there is no root.
-    QString problem;
-};
-
-LoadedRoot loadRoot(const QString& path)
-{
-    const RegularFile::Contents contents = RegularFile::read(path, maximumSize);
-    if (!contents.error.isEmpty()) {
-        return {{}, contents.error};
-    }
-    const PropertyList::ReadResult result = PropertyList::read(contents.bytes);
-    if (result.root.isNull()) {
-        return {{}, result.error};
-    }
-    const DictionaryPointer root = result.root.dictionary();
-    return {root, root ? QString() : u"the root is no dictionary"_s};
-}
-
 /// A file that stays broken is loaded more than once, but told once.
 void reportLoading(const QString& path, const QString& problem)
 {
@@ -82,15 +60,15 @@ void load(const QString& path)
     }
     // A change from here on is noticed: it makes another stamp than this one.
     safeVersion = {path, FileStamp::of(path)};
-    const auto [root, problem] = loadRoot(path);
-    reportLoading(path, problem);
-    document.root = root;
+    const Result<DictionaryPointer> root = PropertyList::readFile(path, maximumSize);
+    reportLoading(path, root.error());
+    document.root = root ? *root : DictionaryPointer();
     document.phrases = {};
     document.events = {};
     if (root) {
-        const bool hasClippings = root->contains(DocumentKey::clippings);
-        document.phrases = root->value(hasClippings ? DocumentKey::clippings : DocumentKey::snippets).array();
-        document.events = root->value(DocumentKey::sounds).array();
+        const bool hasClippings = document.root->contains(DocumentKey::clippings);
+        document.phrases = document.root->value(hasClippings ? DocumentKey::clippings : DocumentKey::snippets).array();
+        document.events = document.root->value(DocumentKey::sounds).array();
     }
 }
 
@@ -102,15 +80,15 @@ bool keepVersionOfOthers(const QString& path)
     if (!stamp || (path == safeVersion.path && stamp == safeVersion.stamp)) {
         return true;
     }
-    const DocumentBackups::Copy copy = DocumentBackups::keep(path, maximumSize);
-    if (!copy.error.isEmpty()) {
+    const Result<QString> copy = DocumentBackups::keep(path, maximumSize);
+    if (!copy) {
         qCWarning(log).noquote() << u"document %1, changed by another program, is not overwritten: %2"_s.arg(
-            path, copy.error);
+            path, copy.error());
         return false;
     }
     safeVersion = {path, stamp};
     qCWarning(log).noquote() << u"document %1 was changed by another program; that version is kept as %2"_s.arg(
-        path, copy.path);
+        path, *copy);
     return true;
 }
 

@@ -42,22 +42,22 @@ QString freePath(const QString& folder, const QFileInfo& document)
 
 } // namespace
 
-DocumentBackups::Copy DocumentBackups::keep(const QString& documentPath, qint64 maximumSize)
+Result<QString> DocumentBackups::keep(const QString& documentPath, qint64 maximumSize)
 {
-    const RegularFile::Contents contents = RegularFile::read(documentPath, maximumSize);
-    if (!contents.error.isEmpty()) {
-        return {.path = {}, .error = u"cannot read %1: %2"_s.arg(documentPath, contents.error)};
+    const Result<QByteArray> contents = RegularFile::read(documentPath, maximumSize);
+    if (!contents) {
+        return Failure{u"cannot read %1: %2"_s.arg(documentPath, contents.error())};
     }
     const QString folder = backupsFolder();
     // A document may be one that nobody else is to read.
     if (!QDir().mkpath(folder) ||
         !QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)) {
-        return {.path = {}, .error = u"cannot make the folder %1"_s.arg(folder)};
+        return Failure{u"cannot make the folder %1"_s.arg(folder)};
     }
     const QString path = freePath(folder, QFileInfo(documentPath));
     AtomicFile::removeLeftovers(path);
-    if (const std::optional<QString> error = AtomicFile::write(path, contents.bytes)) {
-        return {.path = {}, .error = *error};
+    if (const std::optional<QString> error = AtomicFile::write(path, *contents)) {
+        return Failure{*error};
     }
-    return {.path = path, .error = {}};
+    return path;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QString>
 
 /// Copies of sounds documents, in `$XDG_STATE_HOME/blipsy/backups/` (by default in `~/.local/state`), which only the
@@ -7,16 +9,8 @@
 /// tells documents of one name apart, and ends with the moment: the copies of one document sort by age.
 namespace DocumentBackups {
 
-struct Copy
-{
-    /// Where the copy is; empty when there is none.
-    QString path;
-    /// Why there is none, in words that name the file concerned.
-    QString error;
-};
-
 /// Copies the file at @p documentPath as it is now. A file that is no ordinary one, or of more than @p maximumSize
-/// bytes, is not copied.
-Copy keep(const QString& documentPath, qint64 maximumSize);
+/// bytes, is not copied. Answers the path of the copy; a failure names the file concerned.
+Result<QString> keep(const QString& documentPath, qint64 maximumSize);
 
 } // namespace DocumentBackups

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <product/Product.h>
+
 #include <QString>
 
 /// The names that the pane and the helper share, each in one place. Values are what other programs see: none may
@@ -72,4 +74,4 @@ inline const QString playSuitcase = QStringLiteral("PlaySfil");
 } // namespace NotificationName
 
 /// The identifier of the pane's own bundle.
-inline const QString paneBundleIdentifier = QStringLiteral("com.blipsy.prefpanel");
+inline const QString paneBundleIdentifier = QStringLiteral(PRODUCT_BUNDLE_IDENTIFIER);

@@ -1,33 +1,21 @@
 #include "Interface.h"
 
-#include "ui_ApplicationsTab.h"
-#include "ui_EditPane.h"
-#include "ui_EventsTab.h"
 #include "ui_MainView.h"
-#include "ui_OptionsTab.h"
-#include "ui_PhrasesTab.h"
-#include "ui_PrintClippingsWindow.h"
-#include "ui_SoundPanelAccessory.h"
 
-#include <appfiles/BYAppsFilesController.h>
+#include <appfiles/ApplicationsTab.h>
 #include <core/SharedNames.h>
-#include <editpane/BYEditPaneController.h>
-#include <events/SoundEventsController.h>
+#include <editpane/EditPane.h>
+#include <events/EventsTab.h>
 #include <launcher/BYlauncher.h>
-#include <platform/controls/NotificationCenter.h>
+#include <phrases/PhrasesTab.h>
 #include <platform/controls/TemplateIcon.h>
 #include <platform/controls/WheelGuard.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/sound/Sound.h>
-#include <prefs/BYController.h>
+#include <prefs/OptionsTab.h>
+#include <sounds/SoundPanelAccessory.h>
 
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
 #include <QScrollArea>
-#include <QStackedLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -36,6 +24,14 @@ namespace {
 QString localized(const QString& text)
 {
     return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
+}
+
+/// Builds the main form in @p view and answers its tabs, as yet none.
+QTabWidget* makeTabs(QWidget* view)
+{
+    Ui::MainView form;
+    form.setupUi(view);
+    return form.tabs;
 }
 
 /// A page that scrolls when the window is too small for it.
@@ -50,64 +46,25 @@ QWidget* scrolling(QWidget* page)
     return area;
 }
 
-/// Fills @p place with @p editPane while @p table has a selected row, and with a hint while it has none.
-void showHintWithoutSelection(QWidget* place, QWidget* editPane, TableView* table)
-{
-    auto* hint = new QLabel(localized(u"Select a phrase to see its text."_s), place);
-    hint->setAlignment(Qt::AlignCenter);
-    hint->setEnabled(false);
-    auto* layout = new QStackedLayout(place);
-    layout->addWidget(hint);
-    layout->addWidget(editPane);
-    NotificationCenter::defaultCenter().addObserver(place, TableView::selectionDidChangeNotification, table,
-        [layout, table](const Notification&) { layout->setCurrentIndex(table->selectedRow() < 0 ? 0 : 1); });
-}
-
-void addTaggedAction(QMenu* menu, const QString& title, int tag)
-{
-    menu->addAction(title)->setData(tag);
-}
-
 } // namespace
 
-struct Interface::Forms
-{
-    Ui::MainView main;
-    Ui::PhrasesTab phrases;
-    Ui::EditPane editPane;
-    Ui::EventsTab events;
-    Ui::ApplicationsTab applications;
-    Ui::OptionsTab options;
-    Ui::SoundPanelAccessory soundPanel;
-    Ui::PrintClippingsWindow printing;
-    QDialog* printWindow = nullptr;
-    QMenu* eventMenu = nullptr;
-    QMenu* applicationMenu = nullptr;
-};
-
-struct Interface::Controllers
-{
-    BYAppsFilesController applications;
-    SoundEventsController events;
-    BYEditPaneController editPane;
-    BYController options;
-    BYlauncher launcher;
-};
-
 Interface::Interface()
-    : m_view(std::make_unique<QWidget>())
-    , m_soundPanelAccessory(std::make_unique<QWidget>())
-    , m_forms(std::make_unique<Forms>())
-    , m_controllers(std::make_unique<Controllers>())
+    : m_soundPanel(std::make_unique<SoundPanelAccessory>())
+    , m_view(std::make_unique<QWidget>())
+    , m_tabs(makeTabs(m_view.get()))
+    , m_phrases(new PhrasesTab(*m_soundPanel, m_view.get()))
+    , m_editPane(new EditPane(m_phrases))
+    , m_events(new EventsTab(*m_soundPanel, m_view.get()))
+    , m_applications(new ApplicationsTab(m_view.get()))
+    , m_options(new OptionsTab(m_view.get()))
+    , m_launcher(std::make_unique<BYlauncher>())
 {
-    buildViews();
-    connectPhrases();
-    connectSoundPanel();
-    connectEvents();
-    connectApplications();
-    connectEditPane();
-    connectOptions();
+    addTabs();
+    connectTable();
     connectLauncher();
+    m_phrases->setEditPane(m_editPane);
+    m_editPane->controller().abbsTableView = &m_phrases->table();
+    m_options->controller().prefPaneWindow = m_view.get();
     Sound::prepareOutput();
 }
 
@@ -129,225 +86,63 @@ bool Interface::selectTab(const QString& name)
     if (index < 0) {
         return false;
     }
-    m_forms->main.tabs->setCurrentIndex(int(index));
+    m_tabs->setCurrentIndex(int(index));
     return true;
 }
 
 void Interface::openDocument(const QString& path)
 {
-    m_forms->phrases.abbsTableView->useDocument(path);
+    m_phrases->table().useDocument(path);
 }
 
 void Interface::willUnselect()
 {
-    m_forms->phrases.abbsTableView->willUnselect();
+    m_phrases->table().willUnselect();
 }
 
-void Interface::buildViews()
+void Interface::addTabs()
 {
-    Forms& forms = *m_forms;
-    forms.main.setupUi(m_view.get());
-    std::array<QWidget*, 4> pages{};
-    for (QWidget*& page : pages) {
-        page = new QWidget(m_view.get());
-    }
-    forms.phrases.setupUi(pages[0]);
-    forms.events.setupUi(pages[1]);
-    forms.applications.setupUi(pages[2]);
-    forms.options.setupUi(pages[3]);
-    forms.soundPanel.setupUi(m_soundPanelAccessory.get());
-    forms.printWindow = new QDialog(m_view.get());
-    forms.printing.setupUi(forms.printWindow);
-    forms.eventMenu = new QMenu(m_view.get());
-    forms.applicationMenu = new QMenu(m_view.get());
-
-    auto* editPane = new QWidget(forms.phrases.editPanePlaceholder);
-    forms.editPane.setupUi(editPane);
-    forms.editPane.formattingBar->setTextView(forms.editPane.editEntryPane);
-    showHintWithoutSelection(forms.phrases.editPanePlaceholder, editPane, forms.phrases.abbsTableView);
-
     const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
     const auto addTab = [&](QWidget* page, const QString& name) {
-        forms.main.tabs->addTab(page, templateIcon(resources + u'/' + name.toLower() + u".tif"_s), localized(name));
+        m_tabs->addTab(page, templateIcon(resources + u'/' + name.toLower() + u".tif"_s), localized(name));
     };
-    addTab(pages[0], u"Phrases"_s);
-    addTab(pages[1], u"Events"_s);
-    addTab(pages[2], u"Applications"_s);
-    addTab(scrolling(pages[3]), u"Options"_s);
-    for (QWidget* page : pages) {
+    addTab(m_phrases, u"Phrases"_s);
+    addTab(m_events, u"Events"_s);
+    addTab(m_applications, u"Applications"_s);
+    addTab(scrolling(m_options), u"Options"_s);
+    for (QWidget* page : std::initializer_list<QWidget*>{m_phrases, m_events, m_applications, m_options}) {
         new WheelGuard(page);
     }
     // A phrase is found by typing it, at once.
-    m_view->setFocusProxy(forms.phrases.abbsTableView);
+    m_view->setFocusProxy(&m_phrases->table());
 }
 
-void Interface::connectPhrases()
+void Interface::connectTable()
 {
-    const Forms& forms = *m_forms;
-    BYTableView* table = forms.phrases.abbsTableView;
-    table->numClippings = forms.phrases.numClippings;
-    table->removeAbb = forms.phrases.removeAbb;
-    table->defaultClippingsFileNSPopUpButton = forms.phrases.defaultClippingsFileNSPopUpButton;
-    table->saveEditedAbbButton = forms.editPane.saveEditedAbbButton;
-    table->plainOrRichRadioButton = forms.editPane.plainOrRichRadioButton;
-    table->editEntryPane = forms.editPane.editEntryPane;
-    table->dateTimePopUpButton = forms.editPane.dateTimePopUpButton;
-    table->textFormattingPopUpButton = forms.editPane.textFormattingPopUpButton;
-    table->myVolumeSlider = forms.events.myVolumeSlider;
-    table->myVolumeSliderLabel = forms.events.myVolumeSliderLabel;
-    table->mySoundEventsTable = forms.events.mySoundEventsTable;
-    table->menuPrefsMatrix = forms.options.menuPrefsMatrix;
-    table->sortPrefsMatrix = forms.options.sortPrefsMatrix;
-    table->iTunesAnnouncerPrefMatrix = forms.options.iTunesAnnouncerPrefMatrix;
-    table->onOffRadioButton = forms.options.onOffRadioButton;
-    table->playSoundOnDropPrefButton = forms.options.playSoundOnDropPrefButton;
-    table->triggersPrefsMatrix = forms.options.triggersPrefsMatrix;
-    table->myOpenPanelView = m_soundPanelAccessory.get();
-    table->myOpenPanelViewChosenEventLabel = forms.soundPanel.myOpenPanelViewChosenEventLabel;
-    table->myAddToFavouritesButton = forms.soundPanel.myAddToFavouritesButton;
-    table->myPlayButton = forms.soundPanel.myPlayButton;
-    table->myStopButton = forms.soundPanel.myStopButton;
-    table->myFavouriteFoldersPopUpButton = forms.soundPanel.myFavouriteFoldersPopUpButton;
-    table->printClippingsWindow = forms.printWindow;
-    table->printClippingsTextView = forms.printing.printClippingsTextView;
-    table->printClippingsPrintButton = forms.printing.printClippingsPrintButton;
-    table->printClippingsCancelButton = forms.printing.printClippingsCancelButton;
-
-    QObject::connect(forms.phrases.addAbb, &QPushButton::clicked, table, [table] { table->addRow(table); });
-    QObject::connect(forms.phrases.removeAbb, &QPushButton::clicked, table, [table] { table->removeRow(table); });
-    QComboBox* documents = forms.phrases.defaultClippingsFileNSPopUpButton;
-    QObject::connect(documents, &QComboBox::activated, table, [table, documents] { table->openDoc(documents); });
-}
-
-void Interface::connectSoundPanel()
-{
-    const Ui::SoundPanelAccessory& form = m_forms->soundPanel;
-    QComboBox* favourites = form.myFavouriteFoldersPopUpButton;
-    // Both tables hear what is done with the favourites; it concerns the one whose panel is up.
-    const auto connectFavourites = [&form, favourites](auto* controller) {
-        QObject::connect(form.myAddToFavouritesButton, &QPushButton::clicked, controller,
-            [controller, button = form.myAddToFavouritesButton] { controller->addToFavouriteDirectory(button); });
-        QObject::connect(favourites, &QComboBox::activated, controller,
-            [controller, favourites] { controller->goToFavouriteDirectory(favourites); });
-    };
-    connectFavourites(m_forms->phrases.abbsTableView);
-    connectFavourites(&m_controllers->events);
-}
-
-void Interface::connectEvents()
-{
-    const Forms& forms = *m_forms;
-    SoundEventsController* events = &m_controllers->events;
-    events->mySearchField = forms.events.mySearchField;
-    events->mySoundEventsTable = forms.events.mySoundEventsTable;
-    events->myVolumePopUp = forms.eventMenu;
-    events->myVolumeSlider = forms.events.myVolumeSlider;
-    events->myVolumeSliderLabel = forms.events.myVolumeSliderLabel;
-    events->myOpenPanelView = m_soundPanelAccessory.get();
-    events->myOpenPanelViewChosenEventLabel = forms.soundPanel.myOpenPanelViewChosenEventLabel;
-    events->myAddToFavouritesButton = forms.soundPanel.myAddToFavouritesButton;
-    events->myPlayButton = forms.soundPanel.myPlayButton;
-    events->myStopButton = forms.soundPanel.myStopButton;
-    events->myFavouriteFoldersPopUpButton = forms.soundPanel.myFavouriteFoldersPopUpButton;
-
-    QLineEdit* search = forms.events.mySearchField;
-    QObject::connect(search, &QLineEdit::textChanged, events, [events, search] { events->volumePopUpAction(search); });
-    QObject::connect(
-        forms.events.myVolumeSlider, &Slider::actionTriggered, events, &SoundEventsController::volumeSliderAction);
-}
-
-void Interface::connectApplications()
-{
-    const Forms& forms = *m_forms;
-    BYAppsFilesController* applications = &m_controllers->applications;
-    addTaggedAction(forms.applicationMenu, localized(u"Do not expand"_s), 1);
-    addTaggedAction(forms.applicationMenu, localized(u"Expand using a document…"_s), 2);
-    applications->appsFilesTable = forms.applications.appsFilesTable;
-    applications->removeAppButton = forms.applications.removeAppButton;
-    applications->appsPopUp = forms.applicationMenu;
-
-    QObject::connect(forms.applicationMenu, &QMenu::triggered, applications, &BYAppsFilesController::appsPopUpAction);
-    QObject::connect(forms.applications.addAppButton, &QPushButton::clicked, applications,
-        [applications] { applications->addAppToExclusionList(applications->appsFilesTable); });
-    QObject::connect(forms.applications.removeAppButton, &QPushButton::clicked, applications,
-        [applications] { applications->removeAppFromExclusionList(applications->removeAppButton); });
-}
-
-void Interface::connectEditPane()
-{
-    const Forms& forms = *m_forms;
-    BYEditPaneController* editPane = &m_controllers->editPane;
-    editPane->abbsTableView = forms.phrases.abbsTableView;
-    editPane->dateTimePopUpButton = forms.editPane.dateTimePopUpButton;
-    editPane->textFormattingPopUpButton = forms.editPane.textFormattingPopUpButton;
-    editPane->saveEditedAbbButton = forms.editPane.saveEditedAbbButton;
-    editPane->editPane = forms.editPane.editEntryPane;
-    editPane->plainOrRichRadioButton = forms.editPane.plainOrRichRadioButton;
-
-    QObject::connect(forms.editPane.saveEditedAbbButton, &QPushButton::clicked, editPane,
-        [editPane] { editPane->saveEditedAbb(editPane->saveEditedAbbButton); });
-    QObject::connect(
-        forms.editPane.plainOrRichRadioButton, &Matrix::actionTriggered, editPane, &BYEditPaneController::plainOrRich);
-}
-
-void Interface::connectOptions()
-{
-    const Ui::OptionsTab& form = m_forms->options;
-    BYController* options = &m_controllers->options;
-    options->idleTalkIntervalText = form.idleTalkIntervalText;
-    options->idleTalkIntervalStepper = form.idleTalkIntervalStepper;
-    options->prefPaneWindow = m_view.get();
-    options->triggerPref = form.triggerPref;
-    options->expansionPref = form.expansionPref;
-    options->menuPref = form.menuPref;
-    options->sortPref = form.sortPref;
-    options->triggersPrefsMatrix = form.triggersPrefsMatrix;
-    options->onOffRadioButton = form.onOffRadioButton;
-    options->addHotKeyButton = form.addHotKeyButton;
-    options->editHotKeyButton = form.editHotKeyButton;
-    options->pauseHotKeyButton = form.pauseHotKeyButton;
-
-    const auto onClick = [options](QAbstractButton* button, void (BYController::*action)(QWidget*)) {
-        QObject::connect(button, &QAbstractButton::clicked, options, [=] { (options->*action)(button); });
-    };
-    onClick(form.selectAllTriggersButton, &BYController::selectAllTriggers);
-    onClick(form.deSelectAllTriggersButton, &BYController::deSelectAllTriggers);
-    onClick(form.playSoundOnDropPrefButton, &BYController::enterExpansionPref);
-    onClick(form.helpButton, &BYController::showHelp);
-
-    const auto onChoice = [options](Matrix* matrix, void (BYController::*action)(Matrix*)) {
-        QObject::connect(matrix, &Matrix::actionTriggered, options, action);
-    };
-    onChoice(form.triggersPrefsMatrix, &BYController::enterTriggerPref);
-    onChoice(form.triggerDelimitersMatrix, &BYController::enterTriggerDelimitersPref);
-    onChoice(form.menuPrefsMatrix, &BYController::enterMenuPref);
-    onChoice(form.sortPrefsMatrix, &BYController::enterSortPref);
-    onChoice(form.iTunesAnnouncerPrefMatrix, &BYController::iTunesAnnouncerPref);
-
-    QObject::connect(form.idleTalkIntervalStepper, &QSpinBox::valueChanged, options,
-        [=] { options->enterIdleTalkIntervalPref(form.idleTalkIntervalStepper); });
-    QLineEdit* field = form.idleTalkIntervalText;
-    const auto hearBeginOfEditing = [=] {
-        const auto once = Qt::ConnectionType(Qt::UniqueConnection | Qt::SingleShotConnection);
-        QObject::connect(field, &QLineEdit::textEdited, options, &BYController::textDidBeginEditing, once);
-    };
-    hearBeginOfEditing();
-    // A field that is left without a change has nothing to say.
-    QObject::connect(field, &QLineEdit::editingFinished, options, [=] {
-        if (field->isModified()) {
-            options->enterIdleTalkIntervalPref(field);
-            hearBeginOfEditing();
-        }
-    });
-    for (QPushButton* button : {form.addHotKeyButton, form.editHotKeyButton, form.pauseHotKeyButton}) {
-        QObject::connect(button, &QPushButton::clicked, options, [=] { options->hitSetAddHotKey(button); });
-    }
+    BYTableView& table = m_phrases->table();
+    const Ui::EditPane& editPane = m_editPane->form();
+    table.saveEditedAbbButton = editPane.saveEditedAbbButton;
+    table.plainOrRichRadioButton = editPane.plainOrRichRadioButton;
+    table.editEntryPane = editPane.editEntryPane;
+    table.dateTimePopUpButton = editPane.dateTimePopUpButton;
+    table.textFormattingPopUpButton = editPane.textFormattingPopUpButton;
+    const SoundEventsController& events = m_events->controller();
+    table.myVolumeSlider = events.myVolumeSlider;
+    table.myVolumeSliderLabel = events.myVolumeSliderLabel;
+    table.mySoundEventsTable = events.mySoundEventsTable;
+    const Ui::OptionsTab& options = m_options->form();
+    table.menuPrefsMatrix = options.menuPrefsMatrix;
+    table.sortPrefsMatrix = options.sortPrefsMatrix;
+    table.iTunesAnnouncerPrefMatrix = options.iTunesAnnouncerPrefMatrix;
+    table.onOffRadioButton = options.onOffRadioButton;
+    table.playSoundOnDropPrefButton = options.playSoundOnDropPrefButton;
+    table.triggersPrefsMatrix = options.triggersPrefsMatrix;
 }
 
 void Interface::connectLauncher()
 {
-    BYlauncher* launcher = &m_controllers->launcher;
-    Matrix* onOff = m_forms->options.onOffRadioButton;
+    BYlauncher* launcher = m_launcher.get();
+    Matrix* onOff = m_options->form().onOffRadioButton;
     launcher->onOffRadioButton = onOff;
     QObject::connect(onOff, &Matrix::actionTriggered, launcher, [=] {
         if (onOff->selectedColumn() == 0) {
@@ -360,13 +155,12 @@ void Interface::connectLauncher()
 
 std::vector<std::function<void()>> Interface::setUps()
 {
-    Controllers& controllers = *m_controllers;
     return {
-        [table = m_forms->phrases.abbsTableView] { table->awakeFromNib(); },
-        [&controllers] { controllers.events.awakeFromNib(); },
-        [&controllers] { controllers.applications.awakeFromNib(); },
-        [&controllers] { controllers.editPane.awakeFromNib(); },
-        [&controllers] { controllers.options.awakeFromNib(); },
-        [&controllers] { controllers.launcher.awakeFromNib(); },
+        [this] { m_phrases->table().awakeFromNib(); },
+        [this] { m_events->controller().awakeFromNib(); },
+        [this] { m_applications->controller().awakeFromNib(); },
+        [this] { m_editPane->controller().awakeFromNib(); },
+        [this] { m_options->controller().awakeFromNib(); },
+        [this] { m_launcher->awakeFromNib(); },
     };
 }

@@ -7,9 +7,17 @@
 #include <memory>
 #include <vector>
 
+class ApplicationsTab;
+class BYlauncher;
+class EditPane;
+class EventsTab;
+class OptionsTab;
+class PhrasesTab;
+class QTabWidget;
 class QWidget;
+class SoundPanelAccessory;
 
-/// The pane's interface: its views, built from the interface files, one instance of each controller, and the
+/// The pane's interface: its four tabs, each with its controller, the edit pane, the launcher's controller, and the
 /// connections between them.
 ///
 /// Building connects every outlet and action but sets nothing up. Each controller's set-up is then run once, in any
@@ -41,20 +49,20 @@ public:
     void willUnselect();
 
 private:
-    struct Forms;
-    struct Controllers;
-
-    void buildViews();
-    void connectPhrases();
-    void connectSoundPanel();
-    void connectEvents();
-    void connectApplications();
-    void connectEditPane();
-    void connectOptions();
+    void addTabs();
+    void connectTable();
     void connectLauncher();
 
+    std::unique_ptr<SoundPanelAccessory> m_soundPanel;
     std::unique_ptr<QWidget> m_view;
-    std::unique_ptr<QWidget> m_soundPanelAccessory;
-    std::unique_ptr<Forms> m_forms;
-    std::unique_ptr<Controllers> m_controllers;
+    /// @name Parts of the view
+    /// @{
+    QTabWidget* m_tabs;
+    PhrasesTab* m_phrases;
+    EditPane* m_editPane;
+    EventsTab* m_events;
+    ApplicationsTab* m_applications;
+    OptionsTab* m_options;
+    /// @}
+    std::unique_ptr<BYlauncher> m_launcher;
 };

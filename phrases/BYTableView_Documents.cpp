@@ -5,7 +5,6 @@
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
-#include <platform/bytes/RegularFile.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/panels/OpenPanel.h>
 #include <platform/panels/SavePanel.h>
@@ -58,19 +57,6 @@ void writeNewDocument(const PropertyList::DictionaryPointer& document, const QSt
 void reportImportProblem(const QString& path, const QString& problem)
 {
     qCWarning(logDocuments).noquote() << u"cannot import %1: %2"_s.arg(path, problem);
-}
-
-/// The root of another tool's file; nothing, after a log line, for a file that cannot be read.
-std::optional<PropertyList::Value> readSource(const QString& path)
-{
-    const RegularFile::Contents contents = RegularFile::read(path, maximumSourceSize);
-    PropertyList::ReadResult result = PropertyList::read(contents.bytes);
-    const QString problem = contents.error.isEmpty() ? result.error : contents.error;
-    if (!problem.isEmpty()) {
-        reportImportProblem(path, problem);
-        return std::nullopt;
-    }
-    return std::move(result.root);
 }
 
 QStringList importableTypes()
@@ -182,8 +168,9 @@ void BYTableView::importFile(const QString& path, Importers::Source source)
 
 Conversion BYTableView::convertShowingProgress(const QString& path, Importers::Source source)
 {
-    const std::optional<PropertyList::Value> root = readSource(path);
+    const auto root = PropertyList::readFile(path, maximumSourceSize);
     if (!root) {
+        reportImportProblem(path, root.error());
         return {.outcome = Conversion::Outcome::NoList};
     }
     QProgressDialog progress(localized(u"Importing phrases…"_s), localized(u"Cancel"_s), 0, 0, window());

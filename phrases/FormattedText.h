@@ -2,9 +2,6 @@
 
 #include "Importers.h"
 
-class QTextDocument;
-struct AttributedText;
-
 /// Turns what other tools keep of formatted text into flattened RTFD.
 namespace FormattedText {
 
@@ -12,8 +9,5 @@ namespace FormattedText {
 /// archiver's archives, attributed strings come over with the formatting that rich text has here, and images as one
 /// attachment "my_image.tif" with their TIFF representation.
 Importers::Converters converters();
-
-/// Replaces the content of @p document by @p text with its attachments.
-void fill(QTextDocument& document, const AttributedText& text);
 
 } // namespace FormattedText

@@ -5,7 +5,6 @@
 
 #include <platform/desktop/Gestalt.h>
 
-#include <QFile>
 #include <QHash>
 #include <QLoggingCategory>
 
@@ -60,18 +59,17 @@ const ModifierGlyphs& glyphsOfThisProcessor()
     return answer.response == Gestalt::intelArchitecture ? modToCharIntel : modToChar;
 }
 
+constexpr qint64 maximumTableSize = 1 << 20;
+
 PropertyList::DictionaryPointer readKeyCodes()
 {
-    QFile file(paneBundle().resourcePath() + u"/PTKeyCodes.plist"_s);
-    if (!file.open(QFile::ReadOnly)) {
+    const QString path = paneBundle().resourcePath() + u"/PTKeyCodes.plist"_s;
+    const auto names = PropertyList::readFile(path, maximumTableSize);
+    if (!names) {
+        qCWarning(lcHotKeys).noquote() << path << "is no table of key names:" << names.error();
         return {};
     }
-    const PropertyList::ReadResult result = PropertyList::read(file.readAll());
-    if (!result.root.dictionary()) {
-        qCWarning(lcHotKeys).noquote() << file.fileName() << "is no table of key names:"
-                                       << (result.error.isEmpty() ? u"its root is no dictionary"_s : result.error);
-    }
-    return result.root.dictionary();
+    return *names;
 }
 
 bool isPadKey(const PropertyList::DictionaryPointer& names, QStringView keyCode)

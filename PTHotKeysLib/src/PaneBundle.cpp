@@ -1,8 +1,8 @@
 #include "PaneBundle.h"
 
-using namespace Qt::StringLiterals;
+#include <product/Product.h>
 
 Bundle paneBundle()
 {
-    return Bundle::bundleWithIdentifier(u"com.blipsy.prefpanel"_s);
+    return Bundle::bundleWithIdentifier(QStringLiteral(PRODUCT_BUNDLE_IDENTIFIER));
 }

@@ -1,13 +1,10 @@
-#include "ui_ApplicationsTab.h"
-
-#include <appfiles/BYAppsFilesController.h>
+#include <appfiles/ApplicationsTab.h>
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 
 #include <QApplication>
 #include <QFile>
 #include <QImage>
-#include <QMenu>
 #include <QPixmapCache>
 #include <QTemporaryDir>
 
@@ -51,16 +48,9 @@ double firstPaint(const ArrayPointer& paths)
     BYGlobals::storeSetting(paths, SettingKey::appsFiles);
     QPixmapCache::clear();
     return Bench::milliseconds(1, [] {
-        QWidget tab;
-        Ui::ApplicationsTab ui;
-        ui.setupUi(&tab);
+        ApplicationsTab tab;
         tab.resize(840, 600);
-        QMenu menu;
-        BYAppsFilesController controller;
-        controller.appsFilesTable = ui.appsFilesTable;
-        controller.removeAppButton = ui.removeAppButton;
-        controller.appsPopUp = &menu;
-        controller.awakeFromNib();
+        tab.controller().awakeFromNib();
         tab.grab();
     });
 }

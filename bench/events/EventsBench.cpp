@@ -1,15 +1,12 @@
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
-#include <events/BYEventsTableView.h>
-#include <events/SoundEventsController.h>
+#include <events/EventsTab.h>
 #include <platform/controls/Slider.h>
+#include <platform/table/TableView.h>
+#include <sounds/SoundPanelAccessory.h>
 
 #include <QApplication>
-#include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
 #include <QSaveFile>
 #include <QTemporaryDir>
 
@@ -54,32 +51,23 @@ void load(const QTemporaryDir& folder, int count)
     BYGlobals::fillArray();
 }
 
-/// The events tab's table, field and slider, connected as in the pane.
-struct EventsTab
+/// The tab as in the pane, set up and shown.
+struct ShownTab
 {
-    EventsTab()
+    ShownTab()
     {
-        controller.mySearchField = &search;
-        controller.mySoundEventsTable = &table;
-        controller.myVolumePopUp = &menu;
-        controller.myVolumeSlider = &slider;
-        controller.myVolumeSliderLabel = &label;
-        controller.myFavouriteFoldersPopUpButton = &favourites;
-        table.setColumns({u"EventName"_s, u"SoundFilepath"_s, u"Play"_s, u"Reveal"_s, u"Trash"_s, u"actionPopUp"_s});
-        table.setColumnTitles({u"Event"_s, u"Sound"_s, u"Play"_s, u"Show"_s, u"Sound"_s, u"Filter"_s});
         controller.awakeFromNib();
-        table.resize(800, 600);
-        table.show();
+        tab.resize(800, 600);
+        tab.show();
         QCoreApplication::processEvents();
     }
 
-    QLineEdit search;
-    BYEventsTableView table;
-    QMenu menu;
-    Slider slider;
-    QLabel label;
-    QComboBox favourites;
-    SoundEventsController controller;
+    SoundPanelAccessory soundPanel;
+    EventsTab tab{soundPanel};
+    SoundEventsController& controller = tab.controller();
+    QLineEdit& search = *controller.mySearchField;
+    TableView& table = *controller.mySoundEventsTable;
+    Slider& slider = *controller.myVolumeSlider;
 };
 
 /// Everything that the filter searches.
@@ -95,7 +83,7 @@ std::vector<QString> searchedTexts()
 }
 
 /// The key press that completes @p text in the search field, until the table has been painted.
-void benchKeystroke(const char* name, const QString& text, EventsTab& tab, const std::vector<QString>& texts)
+void benchKeystroke(const char* name, const QString& text, ShownTab& tab, const std::vector<QString>& texts)
 {
     // Volatile: the comparison is a pure function, and a result that nobody reads would take it along.
     volatile int found = 0;
@@ -123,9 +111,7 @@ void benchKeystroke(const char* name, const QString& text, EventsTab& tab, const
 void benchFilter(const QTemporaryDir& folder)
 {
     load(folder, manyEvents);
-    EventsTab tab;
-    QObject::connect(&tab.search, &QLineEdit::textChanged, &tab.controller,
-        [&tab] { tab.controller.volumePopUpAction(&tab.search); });
+    ShownTab tab;
     const std::vector<QString> texts = searchedTexts();
     benchKeystroke("all-match", u"s"_s, tab, texts);
     benchKeystroke("some-match", u"sound-99"_s, tab, texts);
@@ -135,7 +121,7 @@ void benchFilter(const QTemporaryDir& folder)
 void benchSlider(const QTemporaryDir& folder)
 {
     load(folder, catalogue);
-    EventsTab tab;
+    ShownTab tab;
     tab.table.selectRow_byExtendingSelection(1, false);
     tab.slider.setFloatValue(0.25F);
     const QByteArray bytes = PropertyList::write(BYGlobals::clippingsDictionary());

@@ -1,7 +1,7 @@
 #include <core/SharedNames.h>
 #include <phrases/FormattedText.h>
 #include <phrases/Importers.h>
-#include <platform/archive/AttributedText.h>
+#include <platform/archive/ArchivedText.h>
 #include <platform/richtext/Rtfd.h>
 #include <platform/storage/AtomicFile.h>
 
@@ -94,7 +94,7 @@ void benchFormattedItems(const QTemporaryDir& folder)
         const QByteArray archive = formattedText(number);
         items->append(Dictionary::create({{u"Plain Text"_s, u"plain"_s}, {u"Formatted Text"_s, archive}}));
         texts.push_back(std::make_unique<QTextDocument>());
-        FormattedText::fill(*texts.back(), *AttributedText::unarchived(archive).text);
+        unarchivedText(archive).text->fill(*texts.back());
     }
     const QString source = folder.filePath(u"words.textexpander"_s);
     const QString document = folder.filePath(u"words.blipsy"_s);
@@ -106,7 +106,7 @@ void benchFormattedItems(const QTemporaryDir& folder)
         qsizetype size = 0;
         for (int number = 0; number < formattedItems; ++number) {
             const QByteArray archive = archives->at(number).dictionary()->value(u"Formatted Text").data();
-            size += AttributedText::unarchived(archive).text->text.size();
+            size += unarchivedText(archive).text->text.size();
             size += Rtfd::write(*texts[size_t(number)]).size();
         }
         if (size == 0) {

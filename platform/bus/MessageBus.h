@@ -18,7 +18,7 @@ struct sd_bus_message;
 struct sd_event;
 
 /// This process's connection to a message bus (D-Bus), served by a thread of its own, which alone touches the
-/// connection.
+/// connection. Why so, and why not the toolkit's own: docs/decisions/bus-thread.md.
 ///
 /// Nothing here ever waits for the bus or for another process: not the first use (the connection is made in the
 /// background), not a call, not the end of the process (messages that the bus has not taken yet hold it up for 0.2

@@ -8,7 +8,8 @@
 
 /// The 8-bit character set Mac OS Roman (the Unicode Consortium's mapping table APPLE/ROMAN.TXT): ASCII below 0x80, a
 /// table above. Byte 0xDB is the euro sign; byte 0xF0 is U+F8FF of the private use area, so that every byte survives a
-/// round trip.
+/// round trip. The table is the one of Qt's converters, which have it where Qt is built with ICU, as the distributions
+/// build it.
 namespace MacRoman {
 
 QString decode(QByteArrayView bytes);

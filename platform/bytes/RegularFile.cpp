@@ -5,22 +5,22 @@
 
 using namespace Qt::StringLiterals;
 
-RegularFile::Contents RegularFile::read(const QString& path, qint64 maximumSize)
+Result<QByteArray> RegularFile::read(const QString& path, qint64 maximumSize)
 {
     const QFileInfo info(path);
     if (info.exists() && !info.isFile()) {
-        return {.bytes = {}, .error = u"it is not an ordinary file"_s};
+        return Failure{u"it is not an ordinary file"_s};
     }
     if (info.size() > maximumSize) {
-        return {.bytes = {}, .error = u"it has more than %1 bytes"_s.arg(maximumSize)};
+        return Failure{u"it has more than %1 bytes"_s.arg(maximumSize)};
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        return {.bytes = {}, .error = file.errorString()};
+        return Failure{file.errorString()};
     }
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
-        return {.bytes = {}, .error = file.errorString()};
+        return Failure{file.errorString()};
     }
-    return {.bytes = bytes, .error = {}};
+    return bytes;
 }

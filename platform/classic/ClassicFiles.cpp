@@ -93,17 +93,6 @@ std::optional<ClassicFiles::FileSpecification> ClassicFiles::FileSpecification::
         {record.big<qint16>(0), record.big<qint32>(2)}, record.pascalString(nameOffset).toByteArray()};
 }
 
-QByteArray ClassicFiles::FileSpecification::toStored() const
-{
-    QByteArray bytes(storedSize, '\0');
-    qToBigEndian(folder.volume, bytes.data());
-    qToBigEndian(folder.identifier, bytes.data() + 2);
-    const QByteArray stored = name.first(std::min(name.size(), longestName));
-    bytes[qsizetype(nameOffset)] = char(stored.size());
-    std::copy(stored.begin(), stored.end(), bytes.data() + nameOffset + 1);
-    return bytes;
-}
-
 std::optional<ClassicFiles::Folder> ClassicFiles::findPreferencesFolder()
 {
     return ClassicFolders::identify(QFileInfo(Preferences::filePath(u"any"_s)).path());

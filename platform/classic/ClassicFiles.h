@@ -12,7 +12,7 @@
 /// 2).
 ///
 /// A volume's number follows from its mount point. A folder's identifier follows from its inode and is remembered, with
-/// its path, in the preferences domain "com.blipsy.ClassicFolders": a specification that was made in one process
+/// its path, in the preferences domain "ClassicFolders" of the product: a specification that was made in one process
 /// leads back to its file in every later one, as long as the folder stays where it is.
 namespace ClassicFiles {
 
@@ -46,8 +46,6 @@ struct FileSpecification
 
     /// Reads the 70 bytes of a stored record (big-endian); nothing when there are fewer or the name is too long.
     static std::optional<FileSpecification> fromStored(QByteArrayView bytes);
-    /// The record as it is stored, filled up with zeros.
-    QByteArray toStored() const;
 
     bool operator==(const FileSpecification&) const = default;
 };

@@ -1,6 +1,7 @@
 #include "ClassicFolders.h"
 
 #include <platform/storage/Preferences.h>
+#include <product/Product.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -12,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString domain = u"com.blipsy.ClassicFolders"_s;
+const QString domain = QStringLiteral(PRODUCT_IDENTIFIER ".ClassicFolders");
 
 /// Volumes have the numbers -1 to -32000, away from the placeholders below.
 constexpr int volumeNumbers = 32000;

@@ -86,22 +86,6 @@ std::optional<QByteArray> answer(const ResourceFork* fork, const ResourceFork::R
     return data;
 }
 
-/// Looks with @p lookUp in the current file and the older ones.
-template <typename LookUp>
-std::optional<QByteArray> answerFromChain(LookUp lookUp)
-{
-    const auto current = chain().find(chain().current);
-    if (current == chain().files.end()) {
-        return answer(nullptr, nullptr);
-    }
-    for (auto file = std::make_reverse_iterator(current + 1); file != chain().files.rend(); ++file) {
-        if (const ResourceFork::Resource* resource = lookUp(file->fork)) {
-            return answer(&file->fork, resource);
-        }
-    }
-    return answer(nullptr, nullptr);
-}
-
 } // namespace
 
 qint16 ResourceFile::open(const QString& path, Access access)
@@ -199,12 +183,16 @@ std::optional<QByteArray> ResourceFile::inCurrentFileWithName(quint32 type, QByt
     return answer(fork, fork ? fork->withName(type, name) : nullptr);
 }
 
-std::optional<QByteArray> ResourceFile::inChainWithId(quint32 type, qint16 id)
-{
-    return answerFromChain([=](const ResourceFork& fork) { return fork.withId(type, id); });
-}
-
 std::optional<QByteArray> ResourceFile::inChainWithName(quint32 type, QByteArrayView name)
 {
-    return answerFromChain([=](const ResourceFork& fork) { return fork.withName(type, name); });
+    const auto current = chain().find(chain().current);
+    if (current == chain().files.end()) {
+        return answer(nullptr, nullptr);
+    }
+    for (auto file = std::make_reverse_iterator(current + 1); file != chain().files.rend(); ++file) {
+        if (const ResourceFork::Resource* resource = file->fork.withName(type, name)) {
+            return answer(&file->fork, resource);
+        }
+    }
+    return answer(nullptr, nullptr);
 }

@@ -63,7 +63,6 @@ std::optional<QByteArray> inCurrentFileWithId(quint32 type, qint16 id);
 std::optional<QByteArray> inCurrentFileWithName(quint32 type, QByteArrayView name);
 
 /// The same in the current file and, when it is not there, in the older ones of the chain.
-std::optional<QByteArray> inChainWithId(quint32 type, qint16 id);
 std::optional<QByteArray> inChainWithName(quint32 type, QByteArrayView name);
 
 } // namespace ResourceFile

@@ -13,7 +13,7 @@ namespace {
 
 QString mimeType(const QString& type)
 {
-    return type == Pasteboard::stringType ? u"text/plain"_s : u"application/x-blipsy-"_s + type.toLower();
+    return type == Pasteboard::stringType ? u"text/plain"_s : u"application/x-"_s + type.toLower();
 }
 
 /// Empty for what names no file.

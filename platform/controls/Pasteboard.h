@@ -10,7 +10,7 @@
 class QMimeData;
 
 /// The data of one copy or drag, by type. The types of the platform map to MIME types: plain text to "text/plain",
-/// file names and URLs to "text/uri-list", every private type to "application/x-blipsy-" and its name in lower case.
+/// file names and URLs to "text/uri-list", every private type to "application/x-" and its name in lower case.
 class Pasteboard final
 {
 public:

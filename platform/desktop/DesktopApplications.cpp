@@ -54,7 +54,8 @@ QString unescaped(QStringView value)
 /// The keys of the group "Desktop Entry", localized ones with their bracket ("Name[de]").
 Keys readKeys(const QString& path)
 {
-    const QString text = QString::fromUtf8(RegularFile::read(path, maximumSize).bytes);
+    const Result<QByteArray> contents = RegularFile::read(path, maximumSize);
+    const QString text = contents ? QString::fromUtf8(*contents) : QString();
     Keys keys;
     bool inGroup = false;
     for (const QStringView line : QStringView(text).split(u'\n')) {

@@ -7,7 +7,8 @@
 
 class QIcon;
 
-/// The applications that are installed for this user, as the desktop's application folders list them.
+/// The applications that are installed for this user, as the desktop's application folders list them. Why not by GIO:
+/// docs/decisions/desktop-entries.md.
 namespace DesktopApplications {
 
 /// An application's desktop entry (freedesktop.org Desktop Entry Specification).

@@ -3,7 +3,6 @@
 #include "DesktopApplications.h"
 
 #include <platform/bus/MessageBus.h>
-#include <platform/bytes/RegularFile.h>
 #include <platform/plist/PropertyList.h>
 
 #include <QCoreApplication>
@@ -39,9 +38,8 @@ bool isApplicationBundle(const QFileInfo& file)
 QIcon iconOfBundle(const QString& bundlePath)
 {
     const QString contents = bundlePath + u"/Contents/"_s;
-    const RegularFile::Contents info = RegularFile::read(contents + u"Info.plist"_s, maximumInfoSize);
-    const PropertyList::DictionaryPointer keys = PropertyList::read(info.bytes).root.dictionary();
-    const QString name = keys ? keys->value(u"CFBundleIconFile").string() : QString();
+    const auto keys = PropertyList::readFile(contents + u"Info.plist"_s, maximumInfoSize);
+    const QString name = keys ? (*keys)->value(u"CFBundleIconFile").string() : QString();
     for (const QString& suffix : {u""_s, u".icns"_s, u".png"_s, u".svg"_s}) {
         const QString path = contents + u"Resources/"_s + name + suffix;
         if (!name.isEmpty() && QFileInfo(path).isFile()) {

@@ -2,8 +2,8 @@
 
 #include <platform/bus/MessageBus.h>
 
-#include <QFile>
 #include <QLoggingCategory>
+#include <QStorageInfo>
 
 #include <systemd/sd-bus.h>
 
@@ -18,36 +18,12 @@ constexpr auto udisks = "org.freedesktop.UDisks2";
 /// Unmounting writes back what is still in memory.
 constexpr auto unmountTimeout = 60s;
 
-/// A field of the mount table, in which blanks and backslashes are written as three octal digits.
-QByteArray mountField(const QByteArray& field)
-{
-    QByteArray result;
-    for (qsizetype i = 0; i < field.size(); ++i) {
-        bool isOctal = false;
-        const int code = field[i] == '\\' ? field.mid(i + 1, 3).toInt(&isOctal, 8) : 0;
-        result += isOctal ? char(code) : field[i];
-        i += isOctal ? 3 : 0;
-    }
-    return result;
-}
-
 /// The device that is mounted at @p mountPoint ("/dev/sdb1"); empty when nothing is.
-QByteArray deviceMountedAt(const QByteArray& mountPoint)
+QByteArray deviceMountedAt(const QString& mountPoint)
 {
-    // The fields of a line: … mount point (the fifth) … - file system type, source, options.
-    QFile table(u"/proc/self/mountinfo"_s);
-    if (!table.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QByteArray device;
-    for (const QByteArray& line : table.readAll().split('\n')) {
-        const QList<QByteArray> fields = line.split(' ');
-        const qsizetype separator = fields.indexOf("-");
-        if (separator > 4 && separator + 2 < fields.size() && mountField(fields[4]) == mountPoint) {
-            device = mountField(fields[separator + 2]);
-        }
-    }
-    return device;
+    // Not looked up in the list of all volumes: that asks each of them for its size, and a network folder may hang.
+    const QStorageInfo volume(mountPoint);
+    return volume.rootPath() == mountPoint ? volume.device() : QByteArray();
 }
 
 /// The object that UDisks has for a block device: its name, in which all but letters and digits are written as _xx.
@@ -96,7 +72,7 @@ void ejectDriveOf(const QByteArray& block)
 
 void Workspace::unmountAndEject(const QString& mountPoint)
 {
-    const QByteArray device = deviceMountedAt(QFile::encodeName(mountPoint));
+    const QByteArray device = deviceMountedAt(mountPoint);
     if (!device.startsWith("/dev/")) {
         return;
     }

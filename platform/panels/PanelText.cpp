@@ -1,10 +1,9 @@
 #include "PanelText.h"
 
 #include <platform/desktop/Bundle.h>
-
-using namespace Qt::StringLiterals;
+#include <product/Product.h>
 
 QString panelText(const QString& text)
 {
-    return Bundle::bundleWithIdentifier(u"com.blipsy.prefpanel"_s).localizedString(text);
+    return Bundle::bundleWithIdentifier(QStringLiteral(PRODUCT_BUNDLE_IDENTIFIER)).localizedString(text);
 }

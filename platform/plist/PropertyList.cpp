@@ -1,5 +1,7 @@
 #include "PropertyListForms.h"
 
+#include <platform/bytes/RegularFile.h>
+
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -41,6 +43,19 @@ ReadResult read(QByteArrayView bytes)
         return std::move(findings).result({});
     }
     return readUtf8(text.toUtf8());
+}
+
+Result<DictionaryPointer> readFile(const QString& path, qint64 maximumSize)
+{
+    const Result<QByteArray> contents = RegularFile::read(path, maximumSize);
+    if (!contents) {
+        return Failure{contents.error()};
+    }
+    const ReadResult result = read(*contents);
+    if (const DictionaryPointer root = result.root.dictionary()) {
+        return root;
+    }
+    return Failure{result.error.isEmpty() ? u"its root is no dictionary"_s : result.error};
 }
 
 QByteArray write(const Value& root)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QDateTime>
@@ -10,17 +12,16 @@
 
 #include <concepts>
 #include <optional>
-#include <span>
 #include <variant>
 #include <vector>
 
 /// Property lists: the value model, and the functions that read and write its forms (public source: the format's
 /// DTD "PropertyList-1.0", and the published descriptions of the binary form "bplist00" and of the old-style text
-/// form).
+/// form). Why they are our own: docs/decisions/property-list-reader.md.
 ///
-/// Containers are shared and mutable: copying a Value or a pointer copies the reference, so an entry that sits in two
-/// arrays is one entry, and a change made through either is seen through both. A container must not be made to
-/// contain itself. Everything here is for one thread at a time.
+/// Containers are shared and mutable (docs/decisions/shared-containers.md): copying a Value or a pointer copies the
+/// reference, so an entry that sits in two arrays is one entry, and a change made through either is seen through both.
+/// A container must not be made to contain itself. Everything here is for one thread at a time.
 namespace PropertyList {
 
 class Array;
@@ -153,17 +154,11 @@ public:
 
     void append(Value value) { m_items.push_back(std::move(value)); }
 
-    void replace(qsizetype index, Value value) { m_items[size_t(index)] = std::move(value); }
-
     void removeAt(qsizetype index) { m_items.erase(m_items.begin() + index); }
 
     void clear() noexcept { m_items.clear(); }
 
     void reserve(qsizetype count) { m_items.reserve(size_t(count)); }
-
-    /// Puts the values into another order: afterwards place i holds what was at @p order [i]. @p order must hold each
-    /// index exactly once. No value is copied.
-    void reorder(std::span<const qsizetype> order);
 
     auto begin() noexcept { return m_items.begin(); }
 
@@ -239,6 +234,10 @@ struct ReadResult
 /// a warning. Objects that a binary file refers to several times become separate containers. Bytes without any value
 /// (an empty file) are an error.
 ReadResult read(QByteArrayView bytes);
+
+/// The dictionary that the ordinary file at @p path holds in one of those forms. What is no such file, has more than
+/// @p maximumSize bytes or another root is refused; the reason does not name the path. Warnings are dropped.
+Result<DictionaryPointer> readFile(const QString& path, qint64 maximumSize);
 
 /// The XML form, exactly as the platform's own writer lays it out (tabs, keys sorted by code unit, base64 lines), so
 /// that a file in that form, read and written unchanged, stays the same byte for byte. A carriage return is written as

@@ -287,16 +287,6 @@ ArrayPointer Array::create(std::vector<Value> items)
     return array;
 }
 
-void Array::reorder(std::span<const qsizetype> order)
-{
-    std::vector<Value> ordered;
-    ordered.reserve(m_items.size());
-    for (const qsizetype index : order) {
-        ordered.push_back(std::move(m_items[size_t(index)]));
-    }
-    m_items = std::move(ordered);
-}
-
 DictionaryPointer Dictionary::create(std::vector<Entry> entries)
 {
     const auto ascends = [](const Entry& left, const Entry& right) { return left.key < right.key; };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TextAttachment.h"
+#include "AttributedText.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -9,7 +9,7 @@
 
 class QTextDocument;
 
-/// Rich text as RTF, to and from text documents.
+/// Rich text as RTF: to attributed text, and from text documents.
 ///
 /// Public sources: "Rich Text Format (RTF) Specification", version 1.9.1, and the attachment and color extensions that
 /// the platform's own editor writes. Kept are fonts, sizes, bold, italic, underline, strikethrough, colors,
@@ -21,11 +21,17 @@ namespace Rtf {
 /// Whether @p bytes begin as RTF does.
 bool isRtf(QByteArrayView bytes);
 
-/// Replaces the content of @p document by the text of @p bytes. Its attachments are looked up by name in @p
-/// attachments; one that is not there stays as an empty file, so that positions in the text stay right. Reads whatever
-/// can be read and never fails for RTF: unbalanced groups, truncation and values out of range cost only themselves.
-/// Answers what was odd. Bytes that are no RTF give an empty document.
-QStringList read(QByteArrayView bytes, const QList<TextAttachment>& attachments, QTextDocument& document);
+struct ReadResult
+{
+    AttributedText text;
+    /// What was odd.
+    QStringList warnings;
+};
+
+/// The text of @p bytes. Its attachments are looked up by name in @p attachments; one that is not there stays as an
+/// empty file, so that positions in the text stay right. Reads whatever can be read and never fails for RTF: unbalanced
+/// groups, truncation and values out of range cost only themselves. Bytes that are no RTF give an empty text.
+ReadResult read(QByteArrayView bytes, const QList<TextAttachment>& attachments);
 
 struct Written
 {

@@ -1,7 +1,5 @@
 #include "RtfReader.h"
 
-#include <QTextDocument>
-
 #include <algorithm>
 #include <array>
 
@@ -30,22 +28,20 @@ QString linkOf(const QString& instruction)
 
 } // namespace
 
-Reader::Reader(QByteArrayView bytes, const QList<TextAttachment>& attachments, QTextDocument& document)
+Reader::Reader(QByteArrayView bytes, const QList<TextAttachment>& attachments)
     : m_tokenizer(bytes)
-    , m_document(document)
-    , m_cursor(&document)
 {
     for (const TextAttachment& attachment : attachments) {
         m_attachments.insert(attachment.name.normalized(QString::NormalizationForm_C), attachment);
     }
 }
 
-QStringList Reader::read()
+ReadResult Reader::read()
 {
     while (!m_finished) {
         const Token token = m_tokenizer.next();
         if (token.kind == TokenKind::End) {
-            m_warnings.append(u"the text ends inside a group"_s);
+            m_result.warnings.append(u"the text ends inside a group"_s);
             break;
         }
         handle(token);
@@ -54,8 +50,12 @@ QStringList Reader::read()
     if (m_attachment.complete) {
         insertAttachment();
     }
-    flushRun();
-    return m_warnings;
+    endRun();
+    const QList<AttributedText::Run>& runs = m_result.text.runs;
+    if (m_paragraph != (runs.isEmpty() ? Paragraph() : m_result.text.styles[runs.constLast().style].paragraph)) {
+        m_result.text.runs.append({0, styleOf(m_runCharacter)});
+    }
+    return std::move(m_result);
 }
 
 void Reader::handle(Token token)
@@ -95,7 +95,7 @@ void Reader::beginGroup()
     m_fallbackLeft = 0;
     if (m_stack.size() >= maximumDepth) {
         if (m_tooDeep++ == 0) {
-            m_warnings.append(u"groups are nested deeper than %1"_s.arg(maximumDepth));
+            m_result.warnings.append(u"groups are nested deeper than %1"_s.arg(maximumDepth));
         }
         return;
     }
@@ -125,7 +125,7 @@ void Reader::endGroup()
     m_finished = m_stack.empty();
     if (ended == Destination::FontTable) {
         m_fonts.endEntry();
-        m_formats.clear();
+        m_styles.clear();
     }
     if (ended == Destination::AttachmentName && m_state.destination != Destination::AttachmentName) {
         m_attachment.complete = true;
@@ -135,7 +135,7 @@ void Reader::endGroup()
 bool Reader::skipsFallback(Token& token)
 {
     // A text that relies on one fallback character too many loses less this way round.
-    if (token.kind == TokenKind::Word && meaningOf(token.text).word == Word::Unicode) {
+    if (token.kind == TokenKind::Word && token.text == "u") {
         m_fallbackLeft = 0;
         return false;
     }
@@ -180,43 +180,15 @@ void Reader::handleSymbol(char symbol)
     }
 }
 
-bool Reader::handleDestinationWord(Word word)
-{
-    switch (word) {
-    case Word::FontTable:
-        m_state.destination = Destination::FontTable;
-        return true;
-    case Word::ColorTable:
-        m_state.destination = Destination::ColorTable;
-        return true;
-    case Word::ExpandedColorTable:
-        m_state.destination = Destination::ExpandedColorTable;
-        return true;
-    case Word::Field:
-        beginField();
-        return true;
-    case Word::FieldInstruction:
-        m_state.destination = m_state.field >= 0 ? Destination::FieldInstruction : Destination::Skipped;
-        return true;
-    case Word::FieldResult:
-        beginFieldResult();
-        return true;
-    case Word::Graphic:
-        m_attachment = {};
-        m_state.destination = Destination::AttachmentName;
-        return true;
-    case Word::Skipped:
-        m_state.destination = Destination::Skipped;
-        return true;
-    default:
-        return false;
-    }
-}
-
 void Reader::beginField()
 {
     m_fields.emplace_back();
     m_state.field = int(m_fields.size()) - 1;
+}
+
+void Reader::beginFieldInstruction()
+{
+    m_state.destination = m_state.field >= 0 ? Destination::FieldInstruction : Destination::Skipped;
 }
 
 void Reader::beginFieldResult()
@@ -231,6 +203,12 @@ void Reader::beginFieldResult()
     }
 }
 
+void Reader::beginAttachment()
+{
+    m_attachment = {};
+    m_state.destination = Destination::AttachmentName;
+}
+
 bool Reader::takesAttachmentCharacter()
 {
     if (!m_attachment.complete || m_state.destination != Destination::Body) {
@@ -243,29 +221,30 @@ bool Reader::takesAttachmentCharacter()
 void Reader::insertAttachment()
 {
     appendBody({});
-    flushRun();
-    const QString name = TextAttachment::safeName(m_attachment.name);
+    endRun();
     const auto pixels = [](int twips) {
         return std::clamp<qreal>(qreal(twips) / twipsPerPicturePixel, 0, maximumPicturePixels);
     };
-    const QSizeF size(pixels(m_attachment.width), pixels(m_attachment.height));
+    AttributedText& text = m_result.text;
+    AttributedText::Attributes attributes = text.styles[styleOf(m_state.character)];
+    attributes.attachment = attachmentNamed(TextAttachment::safeName(m_attachment.name));
+    attributes.pictureSize = QSizeF(pixels(m_attachment.width), pixels(m_attachment.height));
     m_attachment = {};
-    if (!TextAttachment::in(m_document, name)) {
-        attachmentNamed(name).addTo(m_document);
-    }
-    QTextCharFormat format = formatOf(m_state.character);
-    format.merge(TextAttachment::imageFormat(name, size));
-    m_cursor.insertText(QString(QChar::ObjectReplacementCharacter), format);
+    text.runs.append({1, text.styles.size()});
+    text.styles.append(attributes);
+    text.text += QChar::ObjectReplacementCharacter;
+    m_runStart = text.text.size();
 }
 
 TextAttachment Reader::attachmentNamed(const QString& name)
 {
-    const auto found = m_attachments.constFind(name.normalized(QString::NormalizationForm_C));
-    if (found == m_attachments.constEnd()) {
-        m_warnings.append(u"the file \"%1\" is missing"_s.arg(name));
-        return {name, {}, false};
+    const QString key = name.normalized(QString::NormalizationForm_C);
+    if (!m_attachments.contains(key)) {
+        m_result.warnings.append(u"the file \"%1\" is missing"_s.arg(name));
+        m_attachments.insert(key, {});
     }
-    return {name, found->contents, found->isPackage};
+    const TextAttachment& found = m_attachments[key];
+    return {name, found.contents, found.isPackage};
 }
 
 void Reader::appendBytes(QByteArrayView bytes)
@@ -355,29 +334,91 @@ void Reader::append(QStringView text)
 
 void Reader::appendBody(QStringView text)
 {
-    if (m_state.paragraph != m_blockParagraph) {
-        flushRun();
-        m_blockParagraph = m_state.paragraph;
-        m_cursor.setBlockFormat(m_blockParagraph.toFormat());
+    if (m_state.paragraph != m_paragraph) {
+        endRun();
+        m_paragraph = m_state.paragraph;
     }
     if (m_runCharacter != m_state.character) {
-        flushRun();
+        endRun();
         m_runCharacter = m_state.character;
     }
-    m_run += text;
+    m_result.text.text += text;
 }
 
 bool Reader::isAtParagraphStart() const
 {
-    return m_run.isEmpty() ? m_cursor.atBlockStart() : m_run.endsWith(u'\n');
+    return m_result.text.text.isEmpty() || m_result.text.text.endsWith(u'\n');
 }
 
-void Reader::flushRun()
+void Reader::endRun()
 {
-    if (!m_run.isEmpty()) {
-        m_cursor.insertText(m_run, formatOf(m_runCharacter));
-        m_run.clear();
+    const qsizetype end = m_result.text.text.size();
+    if (end > m_runStart) {
+        m_result.text.runs.append({end - m_runStart, styleOf(m_runCharacter)});
+        m_runStart = end;
     }
+}
+
+int Reader::effectiveFont(const Character& character) const
+{
+    return character.font >= 0 ? character.font : m_defaultFont;
+}
+
+const CodePage& Reader::codePage() const
+{
+    return m_fonts.codePageOf(effectiveFont(m_state.character), *m_documentCodePage);
+}
+
+QColor Reader::color(int index) const
+{
+    if (m_expandedColors.isThemeColor(index)) {
+        return {};
+    }
+    const QColor refined = m_expandedColors.color(index);
+    return refined.isValid() ? refined : m_colors.color(index);
+}
+
+ColorTable& Reader::colorTable()
+{
+    return m_state.destination == Destination::ColorTable ? m_colors : m_expandedColors;
+}
+
+qsizetype Reader::styleOf(const Character& character)
+{
+    QList<AttributedText::Attributes>& styles = m_result.text.styles;
+    const auto [position, isNew] = m_styles.try_emplace(character, styles.size());
+    qsizetype& style = position->second;
+    if (isNew) {
+        styles.append(attributesOf(character));
+    } else if (styles[style].paragraph != m_paragraph) {
+        AttributedText::Attributes attributes = styles[style];
+        attributes.paragraph = m_paragraph;
+        style = styles.size();
+        styles.append(attributes);
+    }
+    return style;
+}
+
+AttributedText::Attributes Reader::attributesOf(const Character& character) const
+{
+    static const Font noFont;
+    const Font* const named = m_fonts.font(effectiveFont(character));
+    const Font& font = named == nullptr ? noFont : *named;
+    return {
+        .fontFamily = font.family,
+        .fontSize = character.halfPoints / 2.0,
+        .isBold = character.bold || font.bold,
+        .isItalic = character.italic || font.italic,
+        .isUnderlined = character.underline,
+        .isStruckOut = character.strike,
+        .superscript = character.superscript,
+        .color = color(character.foreground),
+        .backgroundColor = color(character.background),
+        .link = character.link < 0 ? QString() : m_fields[size_t(character.link)].url,
+        .paragraph = m_paragraph,
+        .attachment = {},
+        .pictureSize = {},
+    };
 }
 
 } // namespace Rtf

@@ -1,14 +1,10 @@
 #pragma once
 
-#include "RtfParagraph.h"
+#include "Rtf.h"
 #include "RtfTables.h"
 #include "RtfTokenizer.h"
-#include "RtfWords.h"
-#include "TextAttachment.h"
 
 #include <QHash>
-#include <QStringList>
-#include <QTextCursor>
 
 #include <compare>
 #include <map>
@@ -16,18 +12,17 @@
 
 namespace Rtf {
 
-/// Fills a text document from RTF; one object reads one text.
+/// Reads RTF into attributed text; one object reads one text.
 ///
-/// Text is gathered over as many paragraphs as share their attributes and inserted at once, since each insertion into a
-/// document costs far more than the characters in it. Groups live on a stack of bounded depth; deeper ones are read
+/// A run goes on over as many paragraphs as share their attributes, since each run that is inserted into a document
+/// costs far more than the characters in it. Groups live on a stack of bounded depth; deeper ones are read
 /// with the attributes of the deepest.
 class Reader final
 {
 public:
-    Reader(QByteArrayView bytes, const QList<TextAttachment>& attachments, QTextDocument& document);
+    Reader(QByteArrayView bytes, const QList<TextAttachment>& attachments);
 
-    /// Reads everything and answers what was odd.
-    QStringList read();
+    ReadResult read();
 
 private:
     /// The attributes of characters; colors and fonts by number.
@@ -38,7 +33,8 @@ private:
         int foreground = 0;
         int background = 0;
         int link = -1;
-        QTextCharFormat::VerticalAlignment baseline = QTextCharFormat::AlignNormal;
+        /// As AttributedText tells it.
+        int superscript = 0;
         bool bold = false;
         bool italic = false;
         bool underline = false;
@@ -48,14 +44,15 @@ private:
         auto operator<=>(const Character&) const = default;
     };
 
-    enum class Destination {
-        Body,
-        FontTable,
-        ColorTable,
-        ExpandedColorTable,
-        FieldInstruction,
-        AttachmentName,
-        Skipped
+    /// Where text goes; each a bit, since a control word may have its effect in several.
+    enum class Destination : unsigned {
+        Body = 0x01,
+        FontTable = 0x02,
+        ColorTable = 0x04,
+        ExpandedColorTable = 0x08,
+        FieldInstruction = 0x10,
+        AttachmentName = 0x20,
+        Skipped = 0x40
     };
 
     struct State
@@ -66,6 +63,18 @@ private:
         /// How many items after a `\u` stand for the same character.
         int fallbackCount = 1;
         int field = -1;
+
+        template <class Value>
+        Value& operator[](Value Character::*attribute)
+        {
+            return character.*attribute;
+        }
+
+        template <class Value>
+        Value& operator[](Value Paragraph::*attribute)
+        {
+            return paragraph.*attribute;
+        }
     };
 
     struct Field
@@ -83,21 +92,18 @@ private:
         bool complete = false;
     };
 
+    struct Words;
+
     void handle(Token token);
     void beginGroup();
     void endGroup();
     bool skipsFallback(Token& token);
     void handleWord(const Token& token);
     void handleSymbol(char symbol);
-    void handleTableWord(const Token& token);
-    bool handleDestinationWord(Word word);
-    bool handleDocumentWord(const Token& token, Word word);
-    bool handleCharacterWord(const Token& token, Word word);
-    bool handleParagraphWord(const Token& token, Word word);
-    bool handleSpacingWord(const Token& token, Word word);
-    bool handleTabWord(const Token& token, Word word);
     void beginField();
+    void beginFieldInstruction();
     void beginFieldResult();
+    void beginAttachment();
 
     void appendBytes(QByteArrayView bytes);
     void appendCodePoint(int value);
@@ -106,22 +112,23 @@ private:
     void appendBody(QStringView text);
     bool isAtParagraphStart() const;
     void flushBytes();
-    void flushRun();
+    void endRun();
     bool takesAttachmentCharacter();
     void insertAttachment();
     TextAttachment attachmentNamed(const QString& name);
 
     const CodePage& codePage() const;
     int effectiveFont(const Character& character) const;
-    const QTextCharFormat& formatOf(const Character& character);
-    QTextCharFormat makeFormat(const Character& character) const;
+    /// The index of the attributes of @p character in a paragraph of m_paragraph.
+    qsizetype styleOf(const Character& character);
+    AttributedText::Attributes attributesOf(const Character& character) const;
     QColor color(int index) const;
+    /// The color table that is being read.
+    ColorTable& colorTable();
 
     Tokenizer m_tokenizer;
-    QTextDocument& m_document;
-    QTextCursor m_cursor;
     QHash<QString, TextAttachment> m_attachments;
-    QStringList m_warnings;
+    ReadResult m_result;
 
     State m_state;
     std::vector<State> m_stack;
@@ -142,12 +149,12 @@ private:
     /// Bytes of a multi-byte character set that still have to be decoded together.
     QByteArray m_bytes;
     char16_t m_highSurrogate = 0;
-    /// Text not yet in the document, all of it with the attributes m_runCharacter and in paragraphs like
-    /// m_blockParagraph.
-    QString m_run;
+    /// Where the run begins that has not ended yet, with the attributes m_runCharacter in paragraphs like m_paragraph.
+    qsizetype m_runStart = 0;
     Character m_runCharacter;
-    Paragraph m_blockParagraph;
-    std::map<Character, QTextCharFormat> m_formats;
+    Paragraph m_paragraph;
+    /// The latest style of each combination of attributes.
+    std::map<Character, qsizetype> m_styles;
 };
 
 } // namespace Rtf

@@ -57,15 +57,11 @@ Font Font::fromName(const QString& name)
     return {familyOf(name), false, false, 0};
 }
 
-void FontTable::handleWord(const Token& token)
+void FontTable::beginEntry(int number)
 {
-    if (token.text == "f") {
-        m_number = token.value;
-        m_charset = 0;
-        m_name.clear();
-    } else if (token.text == "fcharset") {
-        m_charset = token.value;
-    }
+    m_number = number;
+    m_charset = 0;
+    m_name.clear();
 }
 
 void FontTable::append(QStringView text)
@@ -101,19 +97,6 @@ const CodePage& FontTable::codePageOf(int number, const CodePage& documentCodePa
 {
     const Font* const named = font(number);
     return named == nullptr ? documentCodePage : CodePage::ofCharset(named->charset, documentCodePage);
-}
-
-void ColorTable::handleWord(const Token& token)
-{
-    if (token.text == "red" || token.text == "green" || token.text == "blue") {
-        m_components.push_back(float(std::clamp(token.value, 0, 255)) / 255.0F);
-    } else if (token.text == "c") {
-        m_components.push_back(float(std::clamp(token.value, 0, 100'000)) / 100'000.0F);
-    } else if (token.text == "csgray") {
-        m_gray = true;
-    } else if (token.text == "cname") {
-        m_named = true;
-    }
 }
 
 void ColorTable::append(QStringView text)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "RtfCodePage.h"
-#include "RtfTokenizer.h"
 
 #include <QColor>
 #include <QHash>
@@ -27,7 +26,11 @@ struct Font
 class FontTable final
 {
 public:
-    void handleWord(const Token& token);
+    void beginEntry(int number);
+
+    /// The character set of the entry that has begun, as `\fcharset` gives it.
+    void setCharset(int charset) { m_charset = charset; }
+
     void append(QStringView text);
     /// Ends an entry that has no semicolon.
     void endEntry();
@@ -47,7 +50,15 @@ private:
 class ColorTable final
 {
 public:
-    void handleWord(const Token& token);
+    /// The next component of the entry that has begun: red, green, blue, opacity; 0 to 1.
+    void addComponent(float component) { m_components.push_back(component); }
+
+    /// The components are gray and opacity.
+    void setGray() { m_gray = true; }
+
+    /// The text is the name of a symbolic color.
+    void setNamed() { m_named = true; }
+
     void append(QStringView text);
 
     /// An invalid color for the default one, and for an index that is not in the table.

@@ -227,15 +227,19 @@ QByteArray writeWrapper(const QList<TextAttachment>& files)
 
 ReadResult read(QByteArrayView bytes, QTextDocument& document)
 {
+    Contents contents;
     if (Rtf::isRtf(bytes)) {
-        return {true, Rtf::read(bytes, {}, document)};
+        contents.files.append({textName(), bytes.toByteArray(), false});
+    } else {
+        contents = readWrapper(bytes);
     }
-    Contents contents = readWrapper(bytes);
     const auto text = std::ranges::find(contents.files, textName(), &TextAttachment::name);
     if (text == contents.files.end() || !Rtf::isRtf(text->contents)) {
         return {false, contents.warnings + QStringList(u"there is no rich text in it"_s)};
     }
-    return {true, contents.warnings + Rtf::read(text->contents, contents.files, document)};
+    const Rtf::ReadResult result = Rtf::read(text->contents, contents.files);
+    result.text.fill(document);
+    return {true, contents.warnings + result.warnings};
 }
 
 QByteArray write(const QTextDocument& document)

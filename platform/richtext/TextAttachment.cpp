@@ -34,6 +34,12 @@ public:
 
 } // namespace
 
+bool TextAttachment::operator==(const TextAttachment& other) const
+{
+    return name == other.name && isPackage == other.isPackage &&
+           (contents.isSharedWith(other.contents) || contents == other.contents);
+}
+
 QString TextAttachment::safeName(QString name)
 {
     for (QChar& character : name) {

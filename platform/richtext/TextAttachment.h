@@ -24,7 +24,8 @@ struct TextAttachment
     QByteArray contents;
     bool isPackage = false;
 
-    bool operator==(const TextAttachment&) const = default;
+    /// Files that share their bytes are compared without a look at them.
+    bool operator==(const TextAttachment& other) const;
 
     /// @p name as a name that can be no path: separators and control characters replaced, never empty, "." or "..", and
     /// none of those that the stored form keeps for itself.

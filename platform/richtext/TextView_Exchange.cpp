@@ -26,7 +26,7 @@ namespace {
 
 const QString& wrapperMimeType()
 {
-    static const QString type = u"application/x-blipsy-rtfd"_s;
+    static const QString type = u"application/x-rtfd"_s;
     return type;
 }
 
@@ -206,12 +206,12 @@ bool TextView::insertFiles(const QMimeData& source)
 
 bool TextView::insertFile(const QString& path)
 {
-    const RegularFile::Contents contents = RegularFile::read(path, maximumFileSize);
-    if (!contents.error.isEmpty()) {
-        qCWarning(textLog).noquote() << u"cannot take %1 into a text: %2"_s.arg(path, contents.error);
+    const Result<QByteArray> contents = RegularFile::read(path, maximumFileSize);
+    if (!contents) {
+        qCWarning(textLog).noquote() << u"cannot take %1 into a text: %2"_s.arg(path, contents.error());
         return false;
     }
-    insertAttachment(QFileInfo(path).fileName(), contents.bytes);
+    insertAttachment(QFileInfo(path).fileName(), *contents);
     return true;
 }
 

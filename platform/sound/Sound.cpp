@@ -82,12 +82,12 @@ void Sound::Job::abandon()
 SoundPlayback::Outcome Sound::Job::play()
 {
     if (!m_decoder) {
-        auto [decoder, error] = SoundDecoder::openFile(m_path);
+        auto decoder = SoundDecoder::openFile(m_path);
         if (!decoder) {
-            logUnplayable(m_path, error);
+            logUnplayable(m_path, decoder.error());
             return SoundPlayback::Outcome::Failed;
         }
-        m_decoder = std::move(decoder);
+        m_decoder = std::move(*decoder);
     }
     const SoundPlayback::Outcome outcome = m_playback.run(*m_decoder);
     if (outcome == SoundPlayback::Outcome::Failed) {
@@ -99,12 +99,12 @@ SoundPlayback::Outcome Sound::Job::play()
 
 std::unique_ptr<Sound> Sound::soundWithContentsOfFile(const QString& path)
 {
-    auto [decoder, error] = SoundDecoder::openFile(path);
+    auto decoder = SoundDecoder::openFile(path);
     if (!decoder) {
-        logUnplayable(path, error);
+        logUnplayable(path, decoder.error());
         return {};
     }
-    return std::unique_ptr<Sound>(new Sound(path, std::move(decoder)));
+    return std::unique_ptr<Sound>(new Sound(path, std::move(*decoder)));
 }
 
 Sound::Sound(QString path, std::unique_ptr<SoundDecoder> decoder)

@@ -327,9 +327,8 @@ SoundDecoder::~SoundDecoder() = default;
 
 SoundDecoder::OpenResult SoundDecoder::openFile(const QString& path)
 {
-    QString error;
-    auto input = SoundInput::file(path, error);
-    return input ? open(std::move(input), path) : OpenResult{{}, error};
+    auto input = SoundInput::file(path);
+    return input ? open(std::move(*input), path) : Failure{input.error()};
 }
 
 SoundDecoder::OpenResult SoundDecoder::openBytes(QByteArray bytes)
@@ -343,9 +342,9 @@ SoundDecoder::OpenResult SoundDecoder::open(std::unique_ptr<SoundInput> input, c
     auto codec = std::make_unique<Codec>(std::move(input));
     const int result = codec->open(QFile::encodeName(name));
     if (result < 0) {
-        return {{}, result == AVERROR_EOF ? u"no audio in it"_s : errorText(result)};
+        return Failure{result == AVERROR_EOF ? u"no audio in it"_s : errorText(result)};
     }
-    return {std::unique_ptr<SoundDecoder>(new SoundDecoder(std::move(codec))), {}};
+    return std::unique_ptr<SoundDecoder>(new SoundDecoder(std::move(codec)));
 }
 
 SoundFormat SoundDecoder::format() const

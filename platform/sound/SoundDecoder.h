@@ -2,6 +2,8 @@
 
 #include "SoundSource.h"
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -17,12 +19,7 @@ class SoundInput;
 class SoundDecoder final : public SoundSource
 {
 public:
-    /// A decoder, or the reason why there is none.
-    struct OpenResult
-    {
-        std::unique_ptr<SoundDecoder> decoder;
-        QString error;
-    };
+    using OpenResult = Result<std::unique_ptr<SoundDecoder>>;
 
     /// Opens the regular file at @p path and decodes its first samples. Reads no more than 32 MiB to tell whether it is
     /// a sound, and never any other file that it may refer to.

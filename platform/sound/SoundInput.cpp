@@ -33,19 +33,17 @@ SoundInput::~SoundInput()
     }
 }
 
-std::unique_ptr<SoundInput> SoundInput::file(const QString& path, QString& error)
+Result<std::unique_ptr<SoundInput>> SoundInput::file(const QString& path)
 {
     // Without O_NONBLOCK the opening of a FIFO would wait for somebody to write into it.
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) {
-        error = QString::fromLocal8Bit(std::strerror(errno));
-        return {};
+        return Failure{QString::fromLocal8Bit(std::strerror(errno))};
     }
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         ::close(descriptor);
-        error = u"not a regular file"_s;
-        return {};
+        return Failure{u"not a regular file"_s};
     }
     return std::unique_ptr<SoundInput>(new SoundInput(descriptor, status.st_size));
 }

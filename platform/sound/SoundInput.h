@@ -1,5 +1,7 @@
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QString>
 #include <QtGlobal>
@@ -13,9 +15,9 @@ class SoundInput final
     Q_DISABLE_COPY_MOVE(SoundInput)
 
 public:
-    /// The file at @p path, links followed, or nothing with the reason in @p error. Whatever is no regular file is
-    /// refused; nothing is waited for (a FIFO without a writer, a device).
-    static std::unique_ptr<SoundInput> file(const QString& path, QString& error);
+    /// The file at @p path, links followed. Whatever is no regular file is refused; nothing is waited for (a FIFO
+    /// without a writer, a device).
+    static Result<std::unique_ptr<SoundInput>> file(const QString& path);
     static std::unique_ptr<SoundInput> memory(QByteArray bytes);
 
     ~SoundInput();

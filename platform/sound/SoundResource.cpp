@@ -5,6 +5,7 @@
 #include "SoundSequence.h"
 
 #include <platform/bytes/BoundedBytes.h>
+#include <platform/bytes/Result.h>
 
 #include <algorithm>
 
@@ -48,26 +49,24 @@ struct CommandList
     quint64 end() const { return offset + count * commandSize; }
 };
 
-std::optional<CommandList> findCommands(const BoundedBytes& resource, QString& error)
+Result<CommandList> findCommands(const BoundedBytes& resource)
 {
     const auto format = resource.big<quint16>(0);
     if (format != 1 && format != 2) {
-        error = u"byte 0: unknown format %1"_s.arg(format);
-        return std::nullopt;
+        return Failure{u"byte 0: unknown format %1"_s.arg(format)};
     }
     quint64 countAt = 4;
     if (format == 1) {
         const quint64 dataTypes = resource.big<quint16>(2);
         if (dataTypes > mostDataTypes) {
-            error = u"byte 2: %1 data types"_s.arg(dataTypes);
-            return std::nullopt;
+            return Failure{u"byte 2: %1 data types"_s.arg(dataTypes)};
         }
         countAt += dataTypes * 6;
     }
     const CommandList list{countAt + 2, resource.big<quint16>(countAt)};
     if (!resource.contains(countAt, 2) || list.count > mostCommands || list.end() > resource.size()) {
-        error = u"byte %1: %2 commands do not fit into %3 bytes"_s.arg(countAt).arg(list.count).arg(resource.size());
-        return std::nullopt;
+        return Failure{
+            u"byte %1: %2 commands do not fit into %3 bytes"_s.arg(countAt).arg(list.count).arg(resource.size())};
     }
     return list;
 }
@@ -225,8 +224,7 @@ SoundResource::DecodeResult Performance::run()
 
 SoundResource::DecodeResult SoundResource::decode(QByteArrayView bytes)
 {
-    DecodeResult result;
     const BoundedBytes resource(bytes);
-    const std::optional<CommandList> commands = findCommands(resource, result.error);
-    return commands ? Performance(resource, *commands).run() : result;
+    const Result<CommandList> commands = findCommands(resource);
+    return commands ? Performance(resource, *commands).run() : DecodeResult{{}, commands.error(), {}};
 }

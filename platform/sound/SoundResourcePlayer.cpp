@@ -82,8 +82,8 @@ bool SoundResourcePlayer::playSynchronously(QByteArrayView bytes)
         return logFailure(result.error);
     }
     if (const auto* file = std::get_if<SoundResource::WrappedFile>(&result.sound->content)) {
-        const auto [decoder, error] = SoundDecoder::openBytes(file->bytes);
-        return decoder ? play(*decoder) : logFailure(error);
+        const auto decoder = SoundDecoder::openBytes(file->bytes);
+        return decoder ? play(**decoder) : logFailure(decoder.error());
     }
     const auto& pcm = std::get<SoundResource::PcmSamples>(result.sound->content);
     if (pcm.samples.empty()) {

@@ -1,5 +1,7 @@
 #include "SoundServer.h"
 
+#include <product/Product.h>
+
 #include <QLoggingCategory>
 
 #include <pulse/context.h>
@@ -52,8 +54,8 @@ void SoundServer::connect()
         return;
     }
     pa_proplist* properties = pa_proplist_new();
-    pa_proplist_sets(properties, PA_PROP_APPLICATION_NAME, "Blipsy");
-    pa_proplist_sets(properties, PA_PROP_APPLICATION_ID, "com.blipsy.prefpanel");
+    pa_proplist_sets(properties, PA_PROP_APPLICATION_NAME, PRODUCT_NAME);
+    pa_proplist_sets(properties, PA_PROP_APPLICATION_ID, PRODUCT_BUNDLE_IDENTIFIER);
     m_context = pa_context_new_with_proplist(pa_threaded_mainloop_get_api(m_loop), nullptr, properties);
     pa_proplist_free(properties);
     pa_context_set_state_callback(m_context, contextChanged, this);

@@ -14,6 +14,7 @@ struct pa_context;
 struct pa_threaded_mainloop;
 
 /// The process's one connection to the session's sound server, by the PulseAudio protocol (which PipeWire serves too).
+/// Why this and not the toolkit's players: docs/decisions/sound-output.md.
 ///
 /// A thread of the library serves the connection; it sleeps while nothing happens. Everything here, and every call of
 /// the library, is made with the server locked (`SoundServer::Lock lock(server)`); the callbacks of the library run

@@ -5,7 +5,8 @@
 
 #include <optional>
 
-/// Replaces files in one step, so that a reader sees the old content or the new one, never a mixture.
+/// Replaces files in one step, so that a reader sees the old content or the new one, never a mixture. Why QSaveFile is
+/// not enough: docs/decisions/atomic-file.md.
 namespace AtomicFile {
 
 /// Writes @p bytes to a temporary file in the folder of @p path, syncs it and renames it over @p path.

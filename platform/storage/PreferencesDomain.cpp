@@ -2,7 +2,7 @@
 
 #include "AtomicFile.h"
 
-#include <platform/bytes/RegularFile.h>
+#include <product/Product.h>
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -79,8 +79,8 @@ void report(const QString& problem, QString& last)
 } // namespace
 
 PreferencesDomain::PreferencesDomain(const QString& name)
-    : m_path(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/blipsy/preferences/"_s +
-             name + u".plist"_s)
+    : m_path(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+             QStringLiteral("/" PRODUCT_NAME "/preferences/") + name + u".plist"_s)
 {
 }
 
@@ -126,19 +126,14 @@ void PreferencesDomain::readFile()
         m_state = FileState::Absent;
         return;
     }
-    const RegularFile::Contents contents = RegularFile::read(m_path, maximumSize);
-    const PropertyList::ReadResult result =
-        contents.error.isEmpty() ? PropertyList::read(contents.bytes)
-                                 : PropertyList::ReadResult{.root = {}, .error = contents.error, .warnings = {}};
-    const PropertyList::DictionaryPointer root = result.root.dictionary();
+    const Result<PropertyList::DictionaryPointer> root = PropertyList::readFile(m_path, maximumSize);
     if (!root) {
         m_state = FileState::Broken;
-        const QString reason = result.error.isEmpty() ? u"the root is no dictionary"_s : result.error;
-        report(u"cannot read settings %1: %2"_s.arg(m_path, reason), m_readProblem);
+        report(u"cannot read settings %1: %2"_s.arg(m_path, root.error()), m_readProblem);
         return;
     }
     m_state = FileState::Sound;
-    m_stored = root;
+    m_stored = *root;
     report({}, m_readProblem);
 }
 

@@ -46,8 +46,11 @@ QByteArray writtenTo(FILE* stream, Function function)
 
 QByteArray storedSpecification(const QString& path)
 {
-    ClassicFiles::FileSpecification specification;
-    return posixStringToFSSpec(specification, path, false).toStored();
+    ClassicFiles::FileSpecification file;
+    posixStringToFSSpec(file, path, false);
+    const QByteArray record =
+        big(file.folder.volume) + big(file.folder.identifier) + char(file.name.size()) + file.name;
+    return record.leftJustified(ClassicFiles::FileSpecification::storedSize, '\0');
 }
 
 } // namespace

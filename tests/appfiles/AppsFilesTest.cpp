@@ -1,4 +1,4 @@
-#include <appfiles/BYAppsFilesController.h>
+#include <appfiles/ApplicationsTab.h>
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <platform/controls/Pasteboard.h>
@@ -32,22 +32,12 @@ QStringList storedApplications()
     return paths;
 }
 
-/// The applications tab with its controls.
-struct ApplicationsTab
+/// The tab, set up, and what is done with it.
+struct TabFixture
 {
-    ApplicationsTab()
-    {
-        table.setColumns({u"icon"_s, u"application"_s, u"assocFile"_s, u"actionPopUp"_s});
-        table.setColumnTitles({u"Icon"_s, u"Application"_s, u"Document"_s, u"Choose"_s});
-        doNotExpand = popUp.addAction(u"Do not expand"_s);
-        doNotExpand->setData(1);
-        chooseDocument = popUp.addAction(u"Choose"_s);
-        chooseDocument->setData(2);
-        controller.appsFilesTable = &table;
-        controller.removeAppButton = &removeButton;
-        controller.appsPopUp = &popUp;
-        controller.awakeFromNib();
-    }
+    TabFixture() { controller.awakeFromNib(); }
+
+    void click(const QString& button) { tab.findChild<QPushButton*>(button)->click(); }
 
     QString text(const QString& identifier, int row)
     {
@@ -72,12 +62,12 @@ struct ApplicationsTab
                controller.tableView_acceptDrop_row_dropOperation(&table, info, row, DropOperation::On);
     }
 
-    TableView table;
-    QPushButton removeButton;
-    QMenu popUp;
-    QAction* doNotExpand = nullptr;
-    QAction* chooseDocument = nullptr;
-    BYAppsFilesController controller;
+    ApplicationsTab tab;
+    BYAppsFilesController& controller = tab.controller();
+    TableView& table = *controller.appsFilesTable;
+    QPushButton& removeButton = *controller.removeAppButton;
+    QAction& doNotExpand = *controller.appsPopUp->actions().at(0);
+    QAction& chooseDocument = *controller.appsPopUp->actions().at(1);
 };
 
 } // namespace
@@ -105,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(document.open(QIODevice::WriteOnly));
         Preferences::setValue(SettingKey::appsFiles, paths, BYGlobals::appID());
         QVERIFY(Preferences::synchronize(BYGlobals::appID()));
-        m_tab = std::make_unique<ApplicationsTab>();
+        m_tab = std::make_unique<TabFixture>();
         QVERIFY(m_recorder.forgetAllPosted());
     }
 
@@ -134,10 +124,9 @@ private Q_SLOTS:
             return paths;
         };
         Preferences::setValue(SettingKey::appsFiles, install(Qt::red), BYGlobals::appID());
-        m_tab = std::make_unique<ApplicationsTab>();
-        m_tab->table.resize(400, 200);
-        m_tab->table.show();
-        m_tab->table.grab();
+        m_tab = std::make_unique<TabFixture>();
+        m_tab->tab.resize(400, 300);
+        m_tab->tab.grab();
         install(Qt::blue);
         const auto colorOfRow = [this](int row) {
             const QString application = m_tab->controller.getSortedAppsArray().at(row);
@@ -193,7 +182,7 @@ private Q_SLOTS:
         QVERIFY(!m_tab->removeButton.isEnabled());
         m_tab->table.selectRow_byExtendingSelection(1, false);
         QVERIFY(m_tab->removeButton.isEnabled());
-        m_tab->controller.removeAppFromExclusionList(nullptr);
+        m_tab->click(u"removeAppButton"_s);
         QCOMPARE(storedApplications(), QStringList{path(u"Apple.app"_s)});
         QVERIFY(!BYGlobals::file4app()->contains(path(u"zebra.app"_s)));
         QCOMPARE(m_tab->table.numberOfRows(), 1);
@@ -211,7 +200,7 @@ private Q_SLOTS:
             QTest::keyClicks(modal->findChild<QLineEdit*>(), u"fine"_s);
             QTest::keyClick(modal->findChild<QLineEdit*>(), Qt::Key_Return);
         });
-        m_tab->controller.addAppToExclusionList(nullptr);
+        m_tab->click(u"addAppButton"_s);
         QVERIFY(add.wasAnswered());
         QCOMPARE(storedApplications(), (QStringList{path(u"zebra.app"_s), path(u"Apple.app"_s), entry.fileName()}));
         QCOMPARE(m_tab->table.numberOfRows(), 3);
@@ -225,7 +214,7 @@ private Q_SLOTS:
             name->setText(path(u"Phrases.Blipsy"_s));
             QTest::keyClick(name, Qt::Key_Return);
         });
-        m_tab->controller.appsPopUpAction(m_tab->chooseDocument);
+        m_tab->chooseDocument.trigger();
         QVERIFY(choose.wasAnswered());
         QCOMPARE(m_tab->text(u"assocFile"_s, 1), u"expand using: Phrases"_s);
         const auto stored = Preferences::copyValue(SettingKey::file4App, BYGlobals::appID()).dictionary();
@@ -251,12 +240,12 @@ private Q_SLOTS:
         m_recorder.clear();
         m_tab->table.selectRow_byExtendingSelection(0, false);
         ModalDriver cancel([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
-        m_tab->controller.appsPopUpAction(m_tab->chooseDocument);
+        m_tab->chooseDocument.trigger();
         QVERIFY(cancel.wasAnswered());
         QCOMPARE(m_tab->text(u"assocFile"_s, 0), u"expand using: Phrases"_s);
         QTRY_COMPARE(m_recorder.names(), QStringList{u"RefreshMenu"_s});
 
-        m_tab->controller.appsPopUpAction(m_tab->doNotExpand);
+        m_tab->doNotExpand.trigger();
         QCOMPARE(m_tab->text(u"assocFile"_s, 0), u"do not expand"_s);
     }
 
@@ -275,7 +264,7 @@ private:
 
     QTemporaryDir m_folder;
     RowCounter m_rowCounter;
-    std::unique_ptr<ApplicationsTab> m_tab;
+    std::unique_ptr<TabFixture> m_tab;
     NotificationRecorder m_recorder;
 };
 

@@ -1,8 +1,6 @@
-#include "ui_EditPane.h"
-
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
-#include <editpane/BYEditPaneController.h>
+#include <editpane/EditPane.h>
 #include <platform/richtext/Rtfd.h>
 #include <platform/storage/Preferences.h>
 #include <platform/table/TableView.h>
@@ -45,19 +43,15 @@ class EditPaneTest final : public QObject
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<QWidget> m_window;
-    Ui::EditPane m_ui;
     TwoRows m_rows;
     std::unique_ptr<TableView> m_table;
-    std::unique_ptr<BYEditPaneController> m_controller;
+    std::unique_ptr<EditPane> m_editPane;
 
-    TextView& text() { return *m_ui.editEntryPane; }
+    const Ui::EditPane& form() { return m_editPane->form(); }
 
-    void choose(QRadioButton* button)
-    {
-        button->setChecked(true);
-        m_controller->plainOrRich(m_ui.plainOrRichRadioButton);
-    }
+    BYEditPaneController& controller() { return m_editPane->controller(); }
+
+    TextView& text() { return *form().editEntryPane; }
 
     Value stored(int row, const QString& key)
     {
@@ -86,36 +80,27 @@ private Q_SLOTS:
         BYGlobals::fillArray();
         BYGlobals::setEditEntryPaneTextIsDirty(false);
 
-        m_window = std::make_unique<QWidget>();
-        m_ui.setupUi(m_window.get());
-        m_ui.formattingBar->setTextView(&text());
         m_table = std::make_unique<TableView>();
         m_table->setColumns({u"Phrase"_s});
         m_table->setDataSource(&m_rows);
         m_table->reloadData();
-        m_controller = std::make_unique<BYEditPaneController>();
-        m_controller->abbsTableView = m_table.get();
-        m_controller->dateTimePopUpButton = m_ui.dateTimePopUpButton;
-        m_controller->textFormattingPopUpButton = m_ui.textFormattingPopUpButton;
-        m_controller->saveEditedAbbButton = m_ui.saveEditedAbbButton;
-        m_controller->editPane = &text();
-        m_controller->plainOrRichRadioButton = m_ui.plainOrRichRadioButton;
-        m_controller->awakeFromNib();
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+        m_editPane = std::make_unique<EditPane>();
+        controller().abbsTableView = m_table.get();
+        controller().awakeFromNib();
+        m_editPane->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_editPane.get()));
     }
 
     void cleanup()
     {
-        m_controller.reset();
+        m_editPane.reset();
         m_table.reset();
-        m_window.reset();
     }
 
     void menusShowTodayInEveryFormat()
     {
-        const QMenu* const menu = m_ui.dateTimePopUpButton->menu()->actions().constFirst()->menu();
-        QCOMPARE(menu, m_controller->dateFormats);
+        const QMenu* const menu = form().dateTimePopUpButton->menu()->actions().constFirst()->menu();
+        QCOMPARE(menu, controller().dateFormats);
         const QList<QAction*> dates = menu->actions().at(0)->menu()->actions();
         const QList<QAction*> times = menu->actions().at(1)->menu()->actions();
         QVERIFY(dates.size() >= 22 && times.size() >= 15);
@@ -151,7 +136,7 @@ private Q_SLOTS:
         QAction item(u"title"_s);
         item.setData(tag);
         item.setToolTip(u"tool tip"_s);
-        m_controller->enterDateTimeSyntax(&item);
+        controller().enterDateTimeSyntax(&item);
         QCOMPARE(text().string(), inserted.isEmpty() ? u"ab"_s : inserted);
         QCOMPARE(changes.isEmpty(), inserted.isEmpty());
     }
@@ -159,7 +144,7 @@ private Q_SLOTS:
     void phrasesAreThoseOfTheSetUp()
     {
         BYGlobals::clippingsArray()->append(Dictionary::create({{PhraseKey::phrase, u"later"_s}}));
-        QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
+        QMenu* const menu = controller().dateFormats->actions().at(5)->menu();
         for (int shown = 0; shown < 2; ++shown) {
             menu->popup({});
             menu->close();
@@ -187,9 +172,9 @@ private Q_SLOTS:
             BYGlobals::clippingsArray()->append(
                 Dictionary::create({{PhraseKey::phrase, QString::number(number)}, {PhraseKey::plainText, u"<b>%%"_s}}));
         }
-        m_controller->dateFormats = nullptr;
-        m_controller->awakeFromNib();
-        QMenu* const menu = m_controller->dateFormats->actions().at(5)->menu();
+        controller().dateFormats = nullptr;
+        controller().awakeFromNib();
+        QMenu* const menu = controller().dateFormats->actions().at(5)->menu();
         menu->popup({});
         auto* const list = menu->findChild<QListView*>();
         QVERIFY(list != nullptr && list->isVisible());
@@ -210,12 +195,12 @@ private Q_SLOTS:
         NotificationRecorder heard;
         m_table->selectRow_byExtendingSelection(2, false);
         text().setString(u"new\ntext"_s);
-        m_ui.saveEditedAbbButton->setEnabled(true);
+        form().saveEditedAbbButton->setEnabled(true);
         BYGlobals::setEditEntryPaneTextIsDirty(true);
-        m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
+        form().saveEditedAbbButton->click();
         QCOMPARE(stored(2, PhraseKey::plainText).string(), u"new\ntext"_s);
         QVERIFY(stored(2, PhraseKey::rtfd).isNull());
-        QVERIFY(!BYGlobals::editEntryPaneTextIsDirty() && !m_ui.saveEditedAbbButton->isEnabled());
+        QVERIFY(!BYGlobals::editEntryPaneTextIsDirty() && !form().saveEditedAbbButton->isEnabled());
         QTRY_COMPARE(heard.names(), QStringList(NotificationName::preferencesChanged));
     }
 
@@ -223,12 +208,12 @@ private Q_SLOTS:
     {
         m_table->selectRow_byExtendingSelection(0, false);
         text().setString(u"styled"_s);
-        choose(m_ui.richText);
+        form().richText->click();
         QTextCursor selected(text().document());
         selected.setPosition(1);
         selected.setPosition(3, QTextCursor::KeepAnchor);
         text().setTextCursor(selected);
-        m_controller->saveEditedAbb(m_ui.saveEditedAbbButton);
+        form().saveEditedAbbButton->click();
         QCOMPARE(text().textCursor(), selected);
         QCOMPARE(stored(0, PhraseKey::plainText).string(), u"styled"_s);
         text().setString({});
@@ -242,19 +227,19 @@ private Q_SLOTS:
         Preferences::setValue(u"NSFont"_s, u"Helvetica-BoldOblique"_s, mail);
         Preferences::setValue(u"NSFontSize"_s, u"17.5"_s, mail);
         text().setString(u"some text"_s);
-        choose(m_ui.richText);
+        form().richText->click();
         const QTextCharFormat format = text().document()->begin().begin().fragment().charFormat();
         QCOMPARE(format.fontFamilies().toStringList(), QStringList(u"Helvetica"_s));
         QVERIFY(format.fontWeight() == QFont::Bold && format.fontItalic());
         QCOMPARE(format.fontPointSize(), 17.0);
-        QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"17"_s);
-        QVERIFY(text().isRichText() && text().importsGraphics() && m_ui.textFormattingPopUpButton->isEnabled());
+        QCOMPARE(form().formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"17"_s);
+        QVERIFY(text().isRichText() && text().importsGraphics() && form().textFormattingPopUpButton->isEnabled());
         QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && !text().textCursor().hasSelection());
     }
 
     void makePlainDropsPicturesAndStoresNothing()
     {
-        choose(m_ui.richText);
+        form().richText->click();
         text().setString(u"ab"_s);
         QImage picture(6, 4, QImage::Format_RGB32);
         picture.fill(Qt::blue);
@@ -262,22 +247,22 @@ private Q_SLOTS:
         text().paste();
         QCOMPARE(text().string(), u"\uFFFCab"_s);
         ModalDriver driver(ModalDriver::click(u"Make Plain"_s));
-        choose(m_ui.plainText);
+        form().plainText->click();
         QTRY_VERIFY(!text().isRichText());
         QVERIFY(driver.wasAnswered());
         QCOMPARE(text().string(), u"ab"_s);
-        QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && m_ui.saveEditedAbbButton->isEnabled());
-        QVERIFY(!m_ui.textFormattingPopUpButton->isEnabled() && !m_ui.formattingBar->isVisible());
+        QVERIFY(BYGlobals::editEntryPaneTextIsDirty() && form().saveEditedAbbButton->isEnabled());
+        QVERIFY(!form().textFormattingPopUpButton->isEnabled() && !form().formattingBar->isVisible());
         QCOMPARE(stored(0, PhraseKey::plainText).string(), u"at [[3]]"_s);
     }
 
     void keepRichLeavesTheTextAndTellsThePane()
     {
         NotificationRecorder heard;
-        choose(m_ui.richText);
+        form().richText->click();
         text().setString(u"ab"_s);
         ModalDriver driver(ModalDriver::click(u"Keep Rich"_s));
-        choose(m_ui.plainText);
+        form().plainText->click();
         QTRY_COMPARE(heard.names(), QStringList(NotificationName::keepRich));
         QVERIFY(text().isRichText());
         QCOMPARE(text().string(), u"ab"_s);
@@ -285,14 +270,14 @@ private Q_SLOTS:
 
     void answerForAnotherTextChangesNothing()
     {
-        choose(m_ui.richText);
+        form().richText->click();
         text().setString(u"asked about"_s);
         ModalDriver driver([this](QWidget* sheet) {
             text().replaceAllWithRTFD("{\\rtf1 \\b another}");
             BYGlobals::setEditEntryPaneTextIsDirty(false);
             ModalDriver::click(u"Make Plain"_s)(sheet);
         });
-        choose(m_ui.plainText);
+        form().plainText->click();
         QTRY_VERIFY(driver.wasAnswered());
         QVERIFY(text().isRichText() && !BYGlobals::editEntryPaneTextIsDirty());
     }
@@ -310,19 +295,19 @@ private Q_SLOTS:
         QTest::keyClicks(&text(), u"x"_s);
         QCOMPARE(changes.size(), 1);
         QCOMPARE(attributes.size(), 0);
-        m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s)->click();
+        form().formattingBar->findChild<QToolButton*>(u"bold"_s)->click();
         QCOMPARE(attributes.size(), 1);
     }
 
     void barFollowsTheCursorAndChangesTheText()
     {
-        choose(m_ui.richText);
-        QVERIFY(m_ui.formattingBar->isVisible());
+        form().richText->click();
+        QVERIFY(form().formattingBar->isVisible());
         text().replaceAllWithRTFD("{\\rtf1{\\fonttbl\\f0 DejaVu Sans;}\\qc\\f0\\fs30 a\\b b}");
-        const auto* const bold = m_ui.formattingBar->findChild<QToolButton*>(u"bold"_s);
+        const auto* const bold = form().formattingBar->findChild<QToolButton*>(u"bold"_s);
         QVERIFY(!bold->isChecked());
-        QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignCenter"_s)->isChecked());
-        QCOMPARE(m_ui.formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"15"_s);
+        QVERIFY(form().formattingBar->findChild<QToolButton*>(u"alignCenter"_s)->isChecked());
+        QCOMPARE(form().formattingBar->findChild<QComboBox*>(u"fontSize"_s)->currentText(), u"15"_s);
         text().moveCursor(QTextCursor::End);
         QVERIFY(bold->isChecked());
         text().selectAll();
@@ -333,10 +318,10 @@ private Q_SLOTS:
 
     void barTellsTheSideOfHebrew()
     {
-        choose(m_ui.richText);
+        form().richText->click();
         text().replaceAllWithRTFD("{\\rtf1\\uc0\\u1513 \\u1500 }");
-        auto* const left = m_ui.formattingBar->findChild<QToolButton*>(u"alignLeft"_s);
-        QVERIFY(m_ui.formattingBar->findChild<QToolButton*>(u"alignRight"_s)->isChecked());
+        auto* const left = form().formattingBar->findChild<QToolButton*>(u"alignLeft"_s);
+        QVERIFY(form().formattingBar->findChild<QToolButton*>(u"alignRight"_s)->isChecked());
         left->click();
         QVERIFY(text().RTFDFromAll().contains("\\ql "));
         text().moveCursor(QTextCursor::End);

@@ -1,10 +1,11 @@
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
-#include <events/BYEventsTableView.h>
 #include <events/EventEntries.h>
-#include <events/SoundEventsController.h>
+#include <events/EventsTab.h>
 #include <platform/controls/Pasteboard.h>
 #include <platform/controls/Slider.h>
+#include <platform/table/TableView.h>
+#include <sounds/SoundPanelAccessory.h>
 #include <sounds/SoundPasteboard.h>
 
 #include <QComboBox>
@@ -42,27 +43,14 @@ Value eventEntry(const QString& code, const QString& name, const QString& catego
     return entry;
 }
 
-/// The events tab with its controls, over a document of its own.
-struct EventsTab
+/// The tab, set up and shown, and what is done with it.
+struct TabFixture
 {
-    EventsTab()
+    TabFixture()
     {
-        controller.mySearchField = &searchField;
-        controller.mySoundEventsTable = &table;
-        controller.myVolumePopUp = &popUp;
-        controller.myVolumeSlider = &slider;
-        controller.myVolumeSliderLabel = &label;
-        controller.myOpenPanelView = &accessory;
-        controller.myOpenPanelViewChosenEventLabel = new QLabel(&accessory);
-        controller.myAddToFavouritesButton = new QPushButton(&accessory);
-        controller.myPlayButton = new QPushButton(&accessory);
-        controller.myStopButton = new QPushButton(&accessory);
-        controller.myFavouriteFoldersPopUpButton = new QComboBox(&accessory);
-        table.setColumns({u"EventName"_s, u"SoundFilepath"_s, u"Play"_s, u"Reveal"_s, u"Trash"_s, u"actionPopUp"_s});
-        table.setColumnTitles({u"Event"_s, u"Sound"_s, u"Play"_s, u"Show"_s, u"Sound"_s, u"Filter"_s});
         controller.awakeFromNib();
-        table.resize(600, 300);
-        table.show();
+        tab.resize(600, 300);
+        tab.show();
     }
 
     QVariant cell(const QString& identifier, int row)
@@ -93,13 +81,12 @@ struct EventsTab
                controller.tableView_acceptDrop_row_dropOperation(&table, info, row, DropOperation::On);
     }
 
-    QLineEdit searchField;
-    BYEventsTableView table;
-    QMenu popUp;
-    Slider slider;
-    QLabel label;
-    QWidget accessory;
-    SoundEventsController controller;
+    SoundPanelAccessory soundPanel;
+    EventsTab tab{soundPanel};
+    SoundEventsController& controller = tab.controller();
+    TableView& table = *controller.mySoundEventsTable;
+    Slider& slider = *controller.myVolumeSlider;
+    QLabel& label = *controller.myVolumeSliderLabel;
 };
 
 } // namespace
@@ -134,8 +121,8 @@ private Q_SLOTS:
         BYGlobals::setDefaultFilePath(path);
         BYGlobals::fillArray();
         gConfirmRemove = true;
-        m_tab = std::make_unique<EventsTab>();
-        QVERIFY(QTest::qWaitForWindowActive(&m_tab->table));
+        m_tab = std::make_unique<TabFixture>();
+        QVERIFY(QTest::qWaitForWindowActive(&m_tab->tab));
         m_tab->table.setFocus();
         QVERIFY(m_recorder.forgetAllPosted());
     }
@@ -159,8 +146,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(QStringList, names);
-        m_tab->searchField.setText(text);
-        m_tab->controller.volumePopUpAction(nullptr);
+        auto* const field = m_tab->tab.findChild<QLineEdit*>(u"mySearchField"_s);
+        field->setText(u"something else"_s);
+        field->setText(text);
         QCOMPARE(m_tab->shownNames(), names);
     }
 
@@ -178,8 +166,7 @@ private Q_SLOTS:
         m_tab->table.selectRow_byExtendingSelection(0, false);
         QCOMPARE(m_tab->label.text(), u"Event volume:"_s);
         QCOMPARE(m_tab->slider.floatValue(), 0.25F);
-        m_tab->slider.setFloatValue(0.5F);
-        m_tab->controller.volumeSliderAction(&m_tab->slider);
+        m_tab->slider.setValue(m_tab->slider.maximum() / 2);
         QCOMPARE(entryAt(0)->value(EventKey::volume).string(), u"0.5"_s);
         QCOMPARE(storedEntryAt(0)->value(EventKey::volume).string(), u"0.5"_s);
         QTRY_COMPARE(m_recorder.names(), (QStringList{u"RefreshMenu"_s, u"PlayEvent"_s}));
@@ -189,8 +176,7 @@ private Q_SLOTS:
         m_tab->table.selectRow_byExtendingSelection(-1, false);
         QCOMPARE(m_tab->label.text(), u"Set volume:"_s);
         QCOMPARE(m_tab->slider.floatValue(), 0.75F);
-        m_tab->slider.setFloatValue(1);
-        m_tab->controller.volumeSliderAction(&m_tab->slider);
+        m_tab->slider.setValue(m_tab->slider.maximum());
         QCOMPARE(BYGlobals::clippingsDictionary()->value(DocumentKey::setVolume).string(), u"1"_s);
         QTRY_COMPARE(m_recorder.names(), QStringList{u"RefreshMenu"_s});
     }
@@ -200,7 +186,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u" GetSysBeepVolume err = -\\d+"_s));
         m_tab->table.selectRow_byExtendingSelection(1, false);
         QCOMPARE(m_tab->label.text(), u"Alert volume:"_s);
-        m_tab->controller.volumeSliderAction(&m_tab->slider);
+        m_tab->slider.setValue(m_tab->slider.maximum() / 2);
         QCOMPARE(entryAt(1)->value(EventKey::volume).string(), u"0.25"_s);
         QTRY_COMPARE(m_recorder.last(u"PlayEvent"_s).name, u"PlayEvent"_s);
     }
@@ -306,7 +292,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_sound;
-    std::unique_ptr<EventsTab> m_tab;
+    std::unique_ptr<TabFixture> m_tab;
     NotificationRecorder m_recorder;
 };
 

@@ -87,7 +87,7 @@ private Q_SLOTS:
         QFETCH(const QList<Qt::Key>, keys);
         QFETCH(const bool, prints);
         m_tab->popUp->setFocus();
-        const auto press = [this](Qt::Key key) { QTest::keyClick(m_tab->window.windowHandle(), key); };
+        const auto press = [this](Qt::Key key) { QTest::keyClick(m_tab->window->windowHandle(), key); };
         for (const Qt::Key key : keys.first(keys.size() - 1)) {
             press(key);
             QVERIFY(m_tab->popUp->view()->isVisible());
@@ -104,7 +104,7 @@ private Q_SLOTS:
     void wheelAndShortcutsLeaveTheClosedPopUpAlone()
     {
         m_tab->popUp->setFocus();
-        QTest::keyClick(m_tab->window.windowHandle(), Qt::Key_P, Qt::AltModifier);
+        QTest::keyClick(m_tab->window->windowHandle(), Qt::Key_P, Qt::AltModifier);
         const QPointF point = m_tab->popUp->rect().center();
         QWheelEvent wheel(point, m_tab->popUp->mapToGlobal(point), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
             Qt::NoScrollPhase, false);

@@ -49,6 +49,11 @@ private Q_SLOTS:
 
     void setUpShowsDocumentAndSettings()
     {
+        // The form itself shows what goes without saying.
+        m_tab->table->menuPrefsMatrix->setState_atRow_column(true, 0, 0);
+        m_tab->table->iTunesAnnouncerPrefMatrix->setState_atRow_column(true, 0, 2);
+        m_tab->table->sortPrefsMatrix->setState_atRow_column(true, 0, 2);
+        m_tab->table->updateSettingsFromPrefs();
         QCOMPARE(m_tab->table->numberOfRows(), 4);
         QCOMPARE(m_tab->table->numClippings->text(), u"4 clippings"_s);
         QCOMPARE(m_tab->table->menuPrefsMatrix->selectedRow(), 3);
@@ -202,7 +207,7 @@ private Q_SLOTS:
         QTest::keyClick(m_tab->table, Qt::Key_Delete);
         QVERIFY(cancel.wasAnswered());
         QVERIFY(m_tab->entryCalled(u"Banana"_s));
-        m_tab->window.activateWindow();
+        m_tab->window->activateWindow();
         QTRY_VERIFY(m_tab->table->hasFocus());
 
         const int row = rowOf(u"Banana"_s);
@@ -259,6 +264,7 @@ private Q_SLOTS:
 
     void helperMovesControlsAndRows()
     {
+        m_tab->table->onOffRadioButton->setState_atRow_column(true, 0, 0);
         const DictionaryPointer userInfo = PropertyList::Dictionary::create();
         userInfo->insert(PhraseKey::phrase, u"cherry"_s);
         BYGlobals::sendNotification(NotificationName::scrollToAbb, userInfo);
@@ -340,7 +346,7 @@ private Q_SLOTS:
             return m_tab->table->tableView_acceptDrop_row_dropOperation(m_tab->table, info, row, DropOperation::On);
         };
         QVERIFY(!drop(brokenRow()));
-        BYGlobals::clippingsArray()->replace(0, phraseEntry(u"first"_s, u""_s));
+        *BYGlobals::clippingsArray()->begin() = phraseEntry(u"first"_s, u""_s);
         for (const int row : {-1, 1}) {
             QVERIFY(drop(row));
             const DictionaryPointer stored = PhraseList::entryAt(m_tab->storedPhrases(), std::max(row, 0));

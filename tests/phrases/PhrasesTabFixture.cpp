@@ -1,15 +1,10 @@
 #include "PhrasesTabFixture.h"
 
-#include "ui_PhrasesTab.h"
-#include "ui_PrintClippingsWindow.h"
-
 #include <core/BYGlobals.h>
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
 
 #include <QFile>
-#include <QLabel>
-#include <QRadioButton>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -19,20 +14,6 @@ using PropertyList::ArrayPointer;
 using PropertyList::Dictionary;
 using PropertyList::DictionaryPointer;
 using PropertyList::Value;
-
-namespace {
-
-Matrix* makeMatrix(int rows, int columns, QWidget* parent)
-{
-    auto* matrix = new Matrix(parent);
-    auto* layout = new QGridLayout(matrix);
-    for (int cell = 0; cell < rows * columns; ++cell) {
-        layout->addWidget(new QRadioButton(matrix), cell / columns, cell % columns);
-    }
-    return matrix;
-}
-
-} // namespace
 
 DictionaryPointer phraseEntry(const QString& phrase, const QString& sound, const QString& app)
 {
@@ -70,38 +51,18 @@ PhrasesTabFixture::PhrasesTabFixture(const QList<Value>& phrases)
     write(u"test.blipsy"_s, root);
     BYGlobals::storeSetting(path(u"test.blipsy"_s), SettingKey::defaultFilePath);
 
-    Ui::PhrasesTab ui;
-    ui.setupUi(&window);
-    table = ui.abbsTableView;
-    popUp = table->defaultClippingsFileNSPopUpButton = ui.defaultClippingsFileNSPopUpButton;
-    table->numClippings = ui.numClippings;
-    table->removeAbb = ui.removeAbb;
-    editPane = table->editEntryPane = new TextView(ui.editPanePlaceholder);
-    table->plainOrRichRadioButton = makeMatrix(1, 2, ui.editPanePlaceholder);
-    table->saveEditedAbbButton = new QPushButton(ui.editPanePlaceholder);
-    table->onOffRadioButton = makeMatrix(1, 2, &window);
-    table->menuPrefsMatrix = makeMatrix(5, 1, &window);
-    table->iTunesAnnouncerPrefMatrix = makeMatrix(1, 2, &window);
-    table->sortPrefsMatrix = makeMatrix(1, 3, &window);
-    table->myVolumeSlider = new Slider(&window);
-    table->myOpenPanelView = new QWidget(&window);
-    table->myOpenPanelViewChosenEventLabel = new QLabel(table->myOpenPanelView);
-    table->myPlayButton = new QPushButton(u"Play"_s, table->myOpenPanelView);
-    table->myStopButton = new QPushButton(u"Stop"_s, table->myOpenPanelView);
-    table->myAddToFavouritesButton = new QPushButton(table->myOpenPanelView);
-    Ui::PrintClippingsWindow printing;
-    printing.setupUi(table->printClippingsWindow = new QDialog(&window));
-    table->printClippingsTextView = printing.printClippingsTextView;
-    table->printClippingsPrintButton = printing.printClippingsPrintButton;
-    table->printClippingsCancelButton = printing.printClippingsCancelButton;
+    m_interface = std::make_unique<Interface>();
+    window = m_interface->view();
+    table = window->findChild<BYTableView*>();
+    editPane = table->editEntryPane;
+    popUp = table->defaultClippingsFileNSPopUpButton;
     table->awakeFromNib();
-    QObject::connect(popUp, &QComboBox::activated, table, [this] { table->openDoc(popUp); });
 
-    window.resize(700, 600);
-    window.show();
-    window.activateWindow();
+    window->resize(860, 680);
+    window->show();
+    window->activateWindow();
     table->setFocus();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(window));
 }
 
 PhrasesTabFixture::~PhrasesTabFixture()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <pane/Interface.h>
 #include <phrases/BYTableView.h>
 #include <platform/controls/Matrix.h>
 #include <platform/controls/Slider.h>
@@ -19,7 +20,8 @@ PropertyList::DictionaryPointer phraseEntry(const QString& phrase, const QString
 /// The texts of the phrases in a list, in its order; a null text for what is no entry.
 QStringList phrasesIn(const PropertyList::ArrayPointer& phrases);
 
-/// The phrases tab as a user meets it, with its edit pane, over a document in a folder of its own.
+/// The phrases tab as a user meets it, in the pane but with no other controller set up, over a document in a folder of
+/// its own.
 class PhrasesTabFixture final
 {
 public:
@@ -43,9 +45,12 @@ public:
     void settle();
 
     QTemporaryDir m_folder;
-    QWidget window;
+    QWidget* window = nullptr;
     BYTableView* table = nullptr;
     TextView* editPane = nullptr;
     QComboBox* popUp = nullptr;
     NotificationRecorder recorder;
+
+private:
+    std::unique_ptr<Interface> m_interface;
 };

@@ -26,7 +26,7 @@ class HotKeyOptionsTest final : public OptionsFixture
 private:
     void recordHotKey(QPushButton* button, int key, Qt::KeyboardModifiers modifiers, const QString& end)
     {
-        m_controller->hitSetAddHotKey(button);
+        button->click();
         QKeyEvent press(QEvent::KeyPress, key, modifiers);
         QApplication::sendEvent(panel().mKeyBcaster, &press);
         panel().window()->findChild<QPushButton*>(end)->click();
@@ -36,40 +36,40 @@ private Q_SLOTS:
 
     void hotKeyIsRecordedStoredAndAnnounced()
     {
-        recordHotKey(m_form.pauseHotKeyButton, Qt::Key_P, Qt::MetaModifier | Qt::AltModifier, u"okButton"_s);
-        QCOMPARE(m_form.pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
-        QCOMPARE(m_form.addHotKeyButton->text(), u"(None)"_s);
+        recordHotKey(form().pauseHotKeyButton, Qt::Key_P, Qt::MetaModifier | Qt::AltModifier, u"okButton"_s);
+        QCOMPARE(form().pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
+        QCOMPARE(form().addHotKeyButton->text(), u"(None)"_s);
         const Value stored = setting(u"Pause/Resume"_s);
         QCOMPARE(stored.dictionary()->value(u"keyCode"), Value(0x23));
         QCOMPARE(stored.dictionary()->value(u"modifiers"), Value(0x900));
         QTRY_COMPARE(m_recorder.names(), QStringList{NotificationName::preferencesChanged});
         open();
-        QCOMPARE(m_form.pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
-        QCOMPARE(m_controller->mHotKey[2]->name(), u"Pause/Resume"_s);
-        const auto* const accessible = QAccessible::queryAccessibleInterface(m_form.pauseHotKeyButton);
+        QCOMPARE(form().pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
+        QCOMPARE(controller().mHotKey[2]->name(), u"Pause/Resume"_s);
+        const auto* const accessible = QAccessible::queryAccessibleInterface(form().pauseHotKeyButton);
         QCOMPARE(accessible->text(QAccessible::Name), u"Hot key of Pause/Resume: \u2318\u2325P"_s);
         // The tests' session has no server that grants hot keys.
-        QVERIFY(m_form.pauseHotKeyButton->toolTip().contains(u"does nothing in this session"_s));
+        QVERIFY(form().pauseHotKeyButton->toolTip().contains(u"does nothing in this session"_s));
     }
 
     void panelThatIsUpStaysWithItsHotKey()
     {
-        m_controller->hitSetAddHotKey(m_form.pauseHotKeyButton);
+        form().pauseHotKeyButton->click();
         // As an assistive program does it, which reaches what the sheet blocks.
-        m_controller->hitSetAddHotKey(m_form.addHotKeyButton);
+        controller().hitSetAddHotKey(form().addHotKeyButton);
         QCOMPARE(panel().keyBindingName(), u"Pause/Resume"_s);
         panel().setKeyCombo({0x23, 0x900});
         panel().ok();
-        QCOMPARE(m_form.addHotKeyButton->text(), u"(None)"_s);
-        QCOMPARE(m_form.pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
+        QCOMPARE(form().addHotKeyButton->text(), u"(None)"_s);
+        QCOMPARE(form().pauseHotKeyButton->text(), u"\u2318\u2325P"_s);
         QTRY_COMPARE(m_recorder.names(), QStringList{NotificationName::preferencesChanged});
     }
 
     void cancelKeepsHotKey()
     {
-        recordHotKey(m_form.addHotKeyButton, Qt::Key_P, Qt::MetaModifier, u"cancelButton"_s);
-        QCOMPARE(m_form.addHotKeyButton->text(), u"(None)"_s);
-        QVERIFY(m_controller->mHotKey[0]->keyCombo().isClearCombo());
+        recordHotKey(form().addHotKeyButton, Qt::Key_P, Qt::MetaModifier, u"cancelButton"_s);
+        QCOMPARE(form().addHotKeyButton->text(), u"(None)"_s);
+        QVERIFY(controller().mHotKey[0]->keyCombo().isClearCombo());
         QVERIFY(setting(u"Add a Clipping"_s).isNull());
         // What is posted next is the first that is heard.
         BYGlobals::sendNotification(u"test ends"_s);
@@ -78,8 +78,8 @@ private Q_SLOTS:
 
     void clearStoresClearCombination()
     {
-        recordHotKey(m_form.editHotKeyButton, Qt::Key_P, Qt::MetaModifier, u"clearButton"_s);
-        QCOMPARE(m_form.editHotKeyButton->text(), u"(None)"_s);
+        recordHotKey(form().editHotKeyButton, Qt::Key_P, Qt::MetaModifier, u"clearButton"_s);
+        QCOMPARE(form().editHotKeyButton->text(), u"(None)"_s);
         QCOMPARE(setting(u"Edit Clippings"_s).dictionary()->value(u"keyCode"), Value(-1));
         QCOMPARE(setting(u"Edit Clippings"_s).dictionary()->value(u"modifiers"), Value(-1));
     }
@@ -97,8 +97,8 @@ private Q_SLOTS:
         QFETCH(Value, stored);
         BYGlobals::storeSetting(stored, u"Add a Clipping"_s);
         open();
-        QCOMPARE(m_form.addHotKeyButton->text(), u"(None)"_s);
-        QVERIFY(m_controller->mHotKey[0]->keyCombo().isClearCombo());
+        QCOMPARE(form().addHotKeyButton->text(), u"(None)"_s);
+        QVERIFY(controller().mHotKey[0]->keyCombo().isClearCombo());
     }
 };
 

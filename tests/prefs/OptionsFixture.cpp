@@ -1,7 +1,6 @@
 #include "OptionsFixture.h"
 
 #include <core/SharedNames.h>
-#include <platform/controls/Matrix.h>
 #include <platform/desktop/Bundle.h>
 
 #include <QDir>
@@ -35,24 +34,9 @@ void OptionsFixture::init()
 
 void OptionsFixture::open()
 {
-    m_page = std::make_unique<QWidget>();
-    m_form.setupUi(m_page.get());
-    m_controller = std::make_unique<BYController>();
-    m_controller->idleTalkIntervalText = m_form.idleTalkIntervalText;
-    m_controller->idleTalkIntervalStepper = m_form.idleTalkIntervalStepper;
-    m_controller->menuPref = m_form.menuPref;
-    m_controller->triggersPrefsMatrix = m_form.triggersPrefsMatrix;
-    m_controller->onOffRadioButton = m_form.onOffRadioButton;
-    m_controller->addHotKeyButton = m_form.addHotKeyButton;
-    m_controller->editHotKeyButton = m_form.editHotKeyButton;
-    m_controller->pauseHotKeyButton = m_form.pauseHotKeyButton;
-    m_controller->awakeFromNib();
-    const auto* const controller = m_controller.get();
-    connect(m_form.triggersPrefsMatrix, &Matrix::actionTriggered, controller,
-        [this](Matrix* sender) { m_controller->enterTriggerPref(sender); });
-    connect(m_form.menuPrefsMatrix, &Matrix::actionTriggered, controller,
-        [this](Matrix* sender) { m_controller->enterMenuPref(sender); });
-    m_page->show();
+    m_tab = std::make_unique<OptionsTab>();
+    controller().awakeFromNib();
+    m_tab->show();
 }
 
 PropertyList::Value setting(const QString& key)

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "ui_OptionsTab.h"
-
 #include <core/BYGlobals.h>
-#include <prefs/BYController.h>
+#include <prefs/OptionsTab.h>
 
 #include <QTemporaryDir>
 
@@ -14,19 +12,21 @@
 /// What is stored under @p key; null for nothing.
 PropertyList::Value setting(const QString& key);
 
-/// The options page with its controller, anew for each test: without settings, over a bundle with a stand-in helper.
+/// The options tab, anew for each test: without settings, over a bundle with a stand-in helper.
 class OptionsFixture : public QObject
 {
     Q_OBJECT
 
 protected:
-    /// The page as it is when the pane opens with the settings of this moment.
+    /// The tab as it is when the pane opens with the settings of this moment.
     void open();
 
+    const Ui::OptionsTab& form() const { return m_tab->form(); }
+
+    BYController& controller() { return m_tab->controller(); }
+
     QTemporaryDir m_bundle;
-    std::unique_ptr<QWidget> m_page;
-    Ui::OptionsTab m_form;
-    std::unique_ptr<BYController> m_controller;
+    std::unique_ptr<OptionsTab> m_tab;
     NotificationRecorder m_recorder;
 
 private Q_SLOTS:

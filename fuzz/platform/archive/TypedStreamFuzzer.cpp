@@ -1,4 +1,4 @@
-#include <platform/archive/AttributedText.h>
+#include <platform/archive/ArchivedText.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const QByteArrayView bytes(data, qsizetype(size));
     unarchivedImageFile(bytes);
-    const AttributedText::ReadResult result = AttributedText::unarchived(bytes);
+    const ArchivedText result = unarchivedText(bytes);
     if (result.text) {
         qsizetype covered = 0;
         for (const AttributedText::Run& run : result.text->runs) {

@@ -9,11 +9,11 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     QTextDocument document;
-    Rtf::read(QByteArrayView(data, qsizetype(size)), {}, document);
+    Rtf::read(QByteArrayView(data, qsizetype(size)), {}).text.fill(document);
     const Rtf::Written written = Rtf::write(document);
 
     QTextDocument copy;
-    Rtf::read(written.rtf, written.attachments, copy);
+    Rtf::read(written.rtf, written.attachments).text.fill(copy);
     if (copy.toRawText() != document.toRawText()) {
         std::abort();
     }

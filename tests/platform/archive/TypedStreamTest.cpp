@@ -1,4 +1,4 @@
-#include <platform/archive/AttributedText.h>
+#include <platform/archive/ArchivedText.h>
 #include <platform/archive/TypedStream.h>
 #include <platform/richtext/Rtfd.h>
 
@@ -19,6 +19,11 @@ const QByteArray colorArchive = QByteArray::fromHex("040B73747265616D74797065648
                                                     "8484084E534F626A65637400858401630184046666666683B24D213D83"
                                                     "92F5233E83BE174B3E0186");
 
+const AttributedText::Attributes& attributesOf(const ArchivedText& archived, qsizetype run)
+{
+    return archived.text->styles.at(archived.text->runs.at(run).style);
+}
+
 } // namespace
 
 class TypedStreamTest final : public QObject
@@ -29,13 +34,13 @@ private Q_SLOTS:
 
     void readsGenuineArchives()
     {
-        const AttributedText::ReadResult hi = AttributedText::unarchived(hiArchive);
+        const ArchivedText hi = unarchivedText(hiArchive);
         QCOMPARE(hi.error, QString());
         QCOMPARE(hi.warnings, QStringList());
         QCOMPARE(hi.text->text, u"Hi"_s);
         QCOMPARE(hi.text->runs.size(), 1);
         QCOMPARE(hi.text->runs.at(0).length, 2);
-        QVERIFY(hi.text->runs.at(0).attributes == AttributedText::Attributes());
+        QVERIFY(attributesOf(hi, 0) == AttributedText::Attributes());
 
         const TypedStream::ReadResult color = TypedStream::read(colorArchive);
         const TypedStream::Entry* root = color.archive ? color.archive->rootObject() : nullptr;
@@ -86,7 +91,7 @@ private Q_SLOTS:
             row("paragraph", "NSParagraphStyle",
                 archiver.object(
                     {"NSParagraphStyle", "NSObject"}, archiver.group("CC@S", QByteArray("\x02\0\x85\0", 4))),
-                [](Attributes& a) { a.alignment = AttributedText::Alignment::Center; });
+                [](Attributes& a) { a.paragraph.side = Qt::AlignHCenter; });
             row("text link", "NSLink", archiver.string("http://a/"), [](Attributes& a) { a.link = u"http://a/"_s; });
             const auto url = [&archiver](const QByteArray& groups) {
                 return archiver.object({"NSURL", "NSObject"}, groups);
@@ -110,12 +115,12 @@ private Q_SLOTS:
         QFETCH(QByteArray, value);
         const Archiver archiver(isLittleEndian);
         const QByteArray attributes = archiver.dictionary({{name, value}});
-        const AttributedText::ReadResult result = AttributedText::unarchived(
-            archiver.attributedString("ab", archiver.run(1, 2) + archiver.group("@", attributes)));
+        const ArchivedText result =
+            unarchivedText(archiver.attributedString("ab", archiver.run(1, 2) + archiver.group("@", attributes)));
         QCOMPARE(result.error, QString());
         QCOMPARE(result.warnings, QStringList());
         QCOMPARE(result.text->runs.size(), 1);
-        QTEST(result.text->runs.at(0).attributes, "expected");
+        QTEST(attributesOf(result, 0), "expected");
     }
 
     void runsRepeatTheirAttributes()
@@ -124,16 +129,15 @@ private Q_SLOTS:
         const QByteArray bold =
             archiver.group("@", archiver.dictionary({{"NSFont", archiver.font(u"Menlo-Bold"_s, 11)}}));
         const QByteArray plain = archiver.group("@", archiver.dictionary({}));
-        const AttributedText::ReadResult result =
-            AttributedText::unarchived(archiver.attributedString("a\xF0\x9F\x98\x80"
-                                                                 "b",
-                archiver.run(1, 1) + bold + archiver.run(2, 2) + plain + archiver.run(1, 1)));
+        const ArchivedText result = unarchivedText(archiver.attributedString("a\xF0\x9F\x98\x80"
+                                                                             "b",
+            archiver.run(1, 1) + bold + archiver.run(2, 2) + plain + archiver.run(1, 1)));
         QCOMPARE(result.warnings, QStringList());
         QCOMPARE(result.text->runs.size(), 3);
         QCOMPARE(result.text->runs.at(1).length, 2);
-        QVERIFY(!result.text->runs.at(1).attributes.isBold);
-        QVERIFY(result.text->runs.at(0).attributes == result.text->runs.at(2).attributes);
-        QVERIFY(result.text->runs.at(2).attributes.isBold);
+        QVERIFY(!attributesOf(result, 1).isBold);
+        QVERIFY(attributesOf(result, 0) == attributesOf(result, 2));
+        QVERIFY(attributesOf(result, 2).isBold);
     }
 
     void readsTheAttachedFile()
@@ -142,10 +146,10 @@ private Q_SLOTS:
         const QByteArray wrapper =
             Rtfd::writeWrapper({{u".."_s, "content", false}, {u"__@UTF8PreferredName@__"_s, "note.txt", false}});
         const QByteArray attachment = archiver.attachment(wrapper);
-        const AttributedText::ReadResult result = AttributedText::unarchived(archiver.attributedString("\xEF\xBF\xBC",
+        const ArchivedText result = unarchivedText(archiver.attributedString("\xEF\xBF\xBC",
             archiver.run(1, 1) + archiver.group("@", archiver.dictionary({{"NSAttachment", attachment}}))));
         QCOMPARE(result.warnings, QStringList());
-        const auto file = result.text->runs.at(0).attributes.attachment;
+        const auto file = attributesOf(result, 0).attachment;
         QVERIFY(file);
         QCOMPARE(file->name, u"note.txt"_s);
         QCOMPARE(file->contents, QByteArray("content"));
@@ -196,7 +200,7 @@ private Q_SLOTS:
     void refusesBadArchives()
     {
         QFETCH(QByteArray, bytes);
-        const AttributedText::ReadResult result = AttributedText::unarchived(bytes);
+        const ArchivedText result = unarchivedText(bytes);
         QVERIFY(!result.text);
         QVERIFY(!result.error.isEmpty());
     }
@@ -220,7 +224,7 @@ private Q_SLOTS:
     void refusesDamagedRuns()
     {
         QFETCH(QByteArray, runs);
-        QVERIFY(!AttributedText::unarchived(Archiver().attributedString("abcd", runs)).text);
+        QVERIFY(!unarchivedText(Archiver().attributedString("abcd", runs)).text);
     }
 
     void leavesOutWhatCannotBeRead_data()
@@ -240,12 +244,12 @@ private Q_SLOTS:
         QFETCH(QByteArray, value);
         const Archiver archiver;
         const QByteArray attributes = archiver.dictionary({{name, value}, {"NSUnderline", archiver.number(1)}});
-        const AttributedText::ReadResult result = AttributedText::unarchived(
-            archiver.attributedString("abcd", archiver.run(1, 4) + archiver.group("@", attributes)));
+        const ArchivedText result =
+            unarchivedText(archiver.attributedString("abcd", archiver.run(1, 4) + archiver.group("@", attributes)));
         QCOMPARE(result.warnings.size(), 1);
         AttributedText::Attributes underlined;
         underlined.isUnderlined = true;
-        QVERIFY(result.text && result.text->runs.constFirst().attributes == underlined);
+        QVERIFY(result.text && attributesOf(result, 0) == underlined);
     }
 };
 

@@ -160,7 +160,7 @@ private Q_SLOTS:
         QVERIFY(older > 0 && newer > 0 && older != newer);
         QCOMPARE(ResourceFile::current(), newer);
         QCOMPARE(ResourceFile::inChainWithName(type, "a"), QByteArray("new a"));
-        QCOMPARE(ResourceFile::inChainWithId(type, 2), QByteArray("old b"));
+        QCOMPARE(ResourceFile::inChainWithName(type, "b"), QByteArray("old b"));
         QVERIFY(!ResourceFile::inCurrentFileWithName(type, "b"));
         QCOMPARE(ResourceFile::lastError(), ResourceFile::resourceNotFoundError);
         ResourceFile::setCurrent(older);

@@ -189,7 +189,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
 
         QTextDocument document;
-        Rtf::read(rtf, {}, document);
+        Rtf::read(rtf, {}).text.fill(document);
         QCOMPARE(textOf(document), text);
     }
 
@@ -204,7 +204,9 @@ private Q_SLOTS:
 \f0\fs24 \cf0 plain \f1\b\i\fs37 \cf2 styled\
 \pard\ql\cf3\plain next\up12 2})";
         QTextDocument document;
-        QCOMPARE(Rtf::read(rtf, {}, document), QStringList());
+        const Rtf::ReadResult result = Rtf::read(rtf, {});
+        QCOMPARE(result.warnings, QStringList());
+        result.text.fill(document);
 
         const QTextBlock block = document.begin();
         QCOMPARE(block.blockFormat().alignment(), Qt::AlignHCenter);
@@ -234,10 +236,11 @@ private Q_SLOTS:
             "{\\rtf1\\ansi a{{\\NeXTGraphic My picture.tiff \\width400 \\height200 \\noorient\n}\xAC}"
             "{{\\NeXTGraphic other.pdf}\\'acb}{{\\NeXTGraphic gone.png}\\u172 ?c}{{\\NeXTGraphic gone.png}}d}";
         QTextDocument document;
-        const QStringList warnings =
-            Rtf::read(rtf, {{u"My picture.tiff"_s, "bytes", false}, {u"other.pdf"_s, "pdf", false}}, document);
+        const Rtf::ReadResult result =
+            Rtf::read(rtf, {{u"My picture.tiff"_s, "bytes", false}, {u"other.pdf"_s, "pdf", false}});
+        result.text.fill(document);
         QCOMPARE(textOf(document), u"a\uFFFC\uFFFCb\uFFFCc\uFFFCd"_s);
-        QCOMPARE(warnings.size(), 1);
+        QCOMPARE(result.warnings.size(), 1);
         QCOMPARE(TextAttachment::in(document, u"My picture.tiff"_s)->contents, "bytes");
         const Rtf::Written written = Rtf::write(document);
         QCOMPARE(written.attachments.size(), 3);
@@ -283,7 +286,7 @@ private Q_SLOTS:
             "ul", "uldb", "ulth", "uld", "uldashd", "uldashdd", "ulhwave", "ulldash", "ulthdashdd"};
         for (const QByteArray& word : words) {
             QTextDocument document;
-            Rtf::read(QByteArray("{\\rtf1\\" + word + " a\\ulc3\\ulnone\\ulc3 b}"), {}, document);
+            Rtf::read(QByteArray("{\\rtf1\\" + word + " a\\ulc3\\ulnone\\ulc3 b}"), {}).text.fill(document);
             auto run = document.begin().begin();
             QVERIFY2(run.fragment().charFormat().fontUnderline(), word.constData());
             QVERIFY2(!(++run).fragment().charFormat().fontUnderline(), word.constData());
@@ -347,7 +350,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
 
         QTextDocument document;
-        Rtf::read(rtf, {}, document);
+        Rtf::read(rtf, {}).text.fill(document);
         QCOMPARE(textOf(document), text);
     }
 

@@ -37,10 +37,10 @@ Samples pcmOf(const QByteArray& resource)
 /// What the media library decodes from a whole file.
 std::vector<double> decodedByLibrary(const QByteArray& file)
 {
-    const auto opened = SoundDecoder::openBytes(file);
+    const auto decoder = SoundDecoder::openBytes(file);
     std::vector<double> samples;
-    while (opened.decoder) {
-        const std::span<const float> next = opened.decoder->nextSamples();
+    while (decoder) {
+        const std::span<const float> next = (*decoder)->nextSamples();
         if (next.empty()) {
             break;
         }

@@ -1,4 +1,4 @@
-#include "AttributedText.h"
+#include "ArchivedText.h"
 
 #include "TypedStreamObjects.h"
 
@@ -22,12 +22,18 @@ using TypedStream::Entry;
 using TypedStream::Item;
 using TypedStream::Items;
 
-using Alignment = AttributedText::Alignment;
 using Attributes = AttributedText::Attributes;
-using Run = AttributedText::Run;
 
 // Objects may be shared, so that a small archive can refer to a large part of itself very often.
 constexpr qsizetype maximumVisits = 1'000'000;
+
+/// The indices of the styles that one dictionary of attributes gives.
+struct Styles
+{
+    qsizetype text = 0;
+    /// For the characters that stand for an attached file.
+    qsizetype attachment = 0;
+};
 
 /// Reads the objects of one archive as text attributes. What is shared in the archive is read once and stays shared.
 class Interpreter final
@@ -38,11 +44,12 @@ public:
     {
     }
 
-    AttributedText::ReadResult read(const Entry& root);
+    ArchivedText read(const Entry& root);
 
 private:
-    bool readRuns(Items& items, AttributedText& text);
-    const Attributes& attributesOf(const Entry& dictionary);
+    bool readRuns(Items& items);
+    void appendRun(qsizetype end, Styles styles);
+    Styles stylesOf(const Entry& dictionary);
     void apply(QByteArrayView name, const Entry* value, Attributes& attributes);
     void applyFont(const Entry& font, Attributes& attributes);
     QString textOf(const Entry& entry);
@@ -58,36 +65,38 @@ private:
     }
 
     const Archive& m_archive;
+    AttributedText m_text;
+    /// Up to where the runs reach.
+    qsizetype m_position = 0;
     QStringList m_warnings;
-    QHash<const Entry*, Attributes> m_attributes;
+    QHash<const Entry*, Styles> m_styles;
     QHash<const Entry*, QString> m_texts;
     QHash<const Entry*, TextAttachment> m_files;
     qsizetype m_visits = 0;
 };
 
-AttributedText::ReadResult Interpreter::read(const Entry& root)
+ArchivedText Interpreter::read(const Entry& root)
 {
-    AttributedText text;
     Items items(m_archive, root);
     const Entry* string = items.nextObject();
     if (string == nullptr || !m_archive.isKindOf(*string, "NSString")) {
         return {std::nullopt, u"the attributed string has no text"_s, {}};
     }
-    text.text = textOf(*string);
-    if (!readRuns(items, text)) {
+    m_text.text = textOf(*string);
+    if (!readRuns(items)) {
         return {std::nullopt, u"the runs do not match the text"_s, {}};
     }
-    return {std::move(text), {}, std::move(m_warnings)};
+    return {std::move(m_text), {}, std::move(m_warnings)};
 }
 
 /// Pairs of a run's number (from 1) and length; where a number comes first, its dictionary follows.
-bool Interpreter::readRuns(Items& items, AttributedText& text)
+bool Interpreter::readRuns(Items& items)
 {
-    qsizetype rest = text.text.size();
     std::vector<const Entry*> dictionaries;
-    while (rest > 0) {
+    while (m_position < m_text.text.size()) {
         const std::optional<qint64> number = items.nextInteger();
         const std::optional<qint64> length = number ? items.nextInteger() : std::nullopt;
+        const qsizetype rest = m_text.text.size() - m_position;
         if (!length || *number < 1 || *length < 0 || *length > rest || quint64(*number) > dictionaries.size() + 1) {
             return false;
         }
@@ -98,18 +107,28 @@ bool Interpreter::readRuns(Items& items, AttributedText& text)
         if (dictionary == nullptr || !m_archive.isKindOf(*dictionary, "NSDictionary")) {
             return false;
         }
-        if (*length > 0) {
-            text.runs.append(Run{*length, attributesOf(*dictionary)});
-        }
-        rest -= *length;
+        appendRun(m_position + *length, stylesOf(*dictionary));
     }
     return true;
 }
 
-const Attributes& Interpreter::attributesOf(const Entry& dictionary)
+/// The characters that stand for an attached file show it; whatever else has the file as its attribute stays text.
+void Interpreter::appendRun(qsizetype end, Styles styles)
 {
-    const auto known = m_attributes.constFind(&dictionary);
-    if (known != m_attributes.cend()) {
+    for (; m_position < end; ++m_position) {
+        const bool isAttachment = m_text.text[m_position] == QChar::ObjectReplacementCharacter;
+        const qsizetype style = isAttachment ? styles.attachment : styles.text;
+        if (m_text.runs.isEmpty() || m_text.runs.constLast().style != style) {
+            m_text.runs.append({0, style});
+        }
+        ++m_text.runs.last().length;
+    }
+}
+
+Styles Interpreter::stylesOf(const Entry& dictionary)
+{
+    const auto known = m_styles.constFind(&dictionary);
+    if (known != m_styles.cend()) {
         return *known;
     }
     Attributes attributes;
@@ -120,7 +139,17 @@ const Attributes& Interpreter::attributesOf(const Entry& dictionary)
         apply(key != nullptr ? TypedStream::stringBytes(m_archive, *key) : QByteArrayView(), items.nextObject(),
             attributes);
     }
-    return *m_attributes.insert(&dictionary, attributes);
+    // The attributes of characters are not for what is no character.
+    Attributes attached;
+    attached.paragraph = attributes.paragraph;
+    attached.attachment = std::exchange(attributes.attachment, std::nullopt);
+    Styles styles{m_text.styles.size(), m_text.styles.size()};
+    m_text.styles.append(attributes);
+    if (attached.attachment) {
+        styles.attachment = m_text.styles.size();
+        m_text.styles.append(attached);
+    }
+    return *m_styles.insert(&dictionary, styles);
 }
 
 void Interpreter::apply(QByteArrayView name, const Entry* value, Attributes& attributes)
@@ -142,10 +171,9 @@ void Interpreter::apply(QByteArrayView name, const Entry* value, Attributes& att
         attributes.superscript = int(std::clamp(TypedStream::number(m_archive, *value), -100.0, 100.0));
     } else if (name == "NSParagraphStyle") {
         // The layout of the rest is not known for sure; the first byte is common to all versions.
-        constexpr std::array alignments{
-            Alignment::Left, Alignment::Right, Alignment::Center, Alignment::Justified, Alignment::Natural};
+        constexpr std::array sides{Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify};
         const auto index = size_t(Items(m_archive, *value).nextInteger().value_or(4) & 0x0F);
-        attributes.alignment = index < alignments.size() ? alignments[index] : Alignment::Natural;
+        attributes.paragraph.side = index < sides.size() ? sides[index] : Qt::Alignment();
     } else if (name == "NSLink") {
         attributes.link = linkOf(*value, 0);
     } else if (name == "NSAttachment") {
@@ -249,7 +277,7 @@ const Entry* Interpreter::fileDataBelow(const Entry& entry)
 
 } // namespace
 
-AttributedText::ReadResult AttributedText::unarchived(QByteArrayView bytes)
+ArchivedText unarchivedText(QByteArrayView bytes)
 {
     const TypedStream::ReadResult archived = TypedStream::read(bytes);
     if (!archived.archive) {
@@ -259,7 +287,7 @@ AttributedText::ReadResult AttributedText::unarchived(QByteArrayView bytes)
     if (root == nullptr || !archived.archive->isKindOf(*root, "NSAttributedString")) {
         return {std::nullopt, u"the archive holds no attributed string"_s, {}};
     }
-    ReadResult result = Interpreter(*archived.archive).read(*root);
+    ArchivedText result = Interpreter(*archived.archive).read(*root);
     if (!archived.warning.isEmpty()) {
         result.warnings.append(u"something unreadable follows the text"_s);
     }

@@ -1,0 +1,17 @@
+#include "EditPane.h"
+
+EditPane::EditPane(QWidget* parent)
+    : QWidget(parent)
+{
+    m_form.setupUi(this);
+    m_form.formattingBar->setTextView(m_form.editEntryPane);
+    m_controller.dateTimePopUpButton = m_form.dateTimePopUpButton;
+    m_controller.textFormattingPopUpButton = m_form.textFormattingPopUpButton;
+    m_controller.saveEditedAbbButton = m_form.saveEditedAbbButton;
+    m_controller.editPane = m_form.editEntryPane;
+    m_controller.plainOrRichRadioButton = m_form.plainOrRichRadioButton;
+
+    connect(m_form.saveEditedAbbButton, &QPushButton::clicked, &m_controller,
+        [this] { m_controller.saveEditedAbb(m_form.saveEditedAbbButton); });
+    connect(m_form.plainOrRichRadioButton, &Matrix::actionTriggered, &m_controller, &BYEditPaneController::plainOrRich);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// Why there is no value, in words.
+struct Failure
+{
+    QString reason;
+};
+
+/// A value, or why there is none. A function returns either the one or a Failure.
+template <typename Value>
+class [[nodiscard]] Result final
+{
+public:
+    Result(Value value)
+        : m_value(std::move(value))
+    {
+    }
+
+    Result(Failure failure)
+        : m_error(std::move(failure.reason))
+    {
+    }
+
+    explicit operator bool() const noexcept { return m_value.has_value(); }
+
+    /// The value. There must be one.
+    Value& operator*() noexcept { return *m_value; }
+
+    const Value& operator*() const noexcept { return *m_value; }
+
+    const Value* operator->() const noexcept { return &*m_value; }
+
+    /// Why there is no value; empty where there is one.
+    const QString& error() const noexcept { return m_error; }
+
+private:
+    std::optional<Value> m_value;
+    QString m_error;
+};

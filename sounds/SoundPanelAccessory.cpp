@@ -1,0 +1,7 @@
+#include "SoundPanelAccessory.h"
+
+SoundPanelAccessory::SoundPanelAccessory(QWidget* parent)
+    : QWidget(parent)
+{
+    m_form.setupUi(this);
+}
