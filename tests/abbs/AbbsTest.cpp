@@ -14,12 +14,14 @@
 
 #include <ClassicFixtures.h>
 #include <DataTable.h>
+#include <Files.h>
 #include <unistd.h>
 
 #include <cstdio>
 
 using namespace ClassicFixtures;
 using namespace Qt::StringLiterals;
+using Files::openDescriptors;
 
 namespace {
 
@@ -42,11 +44,6 @@ QByteArray writtenTo(FILE* stream, Function function)
     return file.readAll();
 }
 
-qsizetype openDescriptors()
-{
-    return QDir(u"/proc/self/fd"_s).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size();
-}
-
 QByteArray storedSpecification(const QString& path)
 {
     ClassicFiles::FileSpecification file;
@@ -67,10 +64,9 @@ private Q_SLOTS:
     void init()
     {
         m_folder = std::make_unique<QTemporaryDir>();
-        QVERIFY(QDir().mkpath(m_preferences));
-        QFile::remove(m_preferences + u"/Blipsy Prefs"_s);
-        QVERIFY(writeFile(at(u"default.abbs"_s), resourceFork({{"STMP", 128, "btw", "by the way\0"_ba}})));
-        QVERIFY(writeFile(at(u"own.abbs"_s), resourceFork({{"STMP", 128, "btw", "own text\0"_ba}})));
+        QFile::remove(m_preferences);
+        Files::write(at(u"default.abbs"_s), resourceFork({{"STMP", 128, "btw", "by the way\0"_ba}}));
+        Files::write(at(u"own.abbs"_s), resourceFork({{"STMP", 128, "btw", "own text\0"_ba}}));
     }
 
     void specificationLeadsBackToItsPath_data()
@@ -90,7 +86,7 @@ private Q_SLOTS:
         QFETCH(QString, name);
 
         const QString path = QDir(m_folder->path()).canonicalPath() + u'/' + name;
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()) && writeFile(path, "x"));
+        Files::write(path, "x");
         const QByteArray stored = storedSpecification(path);
         QCOMPARE(stored.size(), 70);
         const auto specification = ClassicFiles::FileSpecification::fromStored(stored);
@@ -134,7 +130,7 @@ private Q_SLOTS:
     {
         const auto [data, expansion] = currentRow<QByteArray, QString>();
 
-        QVERIFY(writeFile(at(u"abbs"_s), resourceFork({{"STMP", 1, "other", "x\0"_ba}, {"STMP", 2, "abb", data}})));
+        Files::write(at(u"abbs"_s), resourceFork({{"STMP", 1, "other", "x\0"_ba}, {"STMP", 2, "abb", data}}));
         ClassicFiles::FileSpecification file;
         posixStringToFSSpec(file, at(u"abbs"_s), false);
         QCOMPARE(abbExists(u"abb"_s, &file), expansion);
@@ -163,7 +159,7 @@ private Q_SLOTS:
     void windowTitleChoosesTheAbbsFile()
     {
         QByteArray record = storedSpecification(at(u"own.abbs"_s));
-        QVERIFY(writePreferences({{"FSAp", 128, "My Editor", record}}));
+        writePreferences({{"FSAp", 128, "My Editor", record}});
         QWidget window;
         window.setWindowTitle(u"My Editor"_s);
         window.setProperty(FrontmostWindow::referenceConstantProperty, fourCharCode("XPND"));
@@ -171,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(abbExists(u"btw"_s), u"own text"_s);
 
         record.replace(0, 2, "\x80\x05");
-        QVERIFY(writePreferences({{"FSAp", 128, "My Editor", record}}));
+        writePreferences({{"FSAp", 128, "My Editor", record}});
         QCOMPARE(abbExists(u"btw"_s), u"own text"_s);
 
         const qint16 reference = openAbbsFile();
@@ -186,9 +182,9 @@ private Q_SLOTS:
 
     void everyOtherProgramUsesTheDefaultFile()
     {
-        QVERIFY(writePreferences({{"FSAp", 128, "My Editor", storedSpecification(at(u"own.abbs"_s))},
+        writePreferences({{"FSAp", 128, "My Editor", storedSpecification(at(u"own.abbs"_s))},
             {"cnfG", 142, {}, QByteArray::fromHex("FFFB0000")}, {"FSSp", 3, {}, zeros(70)},
-            {"FSSp", -5, {}, storedSpecification(at(u"default.abbs"_s))}}));
+            {"FSSp", -5, {}, storedSpecification(at(u"default.abbs"_s))}});
         const qsizetype before = openDescriptors();
         QCOMPARE(abbExists(u"btw"_s), u"by the way"_s);
         QCOMPARE(abbExists(u"none"_s), std::nullopt);
@@ -241,7 +237,7 @@ private Q_SLOTS:
     {
         const auto [preferences, messages] = currentRow<QByteArray, QByteArray>();
 
-        QVERIFY(writeFile(m_preferences + u"/Blipsy Prefs"_s, preferences));
+        Files::write(m_preferences, preferences);
         const qsizetype before = openDescriptors();
         const QByteArray written = writtenTo(stderr, [] { QVERIFY(openAbbsFile() < 1); });
         QVERIFY2(written.endsWith(messages), written.constData());
@@ -251,8 +247,7 @@ private Q_SLOTS:
 
     void commandFindsAnAbbreviationInAnotherProcess()
     {
-        QVERIFY(writePreferences(
-            {{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, storedSpecification(at(u"default.abbs"_s))}}));
+        writePreferences({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, storedSpecification(at(u"default.abbs"_s))}});
         QByteArray message;
         const auto run = [&message](const QStringList& arguments) {
             QProcess process;
@@ -274,13 +269,13 @@ private Q_SLOTS:
 private:
     QString at(const QString& name) const { return m_folder->filePath(name); }
 
-    bool writePreferences(const QList<Resource>& resources) const
+    void writePreferences(const QList<Resource>& resources) const
     {
-        return writeFile(m_preferences + u"/Blipsy Prefs"_s, resourceFork(resources));
+        Files::write(m_preferences, resourceFork(resources));
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_preferences = QFileInfo(Preferences::filePath(u"any"_s)).path();
+    QString m_preferences = QFileInfo(Preferences::filePath(u"any"_s)).path() + u"/Blipsy Prefs"_s;
 };
 
 QTEST_MAIN(AbbsTest)

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 #include <NotificationRecorder.h>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +22,12 @@ Value phrase(const QString& text, const QString& sound = u""_s, const QString& o
 {
     return Dictionary::create(
         {{PhraseKey::phrase, text}, {PhraseKey::soundFilepath, sound}, {PhraseKey::sortOrder, order}});
+}
+
+/// The root of a document with these phrases.
+Value document(const std::vector<Value>& phrases)
+{
+    return Dictionary::create({{DocumentKey::clippings, Array::create(phrases)}});
 }
 
 QStringList column(const QString& key)
@@ -42,17 +49,9 @@ private:
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath(u"test.blipsy"_s);
 
-    void put(const QByteArray& bytes)
-    {
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
+    void put(const QByteArray& bytes) { Files::write(m_path, bytes); }
 
-    QByteArray stored() const
-    {
-        QFile file(m_path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray stored() const { return Files::contents(m_path); }
 
     void load(const Value& root)
     {
@@ -91,9 +90,8 @@ private Q_SLOTS:
     {
         const auto [setting, phrases] = currentRow<Value, QStringList>();
         BYGlobals::storeSetting(setting, SettingKey::sortPref);
-        load(Dictionary::create({{DocumentKey::clippings,
-            Array::create({phrase(u"cherry"_s, u"/A"_s, u"1"_s), phrase(u"Banana"_s, u"/b"_s, u"0"_s),
-                phrase(u"apple"_s, u"/c"_s, u"10"_s), phrase(u"BANANA"_s, u"/C"_s, u"2"_s)})}}));
+        load(document({phrase(u"cherry"_s, u"/A"_s, u"1"_s), phrase(u"Banana"_s, u"/b"_s, u"0"_s),
+            phrase(u"apple"_s, u"/c"_s, u"10"_s), phrase(u"BANANA"_s, u"/C"_s, u"2"_s)}));
         QCOMPARE(column(PhraseKey::phrase), phrases);
     }
 
@@ -133,7 +131,7 @@ private Q_SLOTS:
         const DataTable<QByteArray> row("bytes");
         row("empty", {});
         row("garbage", QByteArray("\xff\xfe\0\x01 what", 9));
-        row("truncated", PropertyList::write(Dictionary::create({{u"Clippings"_s, Array::create()}})).chopped(12));
+        row("truncated", PropertyList::write(document({})).chopped(12));
         row("root is a list", PropertyList::write(Array::create()));
     }
 
@@ -165,7 +163,7 @@ private Q_SLOTS:
     {
         const QDir backups(qEnvironmentVariable("XDG_STATE_HOME") + u"/blipsy/backups"_s);
         const auto kept = [&] { return QDir(backups.path()).entryList(QDir::Files, QDir::Name); };
-        load(Dictionary::create({{DocumentKey::clippings, Array::create({phrase(u"ours"_s)})}}));
+        load(document({phrase(u"ours"_s)}));
         BYGlobals::writeDocument();
         BYGlobals::writeDocument();
         QCOMPARE(kept(), QStringList());
@@ -176,9 +174,7 @@ private Q_SLOTS:
             BYGlobals::writeDocument();
             BYGlobals::writeDocument();
             QVERIFY(stored().contains("ours"));
-            QFile copy(backups.filePath(kept().last()));
-            QVERIFY(copy.open(QIODevice::ReadOnly));
-            QCOMPARE(copy.readAll(), theirs);
+            QCOMPARE(Files::contents(backups.filePath(kept().last())), theirs);
         }
         QCOMPARE(kept().size(), 2);
 
@@ -194,7 +190,7 @@ private Q_SLOTS:
     {
         const QByteArray state = qgetenv("XDG_STATE_HOME");
         const auto restore = qScopeGuard([&state] { qputenv("XDG_STATE_HOME", state); });
-        load(Dictionary::create({{DocumentKey::clippings, Array::create()}}));
+        load(document({}));
         put("theirs");
         qputenv("XDG_STATE_HOME", m_path.toUtf8());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"is not overwritten: cannot make the folder"_s));
@@ -241,8 +237,8 @@ private Q_SLOTS:
         QTRY_COMPARE(heard.names(), (QStringList{NotificationName::preferencesChanged, u"end"_s}));
         QCOMPARE(heard.last(u"end"_s).userInfo->value(u"Event").string(), u"28");
 
-        load(Dictionary::create({{DocumentKey::clippings, Array::create()}}));
-        put(PropertyList::write(Dictionary::create({{DocumentKey::clippings, Array::create({phrase(u"new"_s)})}})));
+        load(document({}));
+        put(PropertyList::write(document({phrase(u"new"_s)})));
         BYGlobals::prefsChangedHere(NotificationName::preferencesChanged, u"another object"_s);
         QVERIFY(BYGlobals::clippingsArray()->isEmpty());
         BYGlobals::prefsChangedHere(NotificationName::preferencesChanged, BYGlobals::appID());

@@ -3,12 +3,15 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 #include <host/BundleLocator.h>
 
 #include <array>
 #include <thread>
 
 using namespace Qt::StringLiterals;
+using Files::contents;
+using Files::write;
 
 namespace {
 
@@ -22,24 +25,11 @@ QString infoIn(const QString& bundle)
     return bundle + u"/Contents/Info.plist"_s;
 }
 
-void put(const QString& path, const QByteArray& bytes)
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
 void putBundle(const QString& path, const QByteArray& version, const QByteArray& document)
 {
-    put(infoIn(path), version);
-    put(path + u"/Contents/MacOS/BlipsyPref.so"_s, version);
-    put(documentIn(path), document);
+    write(infoIn(path), version);
+    write(path + u"/Contents/MacOS/BlipsyPref.so"_s, version);
+    write(documentIn(path), document);
 }
 
 } // namespace

@@ -4,12 +4,12 @@
 #include <core/SharedNames.h>
 #include <platform/plist/PropertyList.h>
 
-#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 #include <NotificationRecorder.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
@@ -39,14 +39,14 @@ private Q_SLOTS:
 
     void init()
     {
-        SoundFixtures::write(path(u"alpha.aiff"_s), SoundFixtures::aiff(440, 0.5));
-        SoundFixtures::write(path(u"beta.wav"_s), SoundFixtures::wave(1000, 0.5));
+        Files::write(path(u"alpha.aiff"_s), SoundFixtures::aiff(440, 0.5));
+        Files::write(path(u"beta.wav"_s), SoundFixtures::wave(1000, 0.5));
         const auto phrase = [](const QString& text, const QString& sound) {
             return Value(Dictionary::create({{PhraseKey::phrase, text}, {PhraseKey::soundFilepath, sound}}));
         };
         const auto root = Dictionary::create({{DocumentKey::clippings,
             Array::create({phrase(u"alpha"_s, path(u"alpha.aiff"_s)), phrase(u"beta"_s, u""_s)})}});
-        SoundFixtures::write(path(u"test.blipsy"_s), PropertyList::write(root));
+        Files::write(path(u"test.blipsy"_s), PropertyList::write(root));
     }
 
     void phraseGetsASoundAndIsHeard()
@@ -86,23 +86,17 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(storedSoundOf(u"alpha"_s), QString(), 2'000);
     }
 
-    void everyTabIsPicturedAndTheProgramEnds()
+    void screenshotsShowEveryTabAndTheDocumentJoinsTheRecentOnes()
     {
+        const QString other = path(u"other.blipsy"_s);
+        Files::write(other, "");
+        BYGlobals::storeSetting(Array::create({other}), SettingKey::recentFilesArray);
         Program program({u"--document"_s, path(u"test.blipsy"_s), u"--screenshot"_s, path(u"pictures"_s)});
         QVERIFY(program.process.waitForFinished(30'000));
         QCOMPARE(program.process.exitCode(), 0);
         for (const QString& tab : {u"Phrases"_s, u"Events"_s, u"Applications"_s, u"Options"_s}) {
             QVERIFY(!QImage(path(u"pictures/"_s + tab + u".png"_s)).isNull());
         }
-    }
-
-    void documentOfTheCommandLineJoinsTheRecentOnes()
-    {
-        SoundFixtures::write(path(u"other.blipsy"_s), "");
-        const QString other = path(u"other.blipsy"_s);
-        BYGlobals::storeSetting(Array::create({other}), SettingKey::recentFilesArray);
-        Program program({u"--document"_s, path(u"test.blipsy"_s), u"--screenshot"_s, path(u"pictures"_s)});
-        QVERIFY(program.process.waitForFinished(30'000));
         const auto recent = BYGlobals::retrieveDateFromUserDefaults(SettingKey::recentFilesArray);
         QCOMPARE(recent, Value(Array::create({other, path(u"test.blipsy"_s)})));
     }
@@ -118,14 +112,12 @@ private Q_SLOTS:
     void unreadableDocumentIsLeftAlone()
     {
         QFETCH(QByteArray, bytes);
-        SoundFixtures::write(path(u"test.blipsy"_s), bytes);
+        Files::write(path(u"test.blipsy"_s), bytes);
         Program program({u"--document"_s, path(u"test.blipsy"_s)});
         QVERIFY(program.takeFocus());
         QVERIFY(program.click(playColumn, firstRow));
         QVERIFY(act({u"key"_s, u"ctrl+v"_s}));
-        QFile file(path(u"test.blipsy"_s));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), bytes);
+        QCOMPARE(Files::contents(path(u"test.blipsy"_s)), bytes);
         QCOMPARE(program.process.state(), QProcess::Running);
     }
 
@@ -134,11 +126,7 @@ private:
 
     QString storedSoundOf(const QString& phrase) const
     {
-        QFile file(path(u"test.blipsy"_s));
-        if (!file.open(QIODevice::ReadOnly)) {
-            return {};
-        }
-        const Value root = PropertyList::read(file.readAll()).root;
+        const Value root = PropertyList::read(Files::contents(path(u"test.blipsy"_s))).root;
         const auto phrases = root.dictionary()->value(DocumentKey::clippings).array();
         for (const Value& entry : std::as_const(*phrases)) {
             if (entry.dictionary()->value(PhraseKey::phrase).string() == phrase) {

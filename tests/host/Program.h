@@ -9,17 +9,24 @@ inline bool act(const QStringList& arguments)
     return QProcess::execute(QStringLiteral("xdotool"), arguments) == 0;
 }
 
+/// The environment of a program on the private display, with some variables changed.
+inline QProcessEnvironment environmentWith(const QMap<QString, QString>& changes)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    for (const auto& [name, value] : changes.asKeyValueRange()) {
+        environment.insert(name, value);
+    }
+    return environment;
+}
+
 /// The program under test on the private display, with its window in the corner of the screen.
 class Program final
 {
 public:
-    explicit Program(
-        const QStringList& arguments, const QString& bus = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"))
+    explicit Program(const QStringList& arguments, const QMap<QString, QString>& changes = {})
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus);
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        process.setProcessEnvironment(environment);
+        process.setProcessEnvironment(environmentWith(changes));
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         process.start(QStringLiteral(BLIPSY_HOST), arguments);
     }

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 
 #include <DataTable.h>
-#include <SoundFixtures.h>
+#include <Files.h>
 
 #include <csignal>
 
@@ -21,16 +21,11 @@ struct Outcome
     qsizetype lines = 0;
 };
 
-/// Runs the program to its end, without a display unless @p environment names one.
+/// Runs the program to its end, in an environment with @p changes.
 Outcome run(const QStringList& arguments, const QMap<QString, QString>& changes)
 {
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
-        environment.insert(change.key(), change.value());
-    }
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(environmentWith(changes));
     process.start(QStringLiteral(BLIPSY_HOST), arguments);
     if (!process.waitForFinished(20'000) || process.exitStatus() != QProcess::NormalExit) {
         return {};
@@ -60,8 +55,8 @@ private Q_SLOTS:
     void init()
     {
         const QByteArray empty = PropertyList::write(PropertyList::Dictionary::create());
-        SoundFixtures::write(m_document, empty);
-        SoundFixtures::write(m_other, empty);
+        Files::write(m_document, empty);
+        Files::write(m_other, empty);
     }
 
     void questionsAndFailuresNeedNoDisplay_data()
@@ -95,10 +90,10 @@ private Q_SLOTS:
 
     void secondStartIsRefusedWithoutABus()
     {
-        const QString nowhere = u"unix:path=/nowhere"_s;
+        const QMap<QString, QString> nowhere{{u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nowhere"_s}};
         Program first({u"--document"_s, m_document}, nowhere);
         QVERIFY(first.takeFocus());
-        const Outcome second = run({u"--document"_s, m_other}, {{u"DBUS_SESSION_BUS_ADDRESS"_s, nowhere}});
+        const Outcome second = run({u"--document"_s, m_other}, nowhere);
         QCOMPARE(second.exitCode, 1);
         QVERIFY2(second.errors.contains(u"another one runs"), qPrintable(second.errors));
         QCOMPARE(documentInUse(), m_document);
@@ -112,7 +107,7 @@ private Q_SLOTS:
         const QString address = QString::fromUtf8(bus.readLine().trimmed());
         ::kill(pid_t(bus.processId()), SIGSTOP);
         {
-            Program program({u"--document"_s, m_document}, address);
+            Program program({u"--document"_s, m_document}, {{u"DBUS_SESSION_BUS_ADDRESS"_s, address}});
             QVERIFY(program.takeFocus());
         }
         bus.kill();

@@ -265,23 +265,22 @@ private Q_SLOTS:
 
     void inconsistentEventsThrow_data()
     {
-        const DataTable<quint32, quint32, quint32, quint32, double, QString> row(
-            "eventClass", "kind", "signature", "id", "framework", "description");
+        const DataTable<CarbonEvent, double, QString> row("event", "framework", "description");
         const quint32 keyboard = CarbonEvent::keyboardClass;
-        row("old framework", keyboard, 5U, 0x57713448U, 1U, 620.9, u""_s);
-        row("class", 1U, 5U, 0x57713448U, 1U, 621.0, u"Unknown event class"_s);
-        row("signature", keyboard, 5U, 1U, 1U, 621.0, u"Invalid hot key id"_s);
-        row("id", keyboard, 5U, 0x57713448U, 0U, 621.0, u"Invalid hot key id"_s);
-        row("kind", keyboard, 7U, 0x57713448U, 1U, 621.0, u"Unknown event kind"_s);
+        const HotKeyIdentifier first{0x57713448, 1};
+        row("old framework", {keyboard, 5, first}, 620.9, u""_s);
+        row("class", {1, 5, first}, 621.0, u"Unknown event class"_s);
+        row("signature", {keyboard, 5, HotKeyIdentifier{1, 1}}, 621.0, u"Invalid hot key id"_s);
+        row("id", {keyboard, 5, HotKeyIdentifier{0x57713448, 0}}, 621.0, u"Invalid hot key id"_s);
+        row("kind", {keyboard, 7, first}, 621.0, u"Unknown event kind"_s);
     }
 
     void inconsistentEventsThrow()
     {
-        const auto [eventClass, kind, signature, id, framework] =
-            currentRow<quint32, quint32, quint32, quint32, double>();
+        const auto [event, framework] = currentRow<CarbonEvent, double>();
         PTHotKeyCenter center(nullptr, framework);
         try {
-            center.sendCarbonEvent({eventClass, kind, HotKeyIdentifier{signature, id}});
+            center.sendCarbonEvent(event);
             QFAIL("nothing was thrown");
         } catch (const InternalInconsistency& inconsistency) {
             QTEST(inconsistency.description(), "description");

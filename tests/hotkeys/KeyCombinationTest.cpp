@@ -29,23 +29,6 @@ private Q_SLOTS:
         Bundle::registerBundle(u"com.blipsy.prefpanel"_s, m_bundle.path());
     }
 
-    void validAndClear_data()
-    {
-        const DataTable<PTKeyCombo, bool, bool> row("combo", "valid", "clear");
-        row("clear", PTKeyCombo::clearKeyCombo(), false, true);
-        row("first key with a modifier", {0, 0x100}, true, false);
-        row("key without modifiers", {0, 0}, false, false);
-        row("key with missing modifiers", {5, -1}, false, false);
-        row("modifiers without key", {-1, 0x100}, false, false);
-    }
-
-    void validAndClear()
-    {
-        QFETCH(PTKeyCombo, combo);
-        QTEST(combo.isValidHotKeyCombo(), "valid");
-        QTEST(combo.isClearCombo(), "clear");
-    }
-
     void readsStoredForm_data()
     {
         const DataTable<PropertyList::DictionaryPointer, PTKeyCombo> row("stored", "combo");
@@ -81,37 +64,28 @@ private Q_SLOTS:
         QVERIFY(&combo.copyWithZone() == &combo);
     }
 
-    void glyphsInFixedOrder_data()
+    void validityAndText_data()
     {
-        const DataTable<quint32, QString> row("modifiers", "glyphs");
-        row("none", 0U, {});
-        row("all four", 0x1B00U, u"\u2318\u2325^\u21E7"_s);
-        row("shift, option, control", 0x1A00U, u"\u2325^\u21E7"_s);
-        row("function key shows nothing", 0x8000U, {});
+        const DataTable<PTKeyCombo, bool, QString> row("combo", "valid", "text");
+        row("clear", PTKeyCombo::clearKeyCombo(), false, u"(None)"_s);
+        row("without modifiers", {0, 0}, false, u"(None)"_s);
+        row("missing modifiers", {5, -1}, false, u"(None)"_s);
+        row("modifiers without key", {-1, 0x100}, false, u"(None)"_s);
+        row("letter, the first key", {0x00, 0x300}, true, u"\u2318\u21E7A"_s);
+        row("all modifiers, in fixed order", {0x00, 0x1B00}, true, u"\u2318\u2325^\u21E7A"_s);
+        row("shift, option, control", {0x00, 0x1A00}, true, u"\u2325^\u21E7A"_s);
+        row("function key, which shows no modifier", {0x60, 0x8000}, true, u"F5"_s);
+        row("named key", {0x74, 0x8100}, true, u"\u2318Page Up"_s);
+        row("keypad digit", {0x59, 0x1000}, true, u"^Keypad 7"_s);
+        row("no such key", {0x6C, 0x100}, true, u"\u2318"_s);
+        row("key code beyond all keys", {30000, 0x100}, true, u"\u2318"_s);
     }
 
-    void glyphsInFixedOrder()
+    void validityAndText()
     {
-        QFETCH(quint32, modifiers);
-        QTEST(PTKeyCombo::_stringForModifiers(modifiers), "glyphs");
-    }
-
-    void displayText_data()
-    {
-        const DataTable<PTKeyCombo, QString> row("combo", "text");
-        row("clear", {}, u"(None)"_s);
-        row("without modifiers", {0, 0}, u"(None)"_s);
-        row("letter", {0x00, 0x300}, u"\u2318\u21E7A"_s);
-        row("function key", {0x60, 0x8000}, u"F5"_s);
-        row("named key", {0x74, 0x8100}, u"\u2318Page Up"_s);
-        row("keypad digit", {0x59, 0x1000}, u"^Keypad 7"_s);
-        row("no such key", {0x6C, 0x100}, u"\u2318"_s);
-        row("key code beyond all keys", {30000, 0x100}, u"\u2318"_s);
-    }
-
-    void displayText()
-    {
-        QFETCH(PTKeyCombo, combo);
+        const auto [combo, valid] = currentRow<PTKeyCombo, bool>();
+        QCOMPARE(combo.isValidHotKeyCombo(), valid);
+        QCOMPARE(combo.isClearCombo(), qstrcmp(QTest::currentDataTag(), "clear") == 0);
         QTEST(combo.description(), "text");
     }
 

@@ -5,7 +5,6 @@
 #include <platform/desktop/Bundle.h>
 
 #include <QAccessible>
-#include <QDir>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -14,6 +13,7 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 
 using namespace Qt::StringLiterals;
 
@@ -47,10 +47,7 @@ private Q_SLOTS:
     void namesTableThatIsNoDictionaryIsReported()
     {
         const QTemporaryDir bundle;
-        QVERIFY(QDir().mkpath(bundle.path() + u"/Contents/Resources"_s));
-        QFile table(bundle.path() + u"/Contents/Resources/PTKeyCodes.plist"_s);
-        QVERIFY(table.open(QFile::WriteOnly) && table.write("(a, b)") > 0);
-        table.close();
+        Files::write(bundle.path() + u"/Contents/Resources/PTKeyCodes.plist"_s, "(a, b)");
         Bundle::registerBundle(u"com.blipsy.prefpanel"_s, bundle.path());
         QTest::ignoreMessage(QtWarningMsg,
             QRegularExpression(u"PTKeyCodes.plist is no table of key names: its root is no dictionary"_s));

@@ -17,11 +17,13 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 #include <NotificationRecorder.h>
 
 #include <csignal>
 
 using namespace Qt::StringLiterals;
+using Files::contents;
 
 namespace {
 
@@ -38,12 +40,6 @@ QDBusConnectionInterface* bus()
 bool helperRuns()
 {
     return bus()->isServiceRegistered(BYGlobals::appID());
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void endHelper(int signal)

@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QTest>
 
+#include <Files.h>
 #include <ModalDriver.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
@@ -304,7 +305,7 @@ private Q_SLOTS:
     void previewFallsSilentOnStopAndAtTheEndOfThePanel()
     {
         QTemporaryDir folder;
-        SoundFixtures::write(folder.filePath(u"long.aiff"_s), SoundFixtures::aiff(440, 20));
+        Files::write(folder.filePath(u"long.aiff"_s), SoundFixtures::aiff(440, 20));
         const int row = rowOf(u"cherry"_s);
         PhraseList::entryAt(BYGlobals::clippingsArray(), row)->insert(PhraseKey::soundFilepath, u""_s);
         ModalDriver preview([&](QWidget* modal) {

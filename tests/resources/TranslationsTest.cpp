@@ -3,14 +3,15 @@
 #include <QTest>
 #include <QXmlStreamReader>
 
+#include <Files.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 QString contents(const QString& path)
 {
-    QFile file(QStringLiteral(BLIPSY_SOURCES "/") + path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return QString::fromUtf8(Files::contents(QStringLiteral(BLIPSY_SOURCES "/") + path));
 }
 
 /// The texts of the elements @p name in an XML file, without those that are marked as not to be translated.

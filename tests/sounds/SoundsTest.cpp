@@ -12,7 +12,6 @@
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <DataTable.h>

@@ -2,9 +2,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QFile>
 #include <QList>
-#include <QString>
 #include <QtEndian>
 
 #include <initializer_list>
@@ -161,18 +159,24 @@ inline QByteArray soundResource(const QList<QByteArray>& commands, const QByteAr
     return QByteArray::fromHex("0001 0001 0005 00000080") + big(quint16(commands.size())) + commands.join() + data;
 }
 
+/// A sound resource that plays once what is behind this header.
+inline QByteArray play(const QByteArray& header)
+{
+    return soundResource({QByteArray::fromHex("8051 0000 00000014")}, header);
+}
+
+/// An extended sound header, at 22050 Hz, and its samples.
+inline QByteArray extendedHeader(quint32 channels, quint32 frames, quint16 bits, const QByteArray& samples)
+{
+    return zeros(4) + big(channels) + QByteArray::fromHex("56220000") + zeros(8) + QByteArray::fromHex("FF3C") +
+           big(frames) + zeros(22) + big(bits) + zeros(14) + samples;
+}
+
 /// A sound resource that plays 8-bit samples, mono, at 22050 Hz.
 inline QByteArray simpleSound(const QByteArray& samples)
 {
-    return soundResource({QByteArray::fromHex("8051 0000 00000014")}, zeros(4) + big(quint32(samples.size())) +
-                                                                          QByteArray::fromHex("56220000") + zeros(8) +
-                                                                          QByteArray::fromHex("003C") + samples);
-}
-
-inline bool writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    return play(zeros(4) + big(quint32(samples.size())) + QByteArray::fromHex("56220000") + zeros(8) +
+                QByteArray::fromHex("003C") + samples);
 }
 
 } // namespace ClassicFixtures

@@ -8,14 +8,15 @@
 
 #include <vector>
 
-/// Hears every distributed notification with the helper's object.
+/// Hears every distributed notification with an object: the helper's, another one, or any where it is null.
 class NotificationRecorder final : public QObject
 {
 public:
-    NotificationRecorder()
+    explicit NotificationRecorder(const QString& object = QStringLiteral("com.blipsy.BlipsyMenu"))
+        : m_object(object)
     {
-        DistributedNotificationCenter::defaultCenter().addObserver(this, {}, QStringLiteral("com.blipsy.BlipsyMenu"),
-            [this](const DistributedNotification& notification) { m_heard.push_back(notification); });
+        DistributedNotificationCenter::defaultCenter().addObserver(
+            this, {}, object, [this](const DistributedNotification& notification) { m_heard.push_back(notification); });
     }
 
     QStringList names() const
@@ -45,13 +46,13 @@ public:
     [[nodiscard]] bool forgetAllPosted()
     {
         const QString marker = QStringLiteral("end of what was posted");
-        DistributedNotificationCenter::defaultCenter().postNotification(
-            marker, QStringLiteral("com.blipsy.BlipsyMenu"));
+        DistributedNotificationCenter::defaultCenter().postNotification(marker, m_object);
         const bool heard = QTest::qWaitFor([&] { return names().contains(marker); });
         clear();
         return heard;
     }
 
 private:
+    QString m_object;
     std::vector<DistributedNotification> m_heard;
 };

@@ -3,8 +3,6 @@
 #include "ClassicFixtures.h"
 
 #include <QByteArray>
-#include <QFile>
-#include <QString>
 
 #include <algorithm>
 #include <cmath>
@@ -59,23 +57,8 @@ inline QByteArray wave(double frequency, double seconds)
 /// A 'snd ' resource of format 1 with one extended sampled sound.
 inline QByteArray soundResource(double frequency, double seconds)
 {
-    using namespace ClassicFixtures;
     const QByteArray samples = toneSamples(frequency, seconds);
-    const QByteArray commands = big(quint16(1)) + big(quint16(1)) + big(quint16(5)) + big(quint32(0x80)) +
-                                big(quint16(1)) + big(quint16(0x8051)) + big(quint16(0)) + big(quint32(20));
-    // The rate is fixed-point with 16 bits behind the point.
-    const QByteArray header = big(quint32(0)) + big(quint32(1)) + big(quint32(quint32(rate) << 16)) + zeros(8) +
-                              big(quint8(0xFF)) + big(quint8(60)) + big(quint32(samples.size() / 2)) + zeros(22) +
-                              big(quint16(16)) + zeros(14);
-    return commands + header + samples;
-}
-
-inline void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("cannot write %s", qPrintable(path));
-    }
+    return ClassicFixtures::play(ClassicFixtures::extendedHeader(1, quint32(samples.size() / 2), 16, samples));
 }
 
 } // namespace SoundFixtures

@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <csignal>
-#include <cstring>
 #include <numbers>
 #include <optional>
 
@@ -100,12 +99,8 @@ private:
     QList<float> samples()
     {
         m_bytes += m_process.readAllStandardOutput();
-        QList<float> all(m_bytes.size() / qsizetype(sizeof(float)));
-        if (all.isEmpty()) {
-            return all;
-        }
-        std::memcpy(all.data(), m_bytes.constData(), size_t(all.size()) * sizeof(float));
-        return all;
+        const auto* const first = reinterpret_cast<const float*>(m_bytes.constData());
+        return {first, first + m_bytes.size() / qsizetype(sizeof(float))};
     }
 
     static double loudness(const QList<float>& block, double frequency)

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include <Bench.h>
+#include <Files.h>
 #include <SoundFixtures.h>
 #include <pulse/simple.h>
 #include <unistd.h>
@@ -124,7 +125,7 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"tone.aif"_s);
-    SoundFixtures::write(path, SoundFixtures::aiff(440, 0.3));
+    Files::write(path, SoundFixtures::aiff(440, 0.3));
     measure(path);
     return 0;
 }

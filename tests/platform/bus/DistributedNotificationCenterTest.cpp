@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <NotificationRecorder.h>
 
 #include <csignal>
 
@@ -55,42 +56,32 @@ private Q_SLOTS:
 
     void ownPostsAreHeardOnceInOrderAndLater()
     {
-        QObject context;
-        QStringList heard;
-        m_center.addObserver(
-            &context, {}, u"order"_s, [&](const DistributedNotification& posted) { heard << posted.name; });
+        const NotificationRecorder heard(u"order"_s);
         QStringList names;
         for (int i = 0; i < 100; ++i) {
             names << QString::number(i);
             m_center.postNotification(names.last(), u"order"_s);
         }
         m_center.postNotification(u"other"_s, u"another object"_s);
-        QVERIFY(heard.isEmpty());
+        QVERIFY(heard.names().isEmpty());
         QSignalSpy others(this, &DistributedNotificationCenterTest::seenByOtherProcess);
         m_center.postNotification(u"end"_s, u"order"_s);
-        QTRY_VERIFY(heard.contains(u"end"_s));
-        QCOMPARE(heard, names << u"end"_s);
+        QTRY_VERIFY(heard.names().contains(u"end"_s));
+        QCOMPARE(heard.names(), names << u"end"_s);
         QTRY_VERIFY(!others.isEmpty() && others.last().first() == u"end"_s);
     }
 
     void userInfoKeepsItsTypes()
     {
-        auto info = PropertyList::Dictionary::create();
-        info->insert(u"text"_s, u"Grüße 😀"_s);
-        info->insert(u"number"_s, qint64(-5'000'000'000));
-        info->insert(u"real"_s, 0.5);
-        info->insert(u"flag"_s, true);
-        info->insert(u"data"_s, QByteArray("\0\x01", 2));
-        info->insert(u"list"_s, PropertyList::Array::create());
+        const auto info = PropertyList::Dictionary::create(
+            {{u"text"_s, u"Grüße 😀"_s}, {u"number"_s, qint64(-5'000'000'000)}, {u"real"_s, 0.5}, {u"flag"_s, true},
+                {u"data"_s, QByteArray("\0\x01", 2)}, {u"list"_s, PropertyList::Array::create()}});
         QSignalSpy others(this, &DistributedNotificationCenterTest::seenByOtherProcess);
-        QObject context;
-        PropertyList::DictionaryPointer own;
-        m_center.addObserver(
-            &context, u"typed"_s, {}, [&](const DistributedNotification& posted) { own = posted.userInfo; });
+        const NotificationRecorder own(QString{});
         m_center.postNotification(u"typed"_s, u"object"_s, info);
         info->insert(u"text"_s, u"changed afterwards"_s);
-        QTRY_VERIFY(own && !others.isEmpty());
-        QCOMPARE(own->value(u"text").string(), u"Grüße 😀"_s);
+        QTRY_VERIFY(own.last(u"typed"_s).userInfo && !others.isEmpty());
+        QCOMPARE(own.last(u"typed"_s).userInfo->value(u"text").string(), u"Grüße 😀"_s);
         const QVariantMap expected{{u"text"_s, u"Grüße 😀"_s}, {u"number"_s, qint64(-5'000'000'000)}, {u"real"_s, 0.5},
             {u"flag"_s, true}, {u"data"_s, QByteArray("\0\x01", 2)}};
         QCOMPARE(others.last().at(2).toMap(), expected);
@@ -98,19 +89,17 @@ private Q_SLOTS:
 
     void signalsOfOthersArriveAndMalformedOnesDoNot()
     {
-        QObject context;
-        QList<DistributedNotification> heard;
-        m_center.addObserver(&context, {}, {}, [&](const DistributedNotification& posted) { heard << posted; });
+        const NotificationRecorder heard(QString{});
         m_otherProcess.send(signal({}));
         m_otherProcess.send(signal({u"bad"_s, 5}));
         m_otherProcess.send(signal({u"bad"_s, u"object"_s, u"no dictionary"_s}));
         const QVariantMap info{{u"Phrase"_s, u"new"_s}, {u"Count"_s, uint(7)}, {u"odd"_s, QStringList{u"x"_s}}};
         m_otherProcess.send(signal({u"good"_s, u"object"_s, info}));
-        QTRY_COMPARE(heard.size(), 1);
-        QCOMPARE(heard.first().name, u"good");
-        QCOMPARE(heard.first().userInfo->value(u"Phrase").string(), u"new");
-        QCOMPARE(heard.first().userInfo->value(u"Count").integerValue(), 7);
-        QVERIFY(!heard.first().userInfo->contains(u"odd"));
+        QTRY_COMPARE(heard.names(), QStringList{u"good"_s});
+        const auto heardInfo = heard.last(u"good"_s).userInfo;
+        QCOMPARE(heardInfo->value(u"Phrase").string(), u"new");
+        QCOMPARE(heardInfo->value(u"Count").integerValue(), 7);
+        QVERIFY(!heardInfo->contains(u"odd"));
     }
 
     void serviceIsRegisteredWhileItsProgramHoldsTheName()
@@ -135,9 +124,7 @@ private Q_SLOTS:
     void hungBusHoldsUpNothingAndDoublesNothing()
     {
         QObject context;
-        QStringList heard;
-        m_center.addObserver(
-            &context, {}, u"hung"_s, [&](const DistributedNotification& posted) { heard << posted.name; });
+        const NotificationRecorder heard(u"hung"_s);
         ::kill(m_daemon, SIGSTOP);
         const auto resume = qScopeGuard([&] { ::kill(m_daemon, SIGCONT); });
         QElapsedTimer timer;
@@ -145,12 +132,12 @@ private Q_SLOTS:
         m_center.postNotification(u"during"_s, u"hung"_s);
         bool answered = false;
         ServiceRegistry::isRegistered(u"com.example.Service"_s, &context, [&](bool) { answered = true; });
-        QVERIFY(timer.elapsed() < 50);
-        QTRY_VERIFY(answered && heard == QStringList{u"during"_s});
+        QCOMPARE_LT(timer.elapsed(), 50);
+        QTRY_VERIFY(answered && heard.names() == QStringList{u"during"_s});
         ::kill(m_daemon, SIGCONT);
         m_center.postNotification(u"after"_s, u"hung"_s);
-        QTRY_VERIFY(heard.contains(u"after"_s));
-        QCOMPARE(heard, (QStringList{u"during"_s, u"after"_s}));
+        QTRY_VERIFY(heard.names().contains(u"after"_s));
+        QCOMPARE(heard.names(), (QStringList{u"during"_s, u"after"_s}));
     }
 
     void processStartsPostsAndEndsWhateverTheBusDoes_data()
@@ -178,7 +165,7 @@ private Q_SLOTS:
         timer.start();
         probe.start(QStringLiteral(NOTIFICATION_PROBE));
         QVERIFY(probe.waitForFinished(5000));
-        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE_LT(timer.elapsed(), 2000);
         const QList<QByteArray> told = probe.readAllStandardOutput().trimmed().split(' ');
         QCOMPARE(told.first(), "abc");
         QVERIFY2(told.last().toInt() < 50, told.last().constData());
@@ -187,16 +174,13 @@ private Q_SLOTS:
     /// The last one, since there is no bus afterwards.
     void deathOfTheBusLosesNothing()
     {
-        QObject context;
-        QStringList heard;
-        m_center.addObserver(
-            &context, {}, u"dead"_s, [&](const DistributedNotification& posted) { heard << posted.name; });
+        const NotificationRecorder heard(u"dead"_s);
         m_center.postNotification(u"before"_s, u"dead"_s);
         ::kill(m_daemon, SIGKILL);
         m_center.postNotification(u"during"_s, u"dead"_s);
-        QTRY_COMPARE(heard, (QStringList{u"before"_s, u"during"_s}));
+        QTRY_COMPARE(heard.names(), (QStringList{u"before"_s, u"during"_s}));
         m_center.postNotification(u"after"_s, u"dead"_s);
-        QTRY_COMPARE(heard.size(), 3);
+        QTRY_COMPARE(heard.names().size(), 3);
     }
 };
 

@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QLocale>
 #include <QTest>
-#include <QTimeZone>
 
 #include <DataTable.h>
 

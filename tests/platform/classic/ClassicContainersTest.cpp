@@ -37,8 +37,7 @@ private Q_SLOTS:
     {
         QCOMPARE(MacRoman::encode(u"e\u0301\u00A4"), QByteArray("\x8E\xDB"));
         QVERIFY(!MacRoman::encode(u"日本"));
-        QCOMPARE(MacRoman::encodePascalString(u"btw"), QByteArray("\x03"
-                                                                  "btw"));
+        QCOMPARE(MacRoman::encodePascalString(u"btw"), QByteArray("\3btw"));
         QVERIFY(MacRoman::encodePascalString(QString(255, u'x')));
         QVERIFY(!MacRoman::encodePascalString(QString(256, u'x')));
     }
@@ -175,20 +174,11 @@ private Q_SLOTS:
         QCOMPARE(target->name, u"a.wav"_s);
     }
 
-    void bookmarkWithAStrangeComponentIsRefused_data()
-    {
-        const DataTable<QByteArray> row("component");
-
-        row("up", "..");
-        row("slash", "a/b");
-        row("empty", {});
-        row("NUL", QByteArray("a\0b", 3));
-    }
-
     void bookmarkWithAStrangeComponentIsRefused()
     {
-        QFETCH(QByteArray, component);
-        QVERIFY(!Bookmark::parse(bookmarkFile({"srv", component})));
+        for (const QByteArray& component : {".."_ba, "a/b"_ba, ""_ba, "a\0b"_ba}) {
+            QVERIFY2(!Bookmark::parse(bookmarkFile({"srv", component})), component.constData());
+        }
     }
 };
 

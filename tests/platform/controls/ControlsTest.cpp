@@ -15,7 +15,6 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>

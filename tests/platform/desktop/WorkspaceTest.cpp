@@ -15,17 +15,12 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 
 using namespace Qt::StringLiterals;
+using Files::write;
 
 namespace {
-
-void put(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
 
 QString applicationsFolder()
 {
@@ -97,14 +92,15 @@ private Q_SLOTS:
         qputenv("XDG_DATA_DIRS", m_folder.path().toUtf8());
         const QString shared = m_folder.filePath(u"applications/"_s);
         const QByteArray head = "[Desktop Entry]\nType=Application\nExec=x\n";
-        put(shared + u"beta.desktop"_s, head + "Name=Beta\n[Other]\nName=Wrong\nNoDisplay=true\n");
-        put(shared + u"sub/alpha.desktop"_s, "# comment\n" + head + "Name=Alpha\\sOne\nName[de]=Ah\nName[de_AT]=Oh\n");
-        put(shared + u"hidden.desktop"_s, head + "Name=Hidden\nNoDisplay=true\n");
-        put(shared + u"deleted.desktop"_s, head + "Name=Deleted\n");
-        put(applicationsFolder() + u"/deleted.desktop"_s, "[Desktop Entry]\nHidden=true\n");
-        put(shared + u"other.desktop"_s, head + "Name=Other\nOnlyShowIn=Elsewhere;\n");
-        put(shared + u"link.desktop"_s, "[Desktop Entry]\nType=Link\nName=Link\n");
-        put(shared + u"garbage.desktop"_s, QByteArray("\0\xff[=\n=]", 7));
+        write(shared + u"beta.desktop"_s, head + "Name=Beta\n[Other]\nName=Wrong\nNoDisplay=true\n");
+        write(
+            shared + u"sub/alpha.desktop"_s, "# comment\n" + head + "Name=Alpha\\sOne\nName[de]=Ah\nName[de_AT]=Oh\n");
+        write(shared + u"hidden.desktop"_s, head + "Name=Hidden\nNoDisplay=true\n");
+        write(shared + u"deleted.desktop"_s, head + "Name=Deleted\n");
+        write(applicationsFolder() + u"/deleted.desktop"_s, "[Desktop Entry]\nHidden=true\n");
+        write(shared + u"other.desktop"_s, head + "Name=Other\nOnlyShowIn=Elsewhere;\n");
+        write(shared + u"link.desktop"_s, "[Desktop Entry]\nType=Link\nName=Link\n");
+        write(shared + u"garbage.desktop"_s, QByteArray("\0\xff[=\n=]", 7));
         QStringList names;
         for (const auto& entry : DesktopApplications::installed()) {
             names << entry.name;
@@ -125,9 +121,9 @@ private Q_SLOTS:
         red.fill(Qt::red);
         QVERIFY(red.save(picture));
         const QString entry = m_folder.filePath(u"icon.desktop"_s);
-        put(entry, "[Desktop Entry]\nType=Application\nName=Icon\nIcon=" + picture.toUtf8());
+        write(entry, "[Desktop Entry]\nType=Application\nName=Icon\nIcon=" + picture.toUtf8());
         const QString bundle = m_folder.filePath(u"Some.app"_s);
-        put(bundle + u"/Contents/Info.plist"_s,
+        write(bundle + u"/Contents/Info.plist"_s,
             "<plist version=\"1.0\"><dict><key>CFBundleIconFile</key><string>face</string></dict></plist>");
         QDir().mkpath(bundle + u"/Contents/Resources"_s);
         QVERIFY(QFile::copy(picture, bundle + u"/Contents/Resources/face.png"_s));
@@ -179,7 +175,7 @@ private Q_SLOTS:
         for (const auto& [language, translation] : {std::pair{"de", "Klang"}, std::pair{"en", "English sound"}}) {
             const QString base =
                 m_folder.filePath(u"pane/Contents/Resources/%1.lproj/Localizable"_s.arg(QString::fromLatin1(language)));
-            put(base + u".ts"_s,
+            write(base + u".ts"_s,
                 QByteArray("<TS version=\"2.1\" language=\"") + language +
                     "\"><context><name>com.example.bundle</name><message><source>Sound</source><translation>" +
                     translation + "</translation></message></context></TS>");

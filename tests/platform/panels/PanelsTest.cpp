@@ -3,39 +3,21 @@
 #include <platform/panels/SavePanel.h>
 
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <ClassicFixtures.h>
 #include <DataTable.h>
+#include <Files.h>
 #include <ModalDriver.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void write(const QString& path, const QByteArray& bytes = "x")
-{
-    QFile file(path);
-    QVERIFY(file.open(QFile::WriteOnly));
-    file.write(bytes);
-}
-
-/// The first bytes of an AppleDouble companion whose Finder information says @p type.
-QByteArray finderInformation(const QByteArray& type)
-{
-    const QByteArray header = QByteArray::fromHex("0005160700020000") + QByteArray(16, '\0') +
-                              QByteArray::fromHex("0001"
-                                                  "00000009"
-                                                  "00000026"
-                                                  "00000020");
-    return header + type + QByteArray(28, '\0');
-}
 
 QModelIndex rowCalled(QWidget* panel, const QString& name)
 {
@@ -76,37 +58,36 @@ private Q_SLOTS:
     void init()
     {
         m_folder = std::make_unique<QTemporaryDir>();
-        write(m_folder->filePath(u"boing.AIFF"_s));
-        write(m_folder->filePath(u"notes.txt"_s));
-        write(m_folder->filePath(u"suitcase"_s));
-        write(m_folder->filePath(u"._suitcase"_s), finderInformation("SFIL"));
+        Files::write(m_folder->filePath(u"boing.AIFF"_s), "x");
+        Files::write(m_folder->filePath(u"notes.txt"_s), "x");
+        Files::write(m_folder->filePath(u"suitcase"_s), "x");
+        Files::write(
+            m_folder->filePath(u"._suitcase"_s), ClassicFixtures::appleDouble(ClassicFixtures::finderInfo("SFIL"), {}));
         QVERIFY(QDir(m_folder->path()).mkdir(u"Sounds"_s));
     }
 
     void alertAnswersItsButtons_data()
     {
-        const DataTable<ModalDriver::Act, Alert::Dismissal, int> row("act", "dismissal", "answer");
+        const DataTable<int, Alert::Dismissal, ModalDriver::Act> row("answer", "dismissal", "act");
         const auto pressing = [](Qt::Key key) { return [key](QWidget* alert) { QTest::keyClick(alert, key); }; };
         const auto answered = Alert::Dismissal::AnswersAlternate;
-        row("default", ModalDriver::click(u"Remove"_s), answered, 1);
-        row("alternate", ModalDriver::click(u"Cancel"_s), answered, 0);
-        row("Return", pressing(Qt::Key_Return), answered, 1);
-        row("Escape", pressing(Qt::Key_Escape), answered, 0);
-        row(
-            "closing", [](QWidget* alert) { alert->close(); }, answered, 0);
-        const auto insist = [pressing](QWidget* alert) {
+        row("default", 1, answered, ModalDriver::click(u"Remove"_s));
+        row("alternate", 0, answered, ModalDriver::click(u"Cancel"_s));
+        row("Return", 1, answered, pressing(Qt::Key_Return));
+        row("Escape", 0, answered, pressing(Qt::Key_Escape));
+        row("closing", 0, answered, [](QWidget* alert) { alert->close(); });
+        row("Escape and closing are refused", 1, Alert::Dismissal::IsRefused, [pressing](QWidget* alert) {
             pressing(Qt::Key_Escape)(alert);
             alert->close();
             pressing(Qt::Key_Return)(alert);
-        };
-        row("Escape and closing are refused", insist, Alert::Dismissal::IsRefused, 1);
+        });
     }
 
     void alertAnswersItsButtons()
     {
-        const auto [act, dismissal] = currentRow<ModalDriver::Act, Alert::Dismissal>();
+        const auto [answer, dismissal, act] = currentRow<int, Alert::Dismissal, ModalDriver::Act>();
         const ModalDriver driver(act);
-        QTEST(Alert::runAlertPanel(nullptr, u"Confirm"_s, u"Sure?"_s, u"Remove"_s, u"Cancel"_s, dismissal), "answer");
+        QCOMPARE(Alert::runAlertPanel(nullptr, u"Confirm"_s, u"Sure?"_s, u"Remove"_s, u"Cancel"_s, dismissal), answer);
         QVERIFY(driver.wasAnswered());
     }
 
@@ -205,9 +186,8 @@ private Q_SLOTS:
     void applicationsFolderListsTheDesktopsApplications()
     {
         const QString folder = QDir::homePath() + u"/.local/share/applications"_s;
-        QVERIFY(QDir().mkpath(folder));
         for (const QByteArray name : {"Fine Edge", "Fine Editor", "Other"}) {
-            write(folder + u'/' + QString::fromLatin1(name) + u".desktop",
+            Files::write(folder + u'/' + QString::fromLatin1(name) + u".desktop",
                 "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=true\n");
         }
         const ModalDriver driver([](QWidget* modal) {

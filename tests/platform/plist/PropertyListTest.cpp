@@ -126,11 +126,7 @@ private Q_SLOTS:
         row("old style: bare path", "/a/b:c.d_$-e", "<string>/a/b:c.d_$-e</string>");
         row("old style: Mac OS Roman", "'\x8E'", "<string>\xC3\xA9</string>");
         row("old style: UTF-16", QByteArray("\xFE\xFF\0(\0)", 6), "<array/>");
-        row("binary: one pair",
-            binaryFile({"\xD1\x01\x02",
-                "\x51"
-                "a",
-                "\x10\xFF"}),
+        row("binary: one pair", binaryFile({"\xD1\x01\x02", "\x51\x61", "\x10\xFF"}),
             "<dict><key>a</key><integer>255</integer></dict>");
         row("binary: float, UTF-16 and UTF-8",
             binaryFile(
@@ -197,8 +193,7 @@ private Q_SLOTS:
         row("binary: reference to nothing", binaryFile({"\xA1\x05"}));
         row("binary: array that contains itself", binaryFile({QByteArray("\xA1\0", 2)}));
         row("binary: number as a key", binaryFile({"\xD1\x01\x01", "\x10\x01"}));
-        row("binary: text beyond the end", binaryFile({"\x5E"
-                                                       "a"}));
+        row("binary: text beyond the end", binaryFile({"\x5E\x61"}));
         row("binary: giant count", binaryFile({"\xAF\x13\x7F" + QByteArray(7, '\xFF')}));
         row("binary: giant UTF-16 text", binaryFile({"\x6F\x13\x80" + QByteArray(7, '\0')}));
         row("binary: date that is no number", binaryFile({QByteArray("\x33\x7F\xF8\0\0\0\0\0\0", 9)}));

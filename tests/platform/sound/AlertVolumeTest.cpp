@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 #include <pulse/context.h>
@@ -27,7 +28,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         const QString path = m_folder.filePath(u"alert.wav"_s);
-        SoundFixtures::write(path, SoundFixtures::wave(440, 250));
+        Files::write(path, SoundFixtures::wave(440, 250));
         m_alert.start(u"paplay"_s, {u"--property=media.role=event"_s, path});
         QTRY_VERIFY(!streamIndex().isEmpty());
     }
@@ -133,7 +134,7 @@ private Q_SLOTS:
             QCOMPARE(AlertVolume::getSysBeepVolume().level, 0x00800080U);
             AlertVolume::setSysBeepVolume(0x00C000C0);
         }
-        QVERIFY(timer.elapsed() < 200);
+        QCOMPARE_LT(timer.elapsed(), 200);
         QVERIFY(SoundServerControl::signalServer(SIGCONT));
         QTRY_COMPARE(AlertVolume::getSysBeepVolume().level, 0x00C000C0U);
     }

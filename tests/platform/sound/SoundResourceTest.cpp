@@ -1,18 +1,12 @@
+#include <platform/sound/SoundDecoder.h>
 #include <platform/sound/SoundResource.h>
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <ClassicFixtures.h>
 #include <DataTable.h>
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-}
-
 #include <cmath>
-#include <memory>
 
 using namespace ClassicFixtures;
 using namespace Qt::StringLiterals;
@@ -20,18 +14,6 @@ using namespace Qt::StringLiterals;
 using Samples = std::vector<qint16>;
 
 namespace {
-
-/// A sound header that plays once, behind the one command of soundResource().
-QByteArray play(const QByteArray& header)
-{
-    return soundResource({QByteArray::fromHex("8051 0000 00000014")}, header);
-}
-
-QByteArray extendedHeader(quint32 channels, quint32 frames, quint16 bits, const QByteArray& samples)
-{
-    return zeros(4) + big(channels) + QByteArray::fromHex("AC440000") + zeros(8) + QByteArray::fromHex("FF3C") +
-           big(frames) + zeros(22) + big(bits) + zeros(14) + samples;
-}
 
 QByteArray compressedHeader(const QByteArray& format, qint16 compression, quint32 channels, quint32 packets,
     const QByteArray& data, quint16 bits = 16)
@@ -52,51 +34,17 @@ Samples pcmOf(const QByteArray& resource)
     return pcm ? pcm->samples : Samples();
 }
 
-/// What the media library decodes from a whole file, every sample as a floating-point number of full scale 1.
+/// What the media library decodes from a whole file.
 std::vector<double> decodedByLibrary(const QByteArray& file)
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(u"wrapped.aifc"_s);
-    AVFormatContext* opened = nullptr;
-    if (!writeFile(path, file) || avformat_open_input(&opened, path.toUtf8().constData(), nullptr, nullptr) < 0) {
-        return {};
-    }
-    const std::unique_ptr<AVFormatContext, void (*)(AVFormatContext*)> format(
-        opened, [](AVFormatContext* context) { avformat_close_input(&context); });
-    const AVCodecParameters* parameters = format->streams[0]->codecpar;
-    const std::unique_ptr<AVCodecContext, void (*)(AVCodecContext*)> codec(
-        avcodec_alloc_context3(avcodec_find_decoder(parameters->codec_id)),
-        [](AVCodecContext* context) { avcodec_free_context(&context); });
-    avcodec_parameters_to_context(codec.get(), parameters);
-    avcodec_open2(codec.get(), nullptr, nullptr);
-    const std::unique_ptr<AVPacket, void (*)(AVPacket*)> packet(
-        av_packet_alloc(), [](AVPacket* p) { av_packet_free(&p); });
-    const std::unique_ptr<AVFrame, void (*)(AVFrame*)> frame(av_frame_alloc(), [](AVFrame* f) { av_frame_free(&f); });
+    const auto decoder = SoundDecoder::openBytes(file);
     std::vector<double> samples;
-    while (av_read_frame(format.get(), packet.get()) >= 0) {
-        avcodec_send_packet(codec.get(), packet.get());
-        while (avcodec_receive_frame(codec.get(), frame.get()) >= 0) {
-            const int channels = codec->ch_layout.nb_channels;
-            const bool planar = av_sample_fmt_is_planar(codec->sample_fmt) != 0;
-            for (int i = 0; i < frame->nb_samples * channels; ++i) {
-                const uint8_t* plane = frame->extended_data[planar ? i % channels : 0];
-                const int at = planar ? i / channels : i;
-                switch (av_get_packed_sample_fmt(codec->sample_fmt)) {
-                case AV_SAMPLE_FMT_S16:
-                    samples.push_back(reinterpret_cast<const qint16*>(plane)[at] / 32768.0);
-                    break;
-                case AV_SAMPLE_FMT_S32:
-                    samples.push_back(reinterpret_cast<const qint32*>(plane)[at] / 2147483648.0);
-                    break;
-                case AV_SAMPLE_FMT_FLT:
-                    samples.push_back(double(reinterpret_cast<const float*>(plane)[at]));
-                    break;
-                default:
-                    samples.push_back(reinterpret_cast<const double*>(plane)[at]);
-                }
-            }
+    while (decoder) {
+        const std::span<const float> next = (*decoder)->nextSamples();
+        if (next.empty()) {
+            break;
         }
-        av_packet_unref(packet.get());
+        samples.insert(samples.end(), next.begin(), next.end());
     }
     return samples;
 }

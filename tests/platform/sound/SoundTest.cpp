@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 #include <sys/stat.h>
@@ -61,7 +62,7 @@ private Q_SLOTS:
         QVERIFY(!sound->play());
         QVERIFY(finished.wait());
         QCOMPARE(finished.first().first().toBool(), true);
-        QVERIFY(!sound->isPlaying());
+        QVERIFY(!sound->isPlaying() && !SoundServerControl::hasStreams());
         QTRY_VERIFY(recording.secondsOf(440) > 0.36);
 
         QVERIFY(sound->play());
@@ -104,7 +105,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         QVERIFY(!Sound::soundWithContentsOfFile(path));
-        QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE_LT(timer.elapsed(), 3000);
     }
 
     void overlappingSoundsAreBothHeard()
@@ -126,6 +127,7 @@ private Q_SLOTS:
         sound->play();
         QTRY_VERIFY(recording.secondsOf(440) > 0.2);
         sound->stop();
+        const double heard = recording.secondsOf(440);
         QVERIFY(!sound->isPlaying());
         QVERIFY(finished.wait());
         QCOMPARE(finished.first().first().toBool(), false);
@@ -133,7 +135,7 @@ private Q_SLOTS:
         const auto marker = tone(2000, 1);
         marker->play();
         QTRY_VERIFY(recording.secondsOf(2000) > 0.5);
-        QVERIFY(recording.secondsOf(440) < 3);
+        QVERIFY(recording.secondsOf(440) < heard + 0.4);
     }
 
     void destroyedSoundFallsSilent()
@@ -144,15 +146,6 @@ private Q_SLOTS:
         QTRY_VERIFY(recording.secondsOf(440) > 0.2);
         sound.reset();
         QTRY_VERIFY(!SoundServerControl::hasStreams());
-    }
-
-    void holdsNoStreamWhenNothingPlays()
-    {
-        const auto sound = tone(440, 0.2);
-        QSignalSpy finished(sound.get(), &Sound::finished);
-        sound->play();
-        QVERIFY(finished.wait());
-        QVERIFY(!SoundServerControl::hasStreams());
     }
 
     void nextPlayIsHeardAfterTheOutputIsGone_data()
@@ -196,10 +189,14 @@ private Q_SLOTS:
         third->play();
         playing->stop();
         third.reset();
-        QVERIFY2(timer.elapsed() < promptMilliseconds, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE_LT(timer.elapsed(), promptMilliseconds);
         QVERIFY(finished.wait(4000));
         QCOMPARE(finished.first().first().toBool(), false);
         QVERIFY(!other->isPlaying());
+
+        timer.start();
+        QVERIFY(!SoundResourcePlayer::playSynchronously(SoundFixtures::soundResource(440, 0.5)));
+        QCOMPARE_LT(timer.elapsed(), 2000);
     }
 
     void resourceIsPlayedToItsEndBeforeTheCallReturns()
@@ -208,25 +205,16 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         QVERIFY(SoundResourcePlayer::playSynchronously(SoundFixtures::soundResource(440, 0.5)));
-        QVERIFY(timer.elapsed() >= 500);
+        QCOMPARE_GE(timer.elapsed(), 500);
         QTRY_VERIFY(recording.secondsOf(440) > 0.45);
         QVERIFY(!SoundResourcePlayer::playSynchronously("no resource"));
-    }
-
-    void resourceGivesUpOnAHungServer()
-    {
-        QVERIFY(SoundServerControl::signalServer(SIGSTOP));
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(!SoundResourcePlayer::playSynchronously(SoundFixtures::soundResource(440, 0.5)));
-        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     }
 
 private:
     QString file(const QString& name, const QByteArray& bytes) const
     {
         const QString path = m_folder->filePath(name);
-        SoundFixtures::write(path, bytes);
+        Files::write(path, bytes);
         return path;
     }
 

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -14,20 +15,10 @@
 #include <csignal>
 
 using namespace Qt::StringLiterals;
+using Files::contents;
+using Files::write;
 
 namespace {
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
-void put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
 
 /// Another process that writes the file over and over, and ends with 1 when it cannot.
 pid_t startWriting(const QString& path, qsizetype size)
@@ -85,7 +76,7 @@ private Q_SLOTS:
 
     void replacedFileKeepsPermissionsAndLink()
     {
-        put(m_path, "old and longer");
+        write(m_path, "old and longer");
         ::chmod(QFile::encodeName(m_path).constData(), 0604);
         const QString link = m_folder.filePath(u"link"_s);
         QVERIFY(QFile::link(u"document"_s, link));
@@ -108,7 +99,7 @@ private Q_SLOTS:
     void failureLeavesEverythingAsItWas()
     {
         QFETCH(const QString, name);
-        put(m_path, "old");
+        write(m_path, "old");
         QDir(m_folder.path()).mkdir(u"folder"_s);
         QFile::link(u"circle"_s, m_folder.filePath(u"circle"_s));
         ::mkfifo(QFile::encodeName(m_folder.filePath(u"pipe"_s)).constData(), 0600);
@@ -123,7 +114,7 @@ private Q_SLOTS:
 
     void fullDiskLeavesTheOldFile()
     {
-        put(m_path, "old");
+        write(m_path, "old");
         rlimit limit = {};
         ::getrlimit(RLIMIT_FSIZE, &limit);
         const rlimit tight{.rlim_cur = 4096, .rlim_max = limit.rlim_max};
@@ -139,7 +130,7 @@ private Q_SLOTS:
     void leftoversOfKilledProcessesAreRemoved()
     {
         const QString similar = m_folder.filePath(u".blipsy-notes.tmp"_s);
-        put(similar, "the user's own");
+        write(similar, "the user's own");
         const QStringList filter{u".blipsy-*"_s};
         const auto leftovers = [&] { return QDir(m_folder.path()).entryList(filter, QDir::Files | QDir::Hidden); };
         QTRY_VERIFY(leftovers().size() > 2 || [&] {

@@ -1,6 +1,5 @@
 #include <platform/storage/Preferences.h>
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLockFile>
@@ -8,6 +7,7 @@
 #include <QTest>
 
 #include <DataTable.h>
+#include <Files.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Value;
@@ -20,25 +20,19 @@ const QString domain = u"com.example.shared"_s;
 void replaceFile(const QByteArray& bytes)
 {
     const QString path = Preferences::filePath(domain);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path + u".new"_s);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    file.close();
+    Files::write(path + u".new"_s, bytes);
     QFile::remove(path);
-    QVERIFY(file.rename(path));
+    QVERIFY(QFile::rename(path + u".new"_s, path));
 }
 
 QByteArray plist(const QString& key, const Value& value)
 {
-    auto root = PropertyList::Dictionary::create();
-    root->insert(key, value);
-    return PropertyList::write(root);
+    return PropertyList::write(PropertyList::Dictionary::create({{key, value}}));
 }
 
 QByteArray stored()
 {
-    QFile file(Preferences::filePath(domain));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return Files::contents(Preferences::filePath(domain));
 }
 
 } // namespace
@@ -123,7 +117,7 @@ private Q_SLOTS:
             Preferences::setValue(u"Count"_s, i, domain);
             QVERIFY(!Preferences::synchronize(domain));
         }
-        QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE_LT(timer.elapsed(), 100);
         QCOMPARE(Preferences::copyValue(u"Count"_s, domain).integerValue(), 4);
         QFile file(lock.fileName());
         QVERIFY(file.open(QIODevice::ReadWrite));
@@ -136,8 +130,7 @@ private Q_SLOTS:
     void leftoversOfKilledProcessesStopNothing()
     {
         for (const QString& name : {u"com.example.shared.plist.lock"_s, u".blipsy-0123456789xyz.tmp"_s}) {
-            QFile file(QFileInfo(Preferences::filePath(domain)).dir().filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
+            Files::write(QFileInfo(Preferences::filePath(domain)).dir().filePath(name), {});
         }
         Preferences::setValue(u"Key"_s, u"stored"_s, domain);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"locked by another process"_s));
