@@ -59,7 +59,7 @@ private:
     bool readCString(Item& item);
     bool readReference(Entry::Kind kind, size_t& number);
 
-    bool spend(size_t steps)
+    bool countSteps(size_t steps)
     {
         m_steps += steps;
         return m_steps <= maximumSteps || m_input.fail(u"values are repeated too often");
@@ -119,7 +119,7 @@ bool Reader::readType(std::string_view& encoding, std::vector<Item>& items, int 
 {
     const char type = encoding.front();
     encoding.remove_prefix(1);
-    if (!spend(1)) {
+    if (!countSteps(1)) {
         return false;
     }
     if (type == '!') {
@@ -137,7 +137,7 @@ bool Reader::readType(std::string_view& encoding, std::vector<Item>& items, int 
     if (!inner) {
         return m_input.fail(u"a type with a bracket that has no end");
     }
-    if (!spend(inner->size())) {
+    if (!countSteps(inner->size())) {
         return false;
     }
     if (type == '[') {
@@ -150,7 +150,7 @@ bool Reader::readType(std::string_view& encoding, std::vector<Item>& items, int 
 bool Reader::readArray(std::string_view inner, std::vector<Item>& items, int depth)
 {
     qint64 count = 0;
-    while (!inner.empty() && inner.front() >= '0' && inner.front() <= '9' && count <= m_input.rest()) {
+    while (!inner.empty() && inner.front() >= '0' && inner.front() <= '9' && count <= m_input.remaining()) {
         count = count * 10 + (inner.front() - '0');
         inner.remove_prefix(1);
     }
@@ -162,11 +162,11 @@ bool Reader::readArray(std::string_view inner, std::vector<Item>& items, int dep
         items.emplace_back(std::move(bytes));
         return true;
     }
-    if (count > m_input.rest()) {
+    if (count > m_input.remaining()) {
         return m_input.fail(u"an array reaches beyond the end");
     }
     for (qint64 i = 0; i < count; ++i) {
-        if (!spend(1) || !readTypes(inner, items, depth)) {
+        if (!countSteps(1) || !readTypes(inner, items, depth)) {
             return false;
         }
     }

@@ -103,7 +103,7 @@ bool Input::readReference(size_t tableSize, size_t& number)
 
 bool Input::readRaw(qint64 length, QByteArray& bytes)
 {
-    if (length < 0 || length > rest()) {
+    if (length < 0 || length > remaining()) {
         return fail(u"a length beyond the end");
     }
     bytes = m_bytes.sliced(m_at, length).toByteArray();

@@ -27,7 +27,7 @@ public:
     bool hasByte() const { return m_at < m_bytes.size(); }
 
     /// The number of bytes not read yet.
-    qsizetype rest() const { return m_bytes.size() - m_at; }
+    qsizetype remaining() const { return m_bytes.size() - m_at; }
 
     /// The signature, which tells the byte order, and the version of the system that wrote the archive.
     bool readHeader();
@@ -50,7 +50,7 @@ public:
     template <typename Number>
     bool readFixed(Number& number)
     {
-        if (rest() < qsizetype(sizeof(Number))) {
+        if (remaining() < qsizetype(sizeof(Number))) {
             return fail(u"the archive is cut off");
         }
         const char* at = m_bytes.data() + m_at;

@@ -24,24 +24,24 @@ constexpr auto charsets =
     std::to_array<Charset>({{77, 10000}, {128, 932}, {129, 949}, {134, 936}, {136, 950}, {161, 1253}, {162, 1254},
         {163, 1258}, {177, 1255}, {178, 1256}, {186, 1257}, {204, 1251}, {222, 874}, {238, 1250}});
 
-struct Known
+struct NamedPage
 {
     int number;
     const char* name;
     bool multiByte;
 };
 
-constexpr auto knownPages = std::to_array<Known>({{westernNumber, "windows-1252", false}, {10000, "macintosh", false},
-    {437, "IBM437", false}, {850, "IBM850", false}, {874, "windows-874", false}, {932, "Shift_JIS", true},
-    {936, "GBK", true}, {949, "windows-949", true}, {950, "Big5", true}, {1250, "windows-1250", false},
-    {1251, "windows-1251", false}, {1253, "windows-1253", false}, {1254, "windows-1254", false},
-    {1255, "windows-1255", false}, {1256, "windows-1256", false}, {1257, "windows-1257", false},
-    {1258, "windows-1258", false}, {65001, "UTF-8", true}});
+constexpr auto namedPages = std::to_array<NamedPage>({{westernNumber, "windows-1252", false},
+    {10000, "macintosh", false}, {437, "IBM437", false}, {850, "IBM850", false}, {874, "windows-874", false},
+    {932, "Shift_JIS", true}, {936, "GBK", true}, {949, "windows-949", true}, {950, "Big5", true},
+    {1250, "windows-1250", false}, {1251, "windows-1251", false}, {1253, "windows-1253", false},
+    {1254, "windows-1254", false}, {1255, "windows-1255", false}, {1256, "windows-1256", false},
+    {1257, "windows-1257", false}, {1258, "windows-1258", false}, {65001, "UTF-8", true}});
 
-const Known& knownPage(int number)
+const NamedPage& namedPage(int number)
 {
-    const auto* const found = std::ranges::find(knownPages, number, &Known::number);
-    return found == std::end(knownPages) ? knownPages[0] : *found;
+    const auto* const found = std::ranges::find(namedPages, number, &NamedPage::number);
+    return found == std::end(namedPages) ? namedPages[0] : *found;
 }
 
 } // namespace
@@ -61,7 +61,7 @@ const CodePage& CodePage::numbered(int number)
 {
     static std::map<const char*, std::unique_ptr<CodePage>> pages;
 
-    const Known& known = knownPage(number);
+    const NamedPage& known = namedPage(number);
     std::unique_ptr<CodePage>& page = pages[known.name];
     if (!page) {
         page.reset(new CodePage(known.name, known.multiByte));

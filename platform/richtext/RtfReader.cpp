@@ -149,37 +149,6 @@ bool Reader::skipsFallback(Token& token)
     return token.text.isEmpty();
 }
 
-void Reader::handleSymbol(char symbol)
-{
-    switch (symbol) {
-    case '*':
-        m_starred = true;
-        return;
-    case '\n':
-        append(u"\n");
-        return;
-    case '~':
-        append(u"\u00A0");
-        return;
-    case '_':
-        append(u"\u2011");
-        return;
-    case '-':
-        append(u"\u00AD");
-        return;
-    case '\t':
-        append(u"\t");
-        return;
-    case '\\':
-    case '{':
-    case '}':
-        append(QString(QLatin1Char(symbol)));
-        return;
-    default:
-        return;
-    }
-}
-
 void Reader::beginField()
 {
     m_fields.emplace_back();

@@ -285,6 +285,14 @@ const Reader::Words::Word* Reader::Words::find(std::string_view name)
         {"par", anywhere, symbol<u'\n'>},
         {"sect", anywhere, symbol<u'\n'>},
         {"row", anywhere, symbol<u'\n'>},
+        {"\n", anywhere, symbol<u'\n'>},
+        {"\t", anywhere, symbol<u'\t'>},
+        {"\\", anywhere, symbol<u'\\'>},
+        {"{", anywhere, symbol<u'{'>},
+        {"}", anywhere, symbol<u'}'>},
+        {"~", anywhere, symbol<u'\u00A0'>},
+        {"_", anywhere, symbol<u'\u2011'>},
+        {"-", anywhere, symbol<u'\u00AD'>},
         {"line", anywhere, symbol<u'\u2028'>},
         {"page", anywhere, symbol<u'\f'>},
         {"tab", anywhere, symbol<u'\t'>},
@@ -318,6 +326,18 @@ const Reader::Words::Word* Reader::Words::find(std::string_view name)
     }();
     const auto found = byName.find(name);
     return found == byName.end() ? nullptr : found->second;
+}
+
+void Reader::handleSymbol(char symbol)
+{
+    if (symbol == '*') {
+        m_starred = true;
+        return;
+    }
+    flushBytes();
+    if (const Words::Word* const word = Words::find({&symbol, 1}); word != nullptr) {
+        word->effect(*this, {});
+    }
 }
 
 void Reader::handleWord(const Token& token)

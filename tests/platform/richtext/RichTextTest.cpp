@@ -170,6 +170,8 @@ private Q_SLOTS:
         row("font's own character set", "{\\fonttbl\\f0\\fcharset77 Geneva;\\f1\\fcharset204 Arial;}\\'8a\\f1\\'e4}",
             u"äд"_s);
         row("multi-byte character set", "{\\fonttbl{\\f0\\fcharset128 Osaka;}}\\f0\\'93\\'fa\\'96\\'7bA}", u"日本A"_s);
+        row("multi-byte text before a paragraph's end",
+            "{\\fonttbl{\\f0\\fcharset128 Osaka;}}\\f0\\'93\\'fa\\\n\\'96\\'7b}", u"日\n本"_s);
         row("Mac Roman document", "\\mac\\ansicpg10000 \\'8a\xAC}", u"ä¨"_s);
         row("unknown destination is skipped", "a{\\*\\unknown b{c}}{\\unknown d}e}", u"ade"_s);
         row("always skipped groups", "a{\\info{\\title b}}{\\stylesheet c}{\\pict 00ff}{\\xe d}e}", u"ae"_s);
