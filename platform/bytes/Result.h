@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <optional>
+#include <utility>
 
 /// Why there is no value, in words.
 struct Failure

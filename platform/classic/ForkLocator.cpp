@@ -150,20 +150,20 @@ private:
     /// Keeps the fork when it can be read. True when the search is over.
     bool take(QByteArray bytes, const QString& container, const QString& place)
     {
-        ResourceFork::ParseResult parsed = ResourceFork::parse(std::move(bytes));
-        if (!parsed.fork) {
-            m_result.damage = u"%1: resource fork at %2: %3"_s.arg(container, place, parsed.error);
+        Result<ResourceFork> fork = ResourceFork::parse(std::move(bytes));
+        if (!fork) {
+            m_result.damage = u"%1: resource fork at %2: %3"_s.arg(container, place, fork.error());
             qCWarning(lcForks).noquote() << m_result.damage;
             return false;
         }
-        if (!parsed.warnings.isEmpty()) {
+        if (!fork->warnings().isEmpty()) {
             qCWarning(lcForks).noquote() << u"%1: resource fork at %2: %3"_s.arg(
-                container, place, parsed.warnings.first());
+                container, place, fork->warnings().first());
         }
-        const bool isEmpty = parsed.fork->resources().empty();
+        const bool isEmpty = fork->resources().empty();
         auto& slot = isEmpty ? m_empty : m_result.found;
         if (!slot) {
-            slot = {std::move(*parsed.fork), container};
+            slot = {std::move(*fork), container};
         }
         return !isEmpty;
     }

@@ -68,33 +68,33 @@ quint64 countFromStored(quint16 stored)
 class ResourceFork::MapReader final
 {
 public:
-    MapReader(const BoundedBytes& map, quint64 dataOffset, ParseResult& result)
+    MapReader(const BoundedBytes& map, quint64 dataOffset, ResourceFork& fork)
         : m_map(map)
         , m_dataOffset(dataOffset)
-        , m_result(result)
+        , m_fork(fork)
         , m_typeList(map.big<quint16>(24))
         , m_nameList(map.big<quint16>(26))
     {
     }
 
-    bool read()
+    /// What is wrong with the map as a whole; empty when nothing is.
+    QString read()
     {
         if (m_typeList < mapHeaderSize || !m_map.contains(m_typeList, 2)) {
-            m_result.error = u"byte 24 of the map: the type list cannot lie at %1"_s.arg(m_typeList);
-            return false;
+            return u"byte 24 of the map: the type list cannot lie at %1"_s.arg(m_typeList);
         }
         const quint64 count = countFromStored(m_map.big<quint16>(m_typeList));
         for (quint64 i = 0; i < count; ++i) {
             const quint64 entry = m_typeList + 2 + i * typeEntrySize;
             if (!m_map.contains(entry, typeEntrySize)) {
-                m_result.warnings.append(u"the type list ends after %1 of %2 types"_s.arg(i).arg(count));
+                m_fork.m_warnings.append(u"the type list ends after %1 of %2 types"_s.arg(i).arg(count));
                 break;
             }
             if (!readType(entry)) {
                 break;
             }
         }
-        return true;
+        return {};
     }
 
 private:
@@ -105,13 +105,13 @@ private:
         const quint64 count = countFromStored(m_map.big<quint16>(entry + 4));
         const quint64 list = m_typeList + m_map.big<quint16>(entry + 6);
         for (quint64 i = 0; i < count; ++i) {
-            if (m_result.fork->m_resources.size() >= maximumResources) {
-                m_result.warnings.append(u"more than %1 resources: the others are left out"_s.arg(maximumResources));
+            if (m_fork.m_resources.size() >= maximumResources) {
+                m_fork.m_warnings.append(u"more than %1 resources: the others are left out"_s.arg(maximumResources));
                 return false;
             }
             const quint64 reference = list + i * referenceEntrySize;
             if (!m_map.contains(reference, referenceEntrySize)) {
-                m_result.warnings.append(
+                m_fork.m_warnings.append(
                     u"byte %1 of the map: %2 of %3 resources are left out"_s.arg(reference).arg(count - i).arg(count));
                 break;
             }
@@ -129,7 +129,7 @@ private:
         const auto attributesAndOffset = m_map.big<quint32>(reference + 4);
         resource.attributes = quint8(attributesAndOffset >> 24);
         resource.offset = m_dataOffset + (attributesAndOffset & 0x00FFFFFF);
-        m_result.fork->m_resources.push_back(std::move(resource));
+        m_fork.m_resources.push_back(std::move(resource));
     }
 
     QByteArray name(quint16 offset)
@@ -139,7 +139,7 @@ private:
         }
         const quint64 at = m_nameList + offset;
         if (!m_map.contains(at, 1 + quint64(m_map.big<quint8>(at)))) {
-            m_result.warnings.append(u"byte %1 of the map: a name lies outside"_s.arg(at));
+            m_fork.m_warnings.append(u"byte %1 of the map: a name lies outside"_s.arg(at));
             return {};
         }
         return m_map.pascalString(at).toByteArray();
@@ -147,7 +147,7 @@ private:
 
     const BoundedBytes& m_map;
     quint64 m_dataOffset;
-    ParseResult& m_result;
+    ResourceFork& m_fork;
     quint64 m_typeList;
     quint64 m_nameList;
 };
@@ -162,32 +162,28 @@ std::optional<quint64> ResourceFork::announcedSize(QByteArrayView head, quint64 
     return headerError(header, availableSize).isEmpty() ? std::optional(header.end()) : std::nullopt;
 }
 
-ResourceFork::ParseResult ResourceFork::parse(QByteArray bytes)
+Result<ResourceFork> ResourceFork::parse(QByteArray bytes)
 {
-    ParseResult result;
+    ResourceFork fork;
     if (bytes.isEmpty()) {
-        result.fork.emplace();
-        return result;
+        return fork;
     }
-    const BoundedBytes fork(bytes);
-    if (!fork.contains(0, headerSize)) {
-        result.error = u"byte 0: %1 bytes are too short for a resource fork"_s.arg(bytes.size());
-        return result;
+    const BoundedBytes all(bytes);
+    if (!all.contains(0, headerSize)) {
+        return Failure{u"byte 0: %1 bytes are too short for a resource fork"_s.arg(bytes.size())};
     }
-    const Header header = readHeader(fork);
-    result.error = headerError(header, fork.size());
-    if (!result.error.isEmpty()) {
-        return result;
+    const Header header = readHeader(all);
+    QString error = headerError(header, all.size());
+    if (error.isEmpty()) {
+        const BoundedBytes map(all.slice(header.map.offset, header.map.length));
+        error = MapReader(map, header.data.offset, fork).read();
     }
-    result.fork.emplace();
-    result.fork->m_dataEnd = header.data.offset + header.data.length;
-    const BoundedBytes map(fork.slice(header.map.offset, header.map.length));
-    if (!MapReader(map, header.data.offset, result).read()) {
-        result.fork.reset();
-        return result;
+    if (!error.isEmpty()) {
+        return Failure{error};
     }
-    result.fork->m_bytes = std::move(bytes);
-    return result;
+    fork.m_dataEnd = header.data.offset + header.data.length;
+    fork.m_bytes = std::move(bytes);
+    return fork;
 }
 
 QList<quint32> ResourceFork::types() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QList>
@@ -27,16 +29,15 @@ public:
         quint64 offset = 0;
     };
 
-    /// The fork, or the reason (with the byte offset) why the bytes are none. Warnings name the entries that were left
-    /// out.
-    struct ParseResult;
-
     /// What the first bytes of a fork say about its length: the end of its map or data, whichever is later. Nothing
     /// when they cannot be the beginning of a fork that fits into @p availableSize bytes. Needs 16 bytes.
     static std::optional<quint64> announcedSize(QByteArrayView head, quint64 availableSize);
 
-    /// Reads a whole fork. No bytes at all are a fork without resources.
-    static ParseResult parse(QByteArray bytes);
+    /// Reads a whole fork. No bytes at all are a fork without resources. A failure tells the byte offset.
+    static Result<ResourceFork> parse(QByteArray bytes);
+
+    /// What was odd: the entries that were left out.
+    const QStringList& warnings() const noexcept { return m_warnings; }
 
     /// All resources, in the order of the map.
     const std::vector<Resource>& resources() const noexcept { return m_resources; }
@@ -62,11 +63,5 @@ private:
     QByteArray m_bytes;
     quint64 m_dataEnd = 0;
     std::vector<Resource> m_resources;
-};
-
-struct ResourceFork::ParseResult
-{
-    std::optional<ResourceFork> fork;
-    QString error;
-    QStringList warnings;
+    QStringList m_warnings;
 };

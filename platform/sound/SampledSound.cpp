@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -131,7 +132,7 @@ double readRate(const BoundedBytes& resource, quint64 header, QStringList& warni
 }
 
 /// Takes as many of the announced packets as there are bytes for.
-void takePackets(SampledSound& sound, QByteArrayView present, quint64 announced, QStringList& warnings)
+void takePackets(SampledSound& sound, QByteArrayView present, quint64 announced)
 {
     const quint64 bytesPerPacket = sound.coding.packetBytes * quint64(sound.channels);
     const quint64 available = quint64(present.size()) / bytesPerPacket;
@@ -140,7 +141,7 @@ void takePackets(SampledSound& sound, QByteArrayView present, quint64 announced,
         // Some writers count frames where packets are meant.
         const quint64 fromFrames = (announced + sound.coding.packetFrames - 1) / sound.coding.packetFrames;
         sound.packets = std::min(fromFrames, available);
-        warnings.append(u"%1 of %2 packets of samples"_s.arg(sound.packets).arg(announced));
+        sound.warnings.append(u"%1 of %2 packets of samples"_s.arg(sound.packets).arg(announced));
     }
     sound.data = present.first(qsizetype(sound.packets * bytesPerPacket));
 }
@@ -191,28 +192,25 @@ bool SampledSound::isPlausible(const BoundedBytes& resource, quint64 offset)
     return headerProblem(resource, offset).isEmpty();
 }
 
-SampledSound::ParseResult SampledSound::parse(const BoundedBytes& resource, quint64 offset)
+Result<SampledSound> SampledSound::parse(const BoundedBytes& resource, quint64 offset)
 {
-    ParseResult result;
-    result.error = headerProblem(resource, offset);
-    if (!result.error.isEmpty()) {
-        return result;
+    if (const QString problem = headerProblem(resource, offset); !problem.isEmpty()) {
+        return Failure{problem};
     }
-    SampledSound& sound = result.sound.emplace();
+    SampledSound sound;
     sound.coding = codingAt(resource, offset).value_or(Coding());
     sound.channels = int(channelsAt(resource, offset));
-    sound.sampleRate = readRate(resource, offset, result.warnings);
+    sound.sampleRate = readRate(resource, offset, sound.warnings);
     const auto note = resource.big<quint8>(offset + 21);
     sound.baseNote = note == 0 || note > 127 ? middleC : note;
     if (resource.big<quint32>(offset) != 0) {
-        result.warnings.append(u"byte %1: a pointer to samples elsewhere is ignored"_s.arg(offset));
+        sound.warnings.append(u"byte %1: a pointer to samples elsewhere is ignored"_s.arg(offset));
     }
     const quint64 headerSize = headerSizeAt(resource, offset);
     const quint64 lengthAt = offset + (headerSize == standardHeaderSize ? 4 : 22);
-    takePackets(
-        sound, resource.slice(offset + headerSize, resource.size()), resource.big<quint32>(lengthAt), result.warnings);
+    takePackets(sound, resource.slice(offset + headerSize, resource.size()), resource.big<quint32>(lengthAt));
     readLoop(sound, resource, offset);
-    return result;
+    return sound;
 }
 
 std::vector<qint16> SampledSound::samples() const

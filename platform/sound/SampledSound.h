@@ -1,12 +1,11 @@
 #pragma once
 
 #include <platform/bytes/BoundedBytes.h>
+#include <platform/bytes/Result.h>
 
 #include <QByteArrayView>
-#include <QString>
 #include <QStringList>
 
-#include <optional>
 #include <vector>
 
 /// One sampled sound inside a 'snd ' resource: a standard (8-bit mono), extended or compressed sound header and the
@@ -43,11 +42,12 @@ struct SampledSound
     /// The packets, those of the channels side by side. A view into the resource.
     QByteArrayView data;
 
-    struct ParseResult;
+    /// What was odd, such as samples that are announced but not there.
+    QStringList warnings;
 
     /// Reads the sound whose header lies at @p offset. What the header announces beyond the end of the resource is left
-    /// out.
-    static ParseResult parse(const BoundedBytes& resource, quint64 offset);
+    /// out. A failure tells the byte offset.
+    static Result<SampledSound> parse(const BoundedBytes& resource, quint64 offset);
 
     /// True when a sound header can lie at @p offset: its own fields are in order and its samples begin in the
     /// resource.
@@ -55,12 +55,4 @@ struct SampledSound
 
     /// The samples of a plain coding as signed 16-bit numbers, the channels of a frame side by side.
     std::vector<qint16> samples() const;
-};
-
-/// The sound, or the reason (with the byte offset) why there is none.
-struct SampledSound::ParseResult
-{
-    std::optional<SampledSound> sound;
-    QString error;
-    QStringList warnings;
 };

@@ -8,6 +8,7 @@
 #include <platform/bytes/Result.h>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -88,20 +89,20 @@ public:
     {
     }
 
-    SoundResource::DecodeResult run();
+    Result<SoundResource::Decoded> run();
 
 private:
     bool playsSample(const Command& command) const;
-    std::optional<SampledSound> sampleOf(const Command& command);
-    /// The first sampled sound that can be read; nothing in a resource of notes alone.
-    std::optional<SampledSound> firstSample();
+    Result<SampledSound> sampleOf(const Command& command) const;
+    /// The first command that plays a sampled sound; nothing in a resource of notes alone.
+    std::optional<Command> firstSample() const;
     void perform(const Command& command, SoundSequence& sequence);
     void performSample(const Command& command, SoundSequence& sequence);
     SoundResource::Decoded perform(SoundSequence sequence);
 
     const BoundedBytes& m_resource;
     CommandList m_list;
-    SoundResource::DecodeResult m_result;
+    QStringList m_warnings;
 };
 
 bool Performance::playsSample(const Command& command) const
@@ -114,26 +115,20 @@ bool Performance::playsSample(const Command& command) const
            (command.param2 >= m_list.end() && SampledSound::isPlausible(m_resource, command.param2));
 }
 
-std::optional<SampledSound> Performance::sampleOf(const Command& command)
+Result<SampledSound> Performance::sampleOf(const Command& command) const
 {
     if (command.param2 < m_list.end()) {
-        m_result.error = u"a sampled sound at byte %1 lies inside the commands"_s.arg(command.param2);
-        return std::nullopt;
+        return Failure{u"a sampled sound at byte %1 lies inside the commands"_s.arg(command.param2)};
     }
-    SampledSound::ParseResult parsed = SampledSound::parse(m_resource, command.param2);
-    m_result.warnings.append(parsed.warnings);
-    if (!parsed.sound) {
-        m_result.error = parsed.error;
-    }
-    return parsed.sound;
+    return SampledSound::parse(m_resource, command.param2);
 }
 
-std::optional<SampledSound> Performance::firstSample()
+std::optional<Command> Performance::firstSample() const
 {
     for (quint64 at = m_list.offset; at < m_list.end(); at += commandSize) {
         const Command command = commandAt(m_resource, at);
         if (playsSample(command)) {
-            return sampleOf(command);
+            return command;
         }
     }
     return std::nullopt;
@@ -141,13 +136,13 @@ std::optional<SampledSound> Performance::firstSample()
 
 void Performance::performSample(const Command& command, SoundSequence& sequence)
 {
-    const SampledSound::ParseResult parsed = SampledSound::parse(m_resource, command.param2);
-    if (!parsed.sound || !parsed.sound->coding.isPlain || command.param2 < m_list.end()) {
-        m_result.warnings.append(u"a further sampled sound at byte %1 is left out"_s.arg(command.param2));
+    const Result<SampledSound> sample = sampleOf(command);
+    if (!sample || !sample->coding.isPlain) {
+        m_warnings.append(u"a further sampled sound at byte %1 is left out"_s.arg(command.param2));
     } else if (command.code == installSound) {
-        sequence.install(*parsed.sound);
+        sequence.install(*sample);
     } else {
-        sequence.playOnce(*parsed.sound);
+        sequence.playOnce(*sample);
     }
 }
 
@@ -182,7 +177,7 @@ void Performance::perform(const Command& command, SoundSequence& sequence)
         sequence.setTimbre(command.param1);
         break;
     case waveTable:
-        m_result.warnings.append(u"a wave table is replaced by a plain tone"_s);
+        m_warnings.append(u"a wave table is replaced by a plain tone"_s);
         break;
     default:
         break;
@@ -201,30 +196,34 @@ SoundResource::Decoded Performance::perform(SoundSequence sequence)
     }
     SoundResource::PcmSamples samples{sequence.finish()};
     if (sequence.isCutOff()) {
-        m_result.warnings.append(u"the sequence is too long and ends early"_s);
+        m_warnings.append(u"the sequence is too long and ends early"_s);
     }
-    return {std::move(samples), sequence.sampleRate(), sequence.channels()};
+    return {std::move(samples), sequence.sampleRate(), sequence.channels(), m_warnings};
 }
 
-SoundResource::DecodeResult Performance::run()
+Result<SoundResource::Decoded> Performance::run()
 {
-    const std::optional<SampledSound> first = firstSample();
-    if (!m_result.error.isEmpty()) {
-        return m_result;
+    const std::optional<Command> first = firstSample();
+    if (!first) {
+        return perform(SoundSequence());
     }
-    if (first && !first->coding.isPlain) {
-        m_result.sound = {SoundResource::WrappedFile{AiffC::wrap(*first)}, first->sampleRate, first->channels};
-    } else {
-        m_result.sound = perform(first ? SoundSequence(*first) : SoundSequence());
+    const Result<SampledSound> sample = sampleOf(*first);
+    if (!sample) {
+        return Failure{sample.error()};
     }
-    return m_result;
+    m_warnings = sample->warnings;
+    if (sample->coding.isPlain) {
+        return perform(SoundSequence(*sample));
+    }
+    return SoundResource::Decoded{
+        SoundResource::WrappedFile{AiffC::wrap(*sample)}, sample->sampleRate, sample->channels, m_warnings};
 }
 
 } // namespace
 
-SoundResource::DecodeResult SoundResource::decode(QByteArrayView bytes)
+Result<SoundResource::Decoded> SoundResource::decode(QByteArrayView bytes)
 {
     const BoundedBytes resource(bytes);
     const Result<CommandList> commands = findCommands(resource);
-    return commands ? Performance(resource, *commands).run() : DecodeResult{{}, commands.error(), {}};
+    return commands ? Performance(resource, *commands).run() : Failure{commands.error()};
 }

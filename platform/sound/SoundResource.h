@@ -1,11 +1,11 @@
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QString>
 #include <QStringList>
 
-#include <optional>
 #include <variant>
 #include <vector>
 
@@ -36,19 +36,13 @@ struct Decoded
     double sampleRate = 0;
     /// 1 to 8.
     int channels = 1;
-};
-
-/// What the reader made of a resource. Without a sound, the error says what is wrong and at which byte offset; the
-/// warnings tell what was odd but could be played all the same (a truncated sound, a rate out of range).
-struct DecodeResult
-{
-    std::optional<Decoded> sound;
-    QString error;
+    /// What was odd but can be played all the same (a truncated sound, a rate out of range).
     QStringList warnings;
 };
 
 /// Reads one resource. Every length in it is taken as hostile: samples that are announced but not there are left out, a
-/// sequence of notes and rests ends after 64 notes or 10 seconds, and what is decoded never exceeds 64 MiB.
-DecodeResult decode(QByteArrayView bytes);
+/// sequence of notes and rests ends after 64 notes or 10 seconds, and what is decoded never exceeds 64 MiB. A failure
+/// tells the byte offset.
+Result<Decoded> decode(QByteArrayView bytes);
 
 } // namespace SoundResource

@@ -77,18 +77,18 @@ bool play(SoundSource& source)
 
 bool SoundResourcePlayer::playSynchronously(QByteArrayView bytes)
 {
-    const SoundResource::DecodeResult result = SoundResource::decode(bytes);
-    if (!result.sound) {
-        return logFailure(result.error);
+    const Result<SoundResource::Decoded> sound = SoundResource::decode(bytes);
+    if (!sound) {
+        return logFailure(sound.error());
     }
-    if (const auto* file = std::get_if<SoundResource::WrappedFile>(&result.sound->content)) {
+    if (const auto* file = std::get_if<SoundResource::WrappedFile>(&sound->content)) {
         const auto decoder = SoundDecoder::openBytes(file->bytes);
         return decoder ? play(**decoder) : logFailure(decoder.error());
     }
-    const auto& pcm = std::get<SoundResource::PcmSamples>(result.sound->content);
+    const auto& pcm = std::get<SoundResource::PcmSamples>(sound->content);
     if (pcm.samples.empty()) {
         return true;
     }
-    PcmSource source(pcm, result.sound->sampleRate, result.sound->channels);
+    PcmSource source(pcm, sound->sampleRate, sound->channels);
     return play(source);
 }

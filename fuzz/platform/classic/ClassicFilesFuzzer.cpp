@@ -13,12 +13,12 @@ namespace {
 void readFork(QByteArrayView bytes)
 {
     const auto parsed = ResourceFork::parse(bytes.toByteArray());
-    if (!parsed.fork) {
+    if (!parsed) {
         return;
     }
-    for (const quint32 type : parsed.fork->types()) {
-        for (int index = 1; const ResourceFork::Resource* resource = parsed.fork->atIndex(type, index); index *= 2) {
-            parsed.fork->data(*resource);
+    for (const quint32 type : parsed->types()) {
+        for (int index = 1; const ResourceFork::Resource* resource = parsed->atIndex(type, index); index *= 2) {
+            parsed->data(*resource);
         }
     }
 }

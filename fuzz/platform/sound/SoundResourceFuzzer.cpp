@@ -11,13 +11,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const auto decoded = SoundResource::decode(QByteArrayView(data, qsizetype(size)));
-    if (!decoded.sound) {
-        if (decoded.error.isEmpty()) {
+    if (!decoded) {
+        if (decoded.error().isEmpty()) {
             qFatal("neither a sound nor a reason");
         }
         return 0;
     }
-    const SoundResource::Decoded& sound = *decoded.sound;
+    const SoundResource::Decoded& sound = *decoded;
     const bool isInRange =
         sound.sampleRate >= 1000 && sound.sampleRate <= 192000 && sound.channels >= 1 && sound.channels <= 8;
     const auto* pcm = std::get_if<SoundResource::PcmSamples>(&sound.content);

@@ -46,8 +46,8 @@ private Q_SLOTS:
     {
         const auto parsed = ResourceFork::parse(resourceFork({{"snd ", 200, "Boing", "one"}, {"snd ", -5, {}, "two"},
             {"snd ", 200, "Boing", "again"}, {"STR ", 1, "b\x8Cr", {}}}));
-        QVERIFY2(parsed.fork, qPrintable(parsed.error));
-        const ResourceFork& fork = *parsed.fork;
+        QVERIFY2(parsed, qPrintable(parsed.error()));
+        const ResourceFork& fork = *parsed;
         constexpr auto sound = fourCharCode("snd ");
         QCOMPARE(fork.types(), QList<quint32>({sound, fourCharCode("STR ")}));
         QCOMPARE(fork.count(sound), 3);
@@ -89,13 +89,12 @@ private Q_SLOTS:
         QByteArray fork = resourceFork({{"AAAA", 1, "first", "abc"}, {"AAAA", 2, "second", "def"}});
         fork.replace(offset, bytes.size(), bytes);
         const auto parsed = ResourceFork::parse(fork);
-        QCOMPARE(parsed.fork.has_value(), !isRefused);
-        QCOMPARE(parsed.error.isEmpty(), !isRefused);
+        QCOMPARE(bool(parsed), !isRefused);
+        QCOMPARE(parsed.error().isEmpty(), !isRefused);
         int found = 0;
         for (const qint16 id : {qint16(1), qint16(2)}) {
-            const ResourceFork::Resource* resource =
-                isRefused ? nullptr : parsed.fork->withId(fourCharCode("AAAA"), id);
-            const auto data = resource ? parsed.fork->data(*resource) : std::nullopt;
+            const ResourceFork::Resource* resource = isRefused ? nullptr : parsed->withId(fourCharCode("AAAA"), id);
+            const auto data = resource ? parsed->data(*resource) : std::nullopt;
             found += data == QByteArray(id == 1 ? "abc" : "def") ? 1 : 0;
         }
         QCOMPARE(found, readable);
