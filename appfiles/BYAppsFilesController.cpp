@@ -22,7 +22,7 @@ using PropertyList::Value;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcAppsFiles, "blipsy.appfiles")
+Q_LOGGING_CATEGORY(log, "blipsy.appfiles")
 
 BYAppsFilesController* myInstance = nullptr;
 
@@ -63,7 +63,7 @@ BYAppsFilesController::BYAppsFilesController(QObject* parent)
 
 BYAppsFilesController::~BYAppsFilesController()
 {
-    qCInfo(lcAppsFiles).noquote() << "dealloc in appsfiles..";
+    qCInfo(log).noquote() << "dealloc in appsfiles..";
     if (myInstance == this) {
         myInstance = nullptr;
     }

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcActions, "blipsy.appfiles.actions")
+Q_LOGGING_CATEGORY(log, "blipsy.appfiles.actions")
 
 constexpr int tagDoNotExpand = 1;
 constexpr int tagChooseDocument = 2;
@@ -43,8 +43,8 @@ bool isApplication(const QString& path)
 void BYAppsFilesController::appsPopUpAction(QAction* sender)
 {
     const int tag = sender->data().toInt();
-    qCInfo(lcActions).noquote() << u"appsPopUpAction: %1"_s.arg(sender->text());
-    qCInfo(lcActions).noquote() << u"appsPopUpAction tag: %1"_s.arg(tag);
+    qCInfo(log).noquote() << u"appsPopUpAction: %1"_s.arg(sender->text());
+    qCInfo(log).noquote() << u"appsPopUpAction tag: %1"_s.arg(tag);
     const QString application = selectedApplication();
     if (!application.isEmpty() && tag == tagDoNotExpand) {
         BYGlobals::file4app()->insert(application, u""_s);
@@ -90,7 +90,7 @@ void BYAppsFilesController::addApplication(const QString& path)
     }
     const PropertyList::DictionaryPointer file4app = BYGlobals::file4app();
     if (const PropertyList::Value* existing = file4app->find(path)) {
-        qCInfo(lcActions).noquote() << u"app already in dict with file %1"_s.arg(existing->textValue());
+        qCInfo(log).noquote() << u"app already in dict with file %1"_s.arg(existing->textValue());
     } else {
         file4app->insert(path, u""_s);
     }

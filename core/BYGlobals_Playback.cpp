@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcPlayback, "blipsy.playback", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, "blipsy.playback", QtInfoMsg)
 
 constexpr size_t slotCount = 80;
 constexpr size_t phraseSlot = 22;
@@ -133,7 +133,7 @@ void playFolderForEvent(size_t slot, const QString& folder, bool stopOthers)
         return;
     }
     const QString full = folder + u'/' + *name;
-    qCInfo(lcPlayback).noquote() << u"fullpathOfSoundToPlay: %1"_s.arg(full);
+    qCInfo(log).noquote() << u"fullpathOfSoundToPlay: %1"_s.arg(full);
     if (stopOthers) {
         for (size_t other = 0; other < slotCount; ++other) {
             if (soundForEvent[other] && soundForEvent[other]->isPlaying()) {

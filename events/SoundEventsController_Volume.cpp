@@ -20,7 +20,7 @@ using PropertyList::DictionaryPointer;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcVolume, "blipsy.events.volume")
+Q_LOGGING_CATEGORY(log, "blipsy.events.volume")
 
 /// The slider's value for an alert level word: the unsigned low 16 bits in units of 1/256.
 float sliderValueOf(quint32 levelWord)
@@ -44,7 +44,7 @@ float alertVolume()
 {
     const AlertVolume::Reading reading = AlertVolume::getSysBeepVolume();
     if (reading.error != 0) {
-        qCWarning(lcVolume).noquote() << u" GetSysBeepVolume err = %1"_s.arg(reading.error);
+        qCWarning(log).noquote() << u" GetSysBeepVolume err = %1"_s.arg(reading.error);
     }
     return sliderValueOf(reading.level);
 }

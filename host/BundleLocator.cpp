@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcHost, "blipsy.host")
+Q_LOGGING_CATEGORY(log, "blipsy.host")
 
 const QString bundleName = u"Blipsy.prefPane"_s;
 const QString modulePath = u"/Contents/MacOS/BlipsyPref.so"_s;
@@ -65,7 +65,7 @@ bool copyTree(const QString& from, const QString& to)
         const QString source = it.next();
         const QString target = to + source.mid(from.size());
         if (!QDir().mkpath(QFileInfo(target).path()) || !QFile::copy(source, target)) {
-            qCWarning(lcHost).noquote() << "cannot copy" << source << "to" << target;
+            qCWarning(log).noquote() << "cannot copy" << source << "to" << target;
             return false;
         }
         QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
@@ -122,8 +122,8 @@ QString BundleLocator::bundlePath()
     if (updateCopy(original, copy)) {
         return copy;
     }
-    qCWarning(lcHost).noquote() << "cannot make a writable copy of" << original << "at" << copy
-                                << "- changes to the default document will be lost";
+    qCWarning(log).noquote() << "cannot make a writable copy of" << original << "at" << copy
+                             << "- changes to the default document will be lost";
     return original;
 }
 

@@ -24,7 +24,7 @@ using Importers::Conversion;
 
 namespace {
 
-Q_LOGGING_CATEGORY(logDocuments, "blipsy.documents")
+Q_LOGGING_CATEGORY(log, "blipsy.documents")
 
 /// Documents are named by the user, whatever extension was typed, and this.
 const QLatin1StringView documentSuffix(".Blipsy");
@@ -50,13 +50,13 @@ std::optional<QString> chooseNewPath(
 void writeNewDocument(const PropertyList::DictionaryPointer& document, const QString& path)
 {
     if (const std::optional<QString> error = AtomicFile::write(path, PropertyList::write(document))) {
-        qCWarning(logDocuments).noquote() << *error;
+        qCWarning(log).noquote() << *error;
     }
 }
 
 void reportImportProblem(const QString& path, const QString& problem)
 {
-    qCWarning(logDocuments).noquote() << u"cannot import %1: %2"_s.arg(path, problem);
+    qCWarning(log).noquote() << u"cannot import %1: %2"_s.arg(path, problem);
 }
 
 QStringList importableTypes()
@@ -131,7 +131,7 @@ void BYTableView::openFile()
     }
     for (const QString& path : panel.filenames()) {
         if (!QFileInfo::exists(path)) {
-            qCWarning(logDocuments).noquote() << u"Path (%1) is invalid."_s.arg(path);
+            qCWarning(log).noquote() << u"Path (%1) is invalid."_s.arg(path);
         }
         if (const std::optional<Importers::Source> source = Importers::sourceOf(path)) {
             importFile(path, *source);
@@ -147,16 +147,16 @@ void BYTableView::importFile(const QString& path, Importers::Source source)
     const std::optional<QString> newPath = chooseNewPath(window(), localized(u"Save the Imported Phrases"_s),
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), QFileInfo(path).completeBaseName());
     if (!newPath) {
-        qCInfo(logDocuments).noquote() << Importers::cancelledText(source);
+        qCInfo(log).noquote() << Importers::cancelledText(source);
         return;
     }
     const Conversion conversion = convertShowingProgress(path, source);
     if (conversion.outcome == Conversion::Outcome::Cancelled) {
-        qCInfo(logDocuments).noquote() << u"user cancelled the import of %1"_s.arg(path);
+        qCInfo(log).noquote() << u"user cancelled the import of %1"_s.arg(path);
         return;
     }
     for (auto trouble = conversion.troubles.cbegin(); trouble != conversion.troubles.cend(); ++trouble) {
-        qCWarning(logDocuments).noquote() << u"%1: %2 (%3 items)"_s.arg(path, trouble.key()).arg(trouble.value());
+        qCWarning(log).noquote() << u"%1: %2 (%3 items)"_s.arg(path, trouble.key()).arg(trouble.value());
     }
     leaveDocument();
     BYGlobals::setDefaultFilePath(*newPath);

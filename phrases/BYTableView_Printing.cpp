@@ -22,7 +22,7 @@ using PropertyList::Value;
 
 namespace {
 
-Q_LOGGING_CATEGORY(logPrinting, "blipsy.printing")
+Q_LOGGING_CATEGORY(log, "blipsy.printing")
 
 /// A preview holds all its pages in memory; nobody looks at more of them.
 constexpr size_t previewedPages = 100;
@@ -92,7 +92,7 @@ void BYTableView::printClippings()
         printClippingsWindow->accept();
     } else {
         const QString target = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
-        qCWarning(logPrinting).noquote() << u"cannot print to %1"_s.arg(target);
+        qCWarning(log).noquote() << u"cannot print to %1"_s.arg(target);
         Alert::runAlertPanel(printClippingsWindow, localized(u"The phrases cannot be printed."_s),
             localized(u"Choose another printer or file."_s), localized(u"OK"_s), {});
     }

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 using PropertyList::DictionaryPointer;
 
-Q_LOGGING_CATEGORY(logPhraseRows, "blipsy.phrases")
+Q_LOGGING_CATEGORY(log, "blipsy.phrases")
 
 DictionaryPointer BYTableView::entryAt(int row) const
 {
@@ -42,7 +42,7 @@ void BYTableView::addRow(QObject*)
 void BYTableView::removeRow(QObject*)
 {
     if (editEntryInProgress) {
-        qCInfo(logPhraseRows).noquote() << u"remove row called but editEntryInProgress"_s;
+        qCInfo(log).noquote() << u"remove row called but editEntryInProgress"_s;
         return;
     }
     int row = selectedRow();
@@ -145,7 +145,7 @@ void BYTableView::reloadFollowingSelection(const std::function<void()>& change)
     }
     BYGlobals::setSelectedClippingRowForEditing(row);
     if (row == -1 && BYGlobals::editEntryPaneTextIsDirty()) {
-        qCWarning(logPhraseRows).noquote() << u"unsaved text dropped: its phrase is no longer in the document"_s;
+        qCWarning(log).noquote() << u"unsaved text dropped: its phrase is no longer in the document"_s;
     }
     const bool holdsUnsavedText = row >= 0 && BYGlobals::editEntryPaneTextIsDirty();
     if (!isSameEntry && !holdsUnsavedText) {

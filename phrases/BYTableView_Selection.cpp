@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 using PropertyList::DictionaryPointer;
 
-Q_LOGGING_CATEGORY(logPhraseSelection, "blipsy.phrases")
+Q_LOGGING_CATEGORY(log, "blipsy.phrases")
 
 namespace {
 
@@ -57,7 +57,7 @@ void BYTableView::askAboutUnsavedText()
     if (!entry) {
         return;
     }
-    qCInfo(logPhraseSelection).noquote() << u"do you wish to remove? "_s;
+    qCInfo(log).noquote() << u"do you wish to remove? "_s;
     const RowHold hold(*this);
     const QString message = localized(u"Do you wish to save the changes you made to '"_s) +
                             entry->value(PhraseKey::phrase).textValue() + localized(u"'?"_s);
@@ -131,7 +131,7 @@ void BYTableView::loadText(const PropertyList::Dictionary& entry)
     if (isRich) {
         const QStringList warnings = editEntryPane->replaceAllWithRTFD(rtfd->data()).warnings;
         if (!warnings.isEmpty()) {
-            qCWarning(logPhraseSelection).noquote() << u"rich text of \"%1\": %2"_s.arg(phrase, warnings.join(u"; "_s));
+            qCWarning(log).noquote() << u"rich text of \"%1\": %2"_s.arg(phrase, warnings.join(u"; "_s));
         }
         editEntryPane->setReadOnly(false);
     }

@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcOptions, "blipsy.options")
+Q_LOGGING_CATEGORY(log, "blipsy.options")
 
 /// The menu option that the helper heeds only when it starts.
 constexpr int menuOptionNeedingRestart = 4;
@@ -115,7 +115,7 @@ void BYController::enterExpansionPref(QWidget* sender)
         return;
     }
     const QString key = settingKeyOf(cell);
-    qCInfo(lcOptions).noquote() << key;
+    qCInfo(log).noquote() << key;
     BYGlobals::saveToUserDefaults_forKey(isOn(cell) ? u"1"_s : u"0"_s, key);
 }
 
@@ -179,11 +179,11 @@ void BYController::showHelp(QWidget* /*sender*/)
     const QString bookName = bundle.localizedString(u"Blipsy 1.x Help"_s);
     const int error = HelpViewer::openBook(bookName, bundle.resourcePath() + u"/Help"_s);
     if (error != 0) {
-        qCWarning(lcOptions, "AHGotoPage returned error: %d", error);
+        qCWarning(log, "AHGotoPage returned error: %d", error);
     }
 }
 
 void BYController::textDidBeginEditing()
 {
-    qCInfo(lcOptions).noquote() << "Blipsy: textDidBeginEditing called";
+    qCInfo(log).noquote() << "Blipsy: textDidBeginEditing called";
 }

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcHotKeys, "blipsy.hotkeys")
+Q_LOGGING_CATEGORY(log, "blipsy.hotkeys")
 
 struct ModifierGlyph
 {
@@ -53,7 +53,7 @@ const ModifierGlyphs& glyphsOfThisProcessor()
 {
     Gestalt::Answer answer = Gestalt::query(Gestalt::systemArchitecture);
     if (answer.error != 0) {
-        qCWarning(lcHotKeys, "gestaltSysArchitecture returned error = %d", answer.error);
+        qCWarning(log, "gestaltSysArchitecture returned error = %d", answer.error);
         answer.response = Gestalt::nativeArchitecture();
     }
     return answer.response == Gestalt::intelArchitecture ? modToCharIntel : modToChar;
@@ -66,7 +66,7 @@ PropertyList::DictionaryPointer readKeyCodes()
     const QString path = paneBundle().resourcePath() + u"/PTKeyCodes.plist"_s;
     const auto names = PropertyList::readFile(path, maximumTableSize);
     if (!names) {
-        qCWarning(lcHotKeys).noquote() << path << "is no table of key names:" << names.error();
+        qCWarning(log).noquote() << path << "is no table of key names:" << names.error();
         return {};
     }
     return *names;

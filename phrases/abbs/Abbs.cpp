@@ -12,7 +12,7 @@
 
 namespace {
 
-using ClassicFiles::FileSpecification;
+using ClassicFiles::FileRecord;
 using ClassicFiles::Folder;
 
 constexpr auto abbreviationType = fourCharCode("STMP");
@@ -71,18 +71,17 @@ std::optional<QByteArray> chosenRecord(const QByteArray& pascalName)
     return ResourceFile::inCurrentFileWithId(defaultFileType, qFromBigEndian<qint16>(configuration->constData()));
 }
 
-/// The abbs file that the preferences file names; an empty specification where it names none.
-FileSpecification chosenFile(
-    const FileSpecification& preferencesFile, const Folder& preferences, const QByteArray& name)
+/// The abbs file that the preferences file names; an empty record where it names none.
+FileRecord chosenFile(const FileRecord& preferencesFile, const Folder& preferences, const QByteArray& name)
 {
-    FileSpecification chosen;
+    FileRecord chosen;
     const qint16 file = ClassicFiles::openResourceFile(preferencesFile, ResourceFile::Access::ReadOnly);
     if (const qint16 error = ResourceFile::lastError(); error != ResourceFile::noErr) {
         std::fprintf(stderr, "Blipsy: thePrefsResFile = FSpOpenResFile error  = %d.\n", error);
     }
     if (file >= 1) {
         const auto record = chosenRecord(name);
-        chosen = FileSpecification::fromStored(record.value_or(QByteArray())).value_or(FileSpecification());
+        chosen = FileRecord::fromStored(record.value_or(QByteArray())).value_or(FileRecord());
         if (chosen.folder.volume == ClassicFiles::preferencesVolumePlaceholder) {
             chosen.folder.volume = preferences.volume;
         }
@@ -94,7 +93,7 @@ FileSpecification chosenFile(
     return chosen;
 }
 
-qint16 openForWriting(const FileSpecification& file)
+qint16 openForWriting(const FileRecord& file)
 {
     const qint16 reference = ClassicFiles::openResourceFile(file, ResourceFile::Access::ReadWrite);
     const qint16 error = ResourceFile::lastError();
@@ -125,7 +124,7 @@ qint16 openAbbsFile()
             stderr, "Blipsy: FindFolder kPreferencesFolderType error  = %d.\n", ResourceFile::fileNotFoundError);
         return openForWriting({});
     }
-    const auto [preferencesFile, error] = ClassicFiles::makeSpecification(*preferences, "Blipsy Prefs");
+    const auto [preferencesFile, error] = ClassicFiles::makeRecord(*preferences, "Blipsy Prefs");
     if (error == ResourceFile::fileNotFoundError) {
         std::fprintf(stderr, "Blipsy: Prefs file needs to be created.\n");
         return -1;
@@ -137,7 +136,7 @@ qint16 openAbbsFile()
     return openForWriting(chosenFile(preferencesFile, *preferences, name));
 }
 
-std::optional<QString> abbExists(const QString& abb, const FileSpecification* file)
+std::optional<QString> abbExists(const QString& abb, const FileRecord* file)
 {
     const auto name = MacRoman::encodePascalString(abb);
     if (!name) {
@@ -154,7 +153,7 @@ std::optional<QString> abbExists(const QString& abb, const FileSpecification* fi
     return data ? std::optional(expansionText(*data)) : std::nullopt;
 }
 
-FileSpecification& posixStringToFSSpec(FileSpecification& out, const QString& path, bool isDirectory)
+FileRecord& posixStringToFSSpec(FileRecord& out, const QString& path, bool isDirectory)
 {
     out = {};
     if (path.isEmpty() || path.contains(QChar(u'\0'))) {
@@ -166,8 +165,8 @@ FileSpecification& posixStringToFSSpec(FileSpecification& out, const QString& pa
         std::puts("Can't get FSRef.");
         return out;
     }
-    if (const auto specification = ClassicFiles::specificationForPath(path)) {
-        out = *specification;
+    if (const auto record = ClassicFiles::recordForPath(path)) {
+        out = *record;
     } else {
         std::puts("Can't get FSSpec.");
     }

@@ -24,7 +24,7 @@ void printEntries()
     }
 }
 
-using OptionalFile = std::optional<ClassicFiles::FileSpecification>;
+using OptionalFile = std::optional<ClassicFiles::FileRecord>;
 
 /// Tells why the file that was asked for is not open; what chooses one by itself tells by itself.
 int notOpened()
@@ -82,7 +82,7 @@ int main(int argc, char** argv)
     OptionalFile file;
     if (parser.isSet(fileOption)) {
         const QString path = parser.value(fileOption);
-        file = ClassicFiles::specificationForPath(path);
+        file = ClassicFiles::recordForPath(path);
         if (!file) {
             // Not by posixStringToFSSpec(), whose diagnostics stand among the results on the standard output stream.
             QTextStream(stderr) << "blipsy-abbs: " << path << ": no such file\n";

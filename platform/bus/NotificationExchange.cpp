@@ -61,10 +61,10 @@ void NotificationExchange::post(sd_bus* connection, const DistributedNotificatio
     sd_bus_message_unref(message);
 
     const auto timeout = std::chrono::duration_cast<std::chrono::microseconds>(echoTimeout);
-    m_unheard.push_back({cookie, microsecondsNow() + timeout.count(), notification});
+    m_pendingEchoes.push_back({cookie, microsecondsNow() + timeout.count(), notification});
     if (connection == nullptr) {
         deliverAll();
-    } else if (m_unheard.size() == 1) {
+    } else if (m_pendingEchoes.size() == 1) {
         armTimer();
     }
 }
@@ -86,7 +86,7 @@ int NotificationExchange::receive(sd_bus_message* message)
 
 void NotificationExchange::deliverUpTo(uint64_t cookie)
 {
-    while (!m_unheard.empty() && m_unheard.front().cookie <= cookie) {
+    while (!m_pendingEchoes.empty() && m_pendingEchoes.front().cookie <= cookie) {
         deliverFirst();
     }
     armTimer();
@@ -95,7 +95,7 @@ void NotificationExchange::deliverUpTo(uint64_t cookie)
 void NotificationExchange::deliverOverdue()
 {
     const qint64 now = microsecondsNow();
-    while (!m_unheard.empty() && m_unheard.front().deadline <= now) {
+    while (!m_pendingEchoes.empty() && m_pendingEchoes.front().deadline <= now) {
         deliverFirst();
     }
     armTimer();
@@ -103,27 +103,27 @@ void NotificationExchange::deliverOverdue()
 
 void NotificationExchange::deliverAll()
 {
-    while (!m_unheard.empty()) {
+    while (!m_pendingEchoes.empty()) {
         deliverFirst();
     }
 }
 
 void NotificationExchange::deliverFirst()
 {
-    const DistributedNotification notification = m_unheard.front().notification;
-    m_unheard.pop_front();
+    const DistributedNotification notification = m_pendingEchoes.front().notification;
+    m_pendingEchoes.pop_front();
     Q_EMIT posted(notification);
 }
 
 void NotificationExchange::armTimer()
 {
-    if (m_unheard.empty()) {
+    if (m_pendingEchoes.empty()) {
         if (m_timer != nullptr) {
             sd_event_source_set_enabled(m_timer, SD_EVENT_OFF);
         }
         return;
     }
-    const auto deadline = uint64_t(m_unheard.front().deadline);
+    const auto deadline = uint64_t(m_pendingEchoes.front().deadline);
     if (m_timer != nullptr) {
         sd_event_source_set_time(m_timer, deadline);
         sd_event_source_set_enabled(m_timer, SD_EVENT_ONESHOT);

@@ -39,7 +39,7 @@ Q_SIGNALS:
     void posted(const DistributedNotification& notification);
 
 private:
-    struct Unheard
+    struct PendingEcho
     {
         /// The message's number; 0 for one that the bus did not take.
         uint64_t cookie;
@@ -56,5 +56,5 @@ private:
     MessageBus* m_bus;
     sd_bus_slot* m_match = nullptr;
     sd_event_source* m_timer = nullptr;
-    std::deque<Unheard> m_unheard;
+    std::deque<PendingEcho> m_pendingEchoes;
 };

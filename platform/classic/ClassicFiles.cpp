@@ -38,7 +38,7 @@ QByteArray shortenedName(const QString& name, quint64 inode)
     const QByteArray suffix = dot > 0 && bytes.size() - dot <= longestSuffix ? bytes.sliced(dot) : QByteArray();
     const QByteArray tail = '#' + QByteArray::number(inode, 16).toUpper() + suffix;
     const qsizetype beginning =
-        std::min(bytes.size() - suffix.size(), ClassicFiles::FileSpecification::longestName - tail.size());
+        std::min(bytes.size() - suffix.size(), ClassicFiles::FileRecord::longestName - tail.size());
     return bytes.first(beginning) + tail;
 }
 
@@ -47,7 +47,7 @@ QByteArray classicName(const QFileInfo& file)
     const QString name = withSeparatorsExchanged(file.fileName());
     const std::optional<QByteArray> bytes = MacRoman::encode(name);
     const bool survives =
-        bytes && bytes->size() <= ClassicFiles::FileSpecification::longestName && MacRoman::decode(*bytes) == name;
+        bytes && bytes->size() <= ClassicFiles::FileRecord::longestName && MacRoman::decode(*bytes) == name;
     return survives ? *bytes : shortenedName(name, ClassicFolders::inodeOf(file.absoluteFilePath()));
 }
 
@@ -77,20 +77,19 @@ bool isThere(const QString& path)
 
 bool isName(const QByteArray& name)
 {
-    return !name.isEmpty() && name.size() <= ClassicFiles::FileSpecification::longestName && !name.contains(':') &&
+    return !name.isEmpty() && name.size() <= ClassicFiles::FileRecord::longestName && !name.contains(':') &&
            !name.contains('\0') && name != "." && name != "..";
 }
 
 } // namespace
 
-std::optional<ClassicFiles::FileSpecification> ClassicFiles::FileSpecification::fromStored(QByteArrayView bytes)
+std::optional<ClassicFiles::FileRecord> ClassicFiles::FileRecord::fromStored(QByteArrayView bytes)
 {
     const BoundedBytes record(bytes);
     if (!record.contains(0, storedSize) || record.big<quint8>(nameOffset) > longestName) {
         return std::nullopt;
     }
-    return FileSpecification{
-        {record.big<qint16>(0), record.big<qint32>(2)}, record.pascalString(nameOffset).toByteArray()};
+    return FileRecord{{record.big<qint16>(0), record.big<qint32>(2)}, record.pascalString(nameOffset).toByteArray()};
 }
 
 std::optional<ClassicFiles::Folder> ClassicFiles::findPreferencesFolder()
@@ -98,20 +97,20 @@ std::optional<ClassicFiles::Folder> ClassicFiles::findPreferencesFolder()
     return ClassicFolders::identify(QFileInfo(Preferences::filePath(u"any"_s)).path());
 }
 
-ClassicFiles::SpecificationResult ClassicFiles::makeSpecification(const Folder& folder, const QByteArray& name)
+ClassicFiles::RecordResult ClassicFiles::makeRecord(const Folder& folder, const QByteArray& name)
 {
     if (!isName(name)) {
         return {{}, badNameError};
     }
-    const FileSpecification specification{folder, name};
-    const std::optional<QString> path = pathOf(specification);
+    const FileRecord record{folder, name};
+    const std::optional<QString> path = pathOf(record);
     if (!path) {
         return {{}, folderNotFoundError};
     }
-    return {specification, isThere(*path) ? ResourceFile::noErr : ResourceFile::fileNotFoundError};
+    return {record, isThere(*path) ? ResourceFile::noErr : ResourceFile::fileNotFoundError};
 }
 
-std::optional<ClassicFiles::FileSpecification> ClassicFiles::specificationForPath(const QString& path)
+std::optional<ClassicFiles::FileRecord> ClassicFiles::recordForPath(const QString& path)
 {
     if (path.isEmpty() || !isThere(path)) {
         return std::nullopt;
@@ -120,31 +119,31 @@ std::optional<ClassicFiles::FileSpecification> ClassicFiles::specificationForPat
     const QFileInfo file(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
     const std::optional<Folder> own = file.isSymLink() ? std::nullopt : ClassicFolders::identify(file.filePath());
     if (own && own->identifier == rootFolder) {
-        return FileSpecification{{own->volume, parentOfRoot}, file.isRoot() ? "/" : classicName(file)};
+        return FileRecord{{own->volume, parentOfRoot}, file.isRoot() ? "/" : classicName(file)};
     }
     const std::optional<Folder> parent = ClassicFolders::identify(file.path());
-    return parent ? std::optional(FileSpecification{*parent, classicName(file)}) : std::nullopt;
+    return parent ? std::optional(FileRecord{*parent, classicName(file)}) : std::nullopt;
 }
 
-std::optional<QString> ClassicFiles::pathOf(const FileSpecification& specification)
+std::optional<QString> ClassicFiles::pathOf(const FileRecord& record)
 {
-    const Folder& folder = specification.folder;
+    const Folder& folder = record.folder;
     if (folder.identifier == parentOfRoot) {
         return ClassicFolders::pathOf({folder.volume, rootFolder});
     }
     const std::optional<QString> place = ClassicFolders::pathOf(folder);
-    if (!place || !isName(specification.name)) {
+    if (!place || !isName(record.name)) {
         return std::nullopt;
     }
-    QString path = pathIn(*place, withSeparatorsExchanged(MacRoman::decode(specification.name)));
+    QString path = pathIn(*place, withSeparatorsExchanged(MacRoman::decode(record.name)));
     if (isThere(path)) {
         return path;
     }
-    const QString shortened = fileOfShortenedName(*place, specification.name);
+    const QString shortened = fileOfShortenedName(*place, record.name);
     return shortened.isEmpty() ? path : pathIn(*place, shortened);
 }
 
-qint16 ClassicFiles::openResourceFile(const FileSpecification& specification, ResourceFile::Access access)
+qint16 ClassicFiles::openResourceFile(const FileRecord& record, ResourceFile::Access access)
 {
-    return ResourceFile::open(pathOf(specification).value_or(QString()), access);
+    return ResourceFile::open(pathOf(record).value_or(QString()), access);
 }

@@ -12,17 +12,17 @@
 /// 2).
 ///
 /// A volume's number follows from its mount point. A folder's identifier follows from its inode and is remembered, with
-/// its path, in the preferences domain "ClassicFolders" of the product: a specification that was made in one process
+/// its path, in the preferences domain "ClassicFolders" of the product: a record that was made in one process
 /// leads back to its file in every later one, as long as the folder stays where it is.
 namespace ClassicFiles {
 
 constexpr qint16 badNameError = -37;
 constexpr qint16 folderNotFoundError = -120;
 
-/// Stands in a stored specification for the volume of the Preferences folder.
+/// Stands in a stored record for the volume of the Preferences folder.
 constexpr qint16 preferencesVolumePlaceholder = -32763;
 
-/// The folder that holds the root folder of a volume: a specification in it names the volume itself.
+/// The folder that holds the root folder of a volume: a record in it names the volume itself.
 constexpr qint32 parentOfRoot = 1;
 constexpr qint32 rootFolder = 2;
 
@@ -36,7 +36,7 @@ struct Folder
 
 /// A file or folder. The name is Mac OS Roman, at most 63 bytes, with ":" and "/" exchanged; a name that does not fit
 /// is shortened and carries the file's inode after a "#", by which it is found again.
-struct FileSpecification
+struct FileRecord
 {
     static constexpr qsizetype storedSize = 70;
     static constexpr qsizetype longestName = 63;
@@ -45,31 +45,31 @@ struct FileSpecification
     QByteArray name;
 
     /// Reads the 70 bytes of a stored record (big-endian); nothing when there are fewer or the name is too long.
-    static std::optional<FileSpecification> fromStored(QByteArrayView bytes);
+    static std::optional<FileRecord> fromStored(QByteArrayView bytes);
 
-    bool operator==(const FileSpecification&) const = default;
+    bool operator==(const FileRecord&) const = default;
 };
 
 /// The user's Preferences folder, which is the folder of the preferences domains; nothing while it does not exist.
 std::optional<Folder> findPreferencesFolder();
 
-/// The outcome of makeSpecification(): noErr; fileNotFoundError with a specification of a file yet to be made;
+/// The outcome of makeRecord(): noErr; fileNotFoundError with a record of a file yet to be made;
 /// folderNotFoundError or badNameError without one.
-struct SpecificationResult
+struct RecordResult
 {
-    FileSpecification specification;
+    FileRecord record;
     qint16 error = ResourceFile::noErr;
 };
 
-SpecificationResult makeSpecification(const Folder& folder, const QByteArray& name);
+RecordResult makeRecord(const Folder& folder, const QByteArray& name);
 
-/// The file specification of the existing file or folder at @p path. A link at the end of the path is not followed.
-std::optional<FileSpecification> specificationForPath(const QString& path);
+/// The file record of the existing file or folder at @p path. A link at the end of the path is not followed.
+std::optional<FileRecord> recordForPath(const QString& path);
 
-/// The absolute path of a specification whose folder exists, whether the file itself does or not.
-std::optional<QString> pathOf(const FileSpecification& specification);
+/// The absolute path of a record whose folder exists, whether the file itself does or not.
+std::optional<QString> pathOf(const FileRecord& record);
 
 /// Opens the resource fork of a file as ResourceFile::open() does.
-qint16 openResourceFile(const FileSpecification& specification, ResourceFile::Access access);
+qint16 openResourceFile(const FileRecord& record, ResourceFile::Access access);
 
 } // namespace ClassicFiles

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcForks, "blipsy.forks", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, "blipsy.forks", QtInfoMsg)
 
 constexpr quint64 largestFork = 64 * 1024 * 1024;
 constexpr qsizetype finderInfoSize = 32;
@@ -87,10 +87,10 @@ std::optional<Container> containerOf(const FilePeek& file)
 }
 
 /// One run through the places where a fork can be.
-class ForkHunt final
+class ForkFinder final
 {
 public:
-    explicit ForkHunt(QString path)
+    explicit ForkFinder(QString path)
         : m_path(std::move(path))
     {
     }
@@ -153,11 +153,11 @@ private:
         Result<ResourceFork> fork = ResourceFork::parse(std::move(bytes));
         if (!fork) {
             m_result.damage = u"%1: resource fork at %2: %3"_s.arg(container, place, fork.error());
-            qCWarning(lcForks).noquote() << m_result.damage;
+            qCWarning(log).noquote() << m_result.damage;
             return false;
         }
         if (!fork->warnings().isEmpty()) {
-            qCWarning(lcForks).noquote() << u"%1: resource fork at %2: %3"_s.arg(
+            qCWarning(log).noquote() << u"%1: resource fork at %2: %3"_s.arg(
                 container, place, fork->warnings().first());
         }
         const bool isEmpty = fork->resources().empty();
@@ -218,7 +218,7 @@ QString regularFile(const QString& path)
 ForkLocator::ForkSearch ForkLocator::resourceFork(const QString& path)
 {
     const QString file = regularFile(path);
-    return file.isEmpty() ? ForkSearch() : ForkHunt(file).run();
+    return file.isEmpty() ? ForkSearch() : ForkFinder(file).run();
 }
 
 std::optional<FinderInfo> ForkLocator::finderInfo(const QString& path)

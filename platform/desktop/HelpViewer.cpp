@@ -11,7 +11,7 @@ namespace HelpViewer {
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcHelp, "blipsy.help")
+Q_LOGGING_CATEGORY(log, "blipsy.help")
 
 } // namespace
 
@@ -19,7 +19,7 @@ int openBook(const QString& bookName, const QString& booksFolder)
 {
     const QString startPage = booksFolder + u'/' + bookName + u"/index.html"_s;
     if (!QFileInfo::exists(startPage)) {
-        qCWarning(lcHelp).noquote() << "The help book" << bookName << "has no start page" << startPage;
+        qCWarning(log).noquote() << "The help book" << bookName << "has no start page" << startPage;
         return bookNotFoundError;
     }
     return QDesktopServices::openUrl(QUrl::fromLocalFile(startPage)) ? 0 : viewerNotFoundError;

@@ -17,7 +17,7 @@
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcHotKeys, "blipsy.hotkeys")
+Q_LOGGING_CATEGORY(log, "blipsy.hotkeys")
 
 constexpr int commandBit = 0x100;
 constexpr int shiftBit = 0x200;
@@ -85,7 +85,7 @@ std::optional<HotKeyReference> HotKeyGrabs::registerHotKey(int virtualKeyCode, i
             [&](quint8 keycode) { return grabKey(keycode, *masks); });
     }
     if (granted.keycodes.empty()) {
-        qCInfo(lcHotKeys).noquote() << "Refused, since it is in use: the hot key" << virtualKeyCode << modifiers;
+        qCInfo(log).noquote() << "Refused, since it is in use: the hot key" << virtualKeyCode << modifiers;
         return {};
     }
     const HotKeyReference reference{++m_lastReference};
@@ -121,7 +121,7 @@ bool HotKeyGrabs::connectToServer()
     int screenNumber = 0;
     Connection connection = connectionToServer(screenNumber);
     if (!connection) {
-        qCWarning(lcHotKeys).noquote() << "No X server: hot keys cannot be registered in this session";
+        qCWarning(log).noquote() << "No X server: hot keys cannot be registered in this session";
         return false;
     }
     xcb_screen_iterator_t screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));

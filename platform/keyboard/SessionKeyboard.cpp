@@ -19,7 +19,7 @@
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcKeyboard, "blipsy.keyboard")
+Q_LOGGING_CATEGORY(log, "blipsy.keyboard")
 
 template <typename Type>
 struct FreeReply
@@ -40,7 +40,7 @@ KeyboardLayout::Pointer layoutByName()
     const Xkb::Keymap keymap(
         context ? xkb_keymap_new_from_names(context.get(), nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS) : nullptr);
     if (!keymap) {
-        qCWarning(lcKeyboard).noquote() << "No keyboard layout could be loaded; keys have no names";
+        qCWarning(log).noquote() << "No keyboard layout could be loaded; keys have no names";
         return {};
     }
     return std::make_shared<const KeyboardLayout>(keymap.get(), 0);
@@ -88,7 +88,7 @@ void SessionKeyboard::connectToServer()
     if (xcb_connection_has_error(connection.get()) != 0 ||
         xkb_x11_setup_xkb_extension(connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
             XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &m_firstEvent, nullptr) == 0) {
-        qCWarning(lcKeyboard).noquote() << "The X server's keyboard layout cannot be read; another stands for it";
+        qCWarning(log).noquote() << "The X server's keyboard layout cannot be read; another stands for it";
         return;
     }
     m_connection = std::move(connection);
@@ -150,7 +150,7 @@ KeyboardLayout::Pointer SessionKeyboard::layoutOfServer() const
     const Xkb::State state(
         keymap ? xkb_x11_state_new_from_device(keymap.get(), m_connection.get(), m_device) : nullptr);
     if (!state) {
-        qCWarning(lcKeyboard).noquote() << "The X server did not tell its keyboard layout";
+        qCWarning(log).noquote() << "The X server did not tell its keyboard layout";
         return m_layout;
     }
     return std::make_shared<const KeyboardLayout>(

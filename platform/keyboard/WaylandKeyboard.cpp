@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcKeyboard, "blipsy.keyboard")
+Q_LOGGING_CATEGORY(log, "blipsy.keyboard")
 
 constexpr auto patienceAtStart = 500ms;
 /// Keymaps take some 70 kB; a compositor that announces more than this is not believed.
@@ -118,8 +118,7 @@ WaylandKeyboard::WaylandKeyboard(QObject* parent)
         connectToCompositor();
     }
     if (!m_layout) {
-        qCWarning(lcKeyboard).noquote()
-            << "The Wayland compositor tells no keyboard layout; the default one stands for it";
+        qCWarning(log).noquote() << "The Wayland compositor tells no keyboard layout; the default one stands for it";
     }
 }
 
@@ -184,7 +183,7 @@ void WaylandKeyboard::takeKeymap(quint32 format, int file, quint32 size)
                                        XKB_KEYMAP_COMPILE_NO_FLAGS)
                                  : nullptr);
     if (!keymap) {
-        qCWarning(lcKeyboard).noquote() << "The Wayland compositor's keyboard layout cannot be read";
+        qCWarning(log).noquote() << "The Wayland compositor's keyboard layout cannot be read";
         return;
     }
     m_layout = std::make_shared<const KeyboardLayout>(keymap.get(), 0);

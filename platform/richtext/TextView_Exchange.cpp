@@ -20,7 +20,7 @@
 
 using namespace Qt::StringLiterals;
 
-Q_LOGGING_CATEGORY(textLog, "blipsy.text")
+Q_LOGGING_CATEGORY(log, "blipsy.text")
 
 namespace {
 
@@ -208,7 +208,7 @@ bool TextView::insertFile(const QString& path)
 {
     const Result<QByteArray> contents = RegularFile::read(path, maximumFileSize);
     if (!contents) {
-        qCWarning(textLog).noquote() << u"cannot take %1 into a text: %2"_s.arg(path, contents.error());
+        qCWarning(log).noquote() << u"cannot take %1 into a text: %2"_s.arg(path, contents.error());
         return false;
     }
     insertAttachment(QFileInfo(path).fileName(), *contents);

@@ -16,11 +16,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcSound, "blipsy.sound", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, "blipsy.sound", QtInfoMsg)
 
 void logUnplayable(const QString& path, const QString& reason)
 {
-    qCInfo(lcSound).noquote() << u"Cannot play %1: %2"_s.arg(path, reason);
+    qCInfo(log).noquote() << u"Cannot play %1: %2"_s.arg(path, reason);
 }
 
 } // namespace

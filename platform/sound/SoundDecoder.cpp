@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcDecoder, "blipsy.sound.decoder", QtWarningMsg)
+Q_LOGGING_CATEGORY(log, "blipsy.sound.decoder", QtWarningMsg)
 
 /// The library's names of the formats that are opened; whatever else it knows stays closed.
 constexpr const char* acceptedFormats = "aiff,wav,mov,mp3";
@@ -63,8 +63,8 @@ using Handle = std::unique_ptr<Type, Deleter>;
 
 void forwardLog(void* /*context*/, int level, const char* format, va_list arguments)
 {
-    if (level <= AV_LOG_WARNING && lcDecoder().isDebugEnabled()) {
-        qCDebug(lcDecoder).noquote() << QString::vasprintf(format, arguments).trimmed();
+    if (level <= AV_LOG_WARNING && log().isDebugEnabled()) {
+        qCDebug(log).noquote() << QString::vasprintf(format, arguments).trimmed();
     }
 }
 

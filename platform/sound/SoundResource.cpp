@@ -80,10 +80,10 @@ Command commandAt(const BoundedBytes& resource, quint64 offset)
 }
 
 /// Walks the commands of one resource.
-class Performance final
+class CommandInterpreter final
 {
 public:
-    explicit Performance(const BoundedBytes& resource, const CommandList& list)
+    explicit CommandInterpreter(const BoundedBytes& resource, const CommandList& list)
         : m_resource(resource)
         , m_list(list)
     {
@@ -105,7 +105,7 @@ private:
     QStringList m_warnings;
 };
 
-bool Performance::playsSample(const Command& command) const
+bool CommandInterpreter::playsSample(const Command& command) const
 {
     if (command.code != installSound && command.code != playBuffer) {
         return false;
@@ -115,7 +115,7 @@ bool Performance::playsSample(const Command& command) const
            (command.param2 >= m_list.end() && SampledSound::isPlausible(m_resource, command.param2));
 }
 
-Result<SampledSound> Performance::sampleOf(const Command& command) const
+Result<SampledSound> CommandInterpreter::sampleOf(const Command& command) const
 {
     if (command.param2 < m_list.end()) {
         return Failure{u"a sampled sound at byte %1 lies inside the commands"_s.arg(command.param2)};
@@ -123,7 +123,7 @@ Result<SampledSound> Performance::sampleOf(const Command& command) const
     return SampledSound::parse(m_resource, command.param2);
 }
 
-std::optional<Command> Performance::firstSample() const
+std::optional<Command> CommandInterpreter::firstSample() const
 {
     for (quint64 at = m_list.offset; at < m_list.end(); at += commandSize) {
         const Command command = commandAt(m_resource, at);
@@ -134,7 +134,7 @@ std::optional<Command> Performance::firstSample() const
     return std::nullopt;
 }
 
-void Performance::performSample(const Command& command, SoundSequence& sequence)
+void CommandInterpreter::performSample(const Command& command, SoundSequence& sequence)
 {
     const Result<SampledSound> sample = sampleOf(command);
     if (!sample || !sample->coding.isPlain) {
@@ -146,7 +146,7 @@ void Performance::performSample(const Command& command, SoundSequence& sequence)
     }
 }
 
-void Performance::perform(const Command& command, SoundSequence& sequence)
+void CommandInterpreter::perform(const Command& command, SoundSequence& sequence)
 {
     const double seconds = quint16(command.param1) * secondsPerUnit;
     const int note = int(command.param2 & 0x7F);
@@ -184,7 +184,7 @@ void Performance::perform(const Command& command, SoundSequence& sequence)
     }
 }
 
-SoundResource::Decoded Performance::perform(SoundSequence sequence)
+SoundResource::Decoded CommandInterpreter::perform(SoundSequence sequence)
 {
     for (quint64 at = m_list.offset; at < m_list.end(); at += commandSize) {
         const Command command = commandAt(m_resource, at);
@@ -201,7 +201,7 @@ SoundResource::Decoded Performance::perform(SoundSequence sequence)
     return {std::move(samples), sequence.sampleRate(), sequence.channels(), m_warnings};
 }
 
-Result<SoundResource::Decoded> Performance::run()
+Result<SoundResource::Decoded> CommandInterpreter::run()
 {
     const std::optional<Command> first = firstSample();
     if (!first) {
@@ -225,5 +225,5 @@ Result<SoundResource::Decoded> SoundResource::decode(QByteArrayView bytes)
 {
     const BoundedBytes resource(bytes);
     const Result<CommandList> commands = findCommands(resource);
-    return commands ? Performance(resource, *commands).run() : Failure{commands.error()};
+    return commands ? CommandInterpreter(resource, *commands).run() : Failure{commands.error()};
 }

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcSoundResource, "blipsy.sound.resource", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, "blipsy.sound.resource", QtInfoMsg)
 
 constexpr size_t framesPerBlock = 4096;
 
@@ -63,7 +63,7 @@ std::span<const float> PcmSource::nextSamples()
 
 bool logFailure(const QString& reason)
 {
-    qCInfo(lcSoundResource).noquote() << u"Cannot play a sound resource: %1"_s.arg(reason);
+    qCInfo(log).noquote() << u"Cannot play a sound resource: %1"_s.arg(reason);
     return false;
 }
 

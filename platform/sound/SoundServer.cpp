@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcServer, "blipsy.sound.server", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, "blipsy.sound.server", QtInfoMsg)
 
 QString errorText(const pa_context* context)
 {
@@ -111,7 +111,7 @@ void SoundServer::contextIsReady()
 {
     m_ready = true;
     m_connectionError.clear();
-    qCDebug(lcServer) << "connected to the sound server";
+    qCDebug(log) << "connected to the sound server";
     for (const auto& handler : m_connectedHandlers) {
         handler(m_context);
     }
@@ -126,7 +126,7 @@ void SoundServer::dropContext(const QString& reason)
     }
     m_ready = false;
     m_connectionError = reason;
-    qCDebug(lcServer).noquote() << "no connection to the sound server:" << reason;
+    qCDebug(log).noquote() << "no connection to the sound server:" << reason;
     pa_context_set_state_callback(context, nullptr, nullptr);
     // Closes the socket and fails what is under way, without asking the server.
     pa_context_disconnect(context);

@@ -44,13 +44,13 @@ QByteArray writtenTo(FILE* stream, Function function)
     return file.readAll();
 }
 
-QByteArray storedSpecification(const QString& path)
+QByteArray storedRecord(const QString& path)
 {
-    ClassicFiles::FileSpecification file;
+    ClassicFiles::FileRecord file;
     posixStringToFSSpec(file, path, false);
     const QByteArray record =
         big(file.folder.volume) + big(file.folder.identifier) + char(file.name.size()) + file.name;
-    return record.leftJustified(ClassicFiles::FileSpecification::storedSize, '\0');
+    return record.leftJustified(ClassicFiles::FileRecord::storedSize, '\0');
 }
 
 } // namespace
@@ -87,13 +87,13 @@ private Q_SLOTS:
 
         const QString path = QDir(m_folder->path()).canonicalPath() + u'/' + name;
         Files::write(path, "x");
-        const QByteArray stored = storedSpecification(path);
+        const QByteArray stored = storedRecord(path);
         QCOMPARE(stored.size(), 70);
-        const auto specification = ClassicFiles::FileSpecification::fromStored(stored);
-        QVERIFY(specification);
-        QCOMPARE(ClassicFiles::pathOf(*specification), path);
+        const auto record = ClassicFiles::FileRecord::fromStored(stored);
+        QVERIFY(record);
+        QCOMPARE(ClassicFiles::pathOf(*record), path);
         QVERIFY(QDir(QFileInfo(path).path()).removeRecursively());
-        QVERIFY(!ClassicFiles::pathOf(*specification));
+        QVERIFY(!ClassicFiles::pathOf(*record));
     }
 
     void specificationThatCannotBeMadeIsEmpty_data()
@@ -110,9 +110,9 @@ private Q_SLOTS:
     {
         const auto [path, isDirectory, message] = currentRow<QString, bool, QByteArray>();
 
-        ClassicFiles::FileSpecification specification{{1, 2}, "old"};
-        QCOMPARE(writtenTo(stdout, [&] { posixStringToFSSpec(specification, path, isDirectory); }), message);
-        QCOMPARE(specification == ClassicFiles::FileSpecification(), !message.isEmpty());
+        ClassicFiles::FileRecord record{{1, 2}, "old"};
+        QCOMPARE(writtenTo(stdout, [&] { posixStringToFSSpec(record, path, isDirectory); }), message);
+        QCOMPARE(record == ClassicFiles::FileRecord(), !message.isEmpty());
     }
 
     void expansionIsTheTextWithoutZeroBytes_data()
@@ -131,7 +131,7 @@ private Q_SLOTS:
         const auto [data, expansion] = currentRow<QByteArray, QString>();
 
         Files::write(at(u"abbs"_s), resourceFork({{"STMP", 1, "other", "x\0"_ba}, {"STMP", 2, "abb", data}}));
-        ClassicFiles::FileSpecification file;
+        ClassicFiles::FileRecord file;
         posixStringToFSSpec(file, at(u"abbs"_s), false);
         QCOMPARE(abbExists(u"abb"_s, &file), expansion);
         QCOMPARE(abbExists(u"ABB"_s, &file), std::nullopt);
@@ -140,7 +140,7 @@ private Q_SLOTS:
 
     void abbreviationThatIsNotMacRomanIsReported()
     {
-        ClassicFiles::FileSpecification file;
+        ClassicFiles::FileRecord file;
         posixStringToFSSpec(file, at(u"own.abbs"_s), false);
         const QByteArray message = writtenTo(stderr, [&] { QVERIFY(!abbExists(u"日本"_s, &file)); });
         QCOMPARE(message, QByteArray("Blipsy: CFStringGetPascalString failed. abbNameP length = 0.\n"));
@@ -158,7 +158,7 @@ private Q_SLOTS:
 
     void windowTitleChoosesTheAbbsFile()
     {
-        QByteArray record = storedSpecification(at(u"own.abbs"_s));
+        QByteArray record = storedRecord(at(u"own.abbs"_s));
         writePreferences({{"FSAp", 128, "My Editor", record}});
         QWidget window;
         window.setWindowTitle(u"My Editor"_s);
@@ -182,9 +182,9 @@ private Q_SLOTS:
 
     void everyOtherProgramUsesTheDefaultFile()
     {
-        writePreferences({{"FSAp", 128, "My Editor", storedSpecification(at(u"own.abbs"_s))},
+        writePreferences({{"FSAp", 128, "My Editor", storedRecord(at(u"own.abbs"_s))},
             {"cnfG", 142, {}, QByteArray::fromHex("FFFB0000")}, {"FSSp", 3, {}, zeros(70)},
-            {"FSSp", -5, {}, storedSpecification(at(u"default.abbs"_s))}});
+            {"FSSp", -5, {}, storedRecord(at(u"default.abbs"_s))}});
         const qsizetype before = openDescriptors();
         QCOMPARE(abbExists(u"btw"_s), u"by the way"_s);
         QCOMPARE(abbExists(u"none"_s), std::nullopt);
@@ -209,9 +209,9 @@ private Q_SLOTS:
     {
         const DataTable<QByteArray, QByteArray> row("preferences", "messages");
 
-        const QByteArray record = storedSpecification(u"/usr"_s);
-        const auto defaultFile = [](const QByteArray& specification) {
-            return resourceFork({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, specification}});
+        const QByteArray record = storedRecord(u"/usr"_s);
+        const auto defaultFile = [](const QByteArray& chosen) {
+            return resourceFork({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, chosen}});
         };
         const QByteArray notChosen = "Blipsy: openAbbsFile FSpOpenResFile ResError = -43.\n"
                                      "Blipsy: cannot find abbs file called: .\n";
@@ -247,7 +247,7 @@ private Q_SLOTS:
 
     void commandFindsAnAbbreviationInAnotherProcess()
     {
-        writePreferences({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, storedSpecification(at(u"default.abbs"_s))}});
+        writePreferences({{"cnfG", 142, {}, "\0\1"_ba}, {"FSSp", 1, {}, storedRecord(at(u"default.abbs"_s))}});
         QByteArray message;
         const auto run = [&message](const QStringList& arguments) {
             QProcess process;
