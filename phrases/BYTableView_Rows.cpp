@@ -16,7 +16,11 @@ using namespace Qt::StringLiterals;
 
 using PropertyList::DictionaryPointer;
 
+namespace {
+
 Q_LOGGING_CATEGORY(log, "blipsy.phrases")
+
+} // namespace
 
 DictionaryPointer BYTableView::entryAt(int row) const
 {

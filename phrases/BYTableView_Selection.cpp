@@ -16,9 +16,9 @@ using namespace Qt::StringLiterals;
 
 using PropertyList::DictionaryPointer;
 
-Q_LOGGING_CATEGORY(log, "blipsy.phrases")
-
 namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.phrases")
 
 constexpr int plainColumn = 0;
 constexpr int richColumn = 1;

@@ -20,9 +20,9 @@
 
 using namespace Qt::StringLiterals;
 
-Q_LOGGING_CATEGORY(log, "blipsy.text")
-
 namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.text")
 
 const QString& wrapperMimeType()
 {
