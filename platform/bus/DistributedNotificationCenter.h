@@ -20,9 +20,8 @@ struct DistributedNotification
     PropertyList::DictionaryPointer userInfo;
 };
 
-/// Posts and observes distributed notifications: signals on the session bus, sent from the object path that
-/// NotificationMessage makes of the object, with the product's interface `DistributedNotifications`, the member
-/// `Posted` and the arguments (s name, s object, a{sv} userInfo).
+/// Posts and observes distributed notifications: signals on the session bus, with the product's object path, its
+/// interface `DistributedNotifications`, the member `Posted` and the arguments (s name, s object, a{sv} userInfo).
 ///
 /// A sender hears its own posts too, asynchronously and once, through the bus. Without a session bus, or where the bus
 /// does not bring a post back within half a second, it is delivered inside this process, also asynchronously. Nothing

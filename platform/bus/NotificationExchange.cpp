@@ -41,7 +41,8 @@ void NotificationExchange::attach(sd_bus* connection)
         return;
     }
     sd_bus_match_signal_async(
-        connection, &m_match, nullptr, nullptr, NotificationMessage::interface, NotificationMessage::member,
+        connection, &m_match, nullptr, NotificationMessage::path, NotificationMessage::interface,
+        NotificationMessage::member,
         [](sd_bus_message* message, void* self, sd_bus_error*) {
             return static_cast<NotificationExchange*>(self)->receive(message);
         },
@@ -53,8 +54,8 @@ void NotificationExchange::post(sd_bus* connection, const DistributedNotificatio
     uint64_t cookie = 0;
     sd_bus_message* message = nullptr;
     if (connection != nullptr &&
-        sd_bus_message_new_signal(connection, &message, NotificationMessage::pathOf(notification.object).constData(),
-            NotificationMessage::interface, NotificationMessage::member) >= 0 &&
+        sd_bus_message_new_signal(connection, &message, NotificationMessage::path, NotificationMessage::interface,
+            NotificationMessage::member) >= 0 &&
         NotificationMessage::append(message, notification)) {
         sd_bus_send(connection, message, &cookie);
     }

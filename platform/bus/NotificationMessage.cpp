@@ -148,12 +148,6 @@ PropertyList::DictionaryPointer NotificationMessage::sendableUserInfo(const Prop
     return sendable->isEmpty() ? PropertyList::DictionaryPointer() : sendable;
 }
 
-QByteArray NotificationMessage::pathOf(const QString& object)
-{
-    const QByteArray path = '/' + object.toUtf8().replace('.', '/');
-    return sd_bus_object_path_is_valid(path.constData()) > 0 ? path : QByteArrayLiteral("/");
-}
-
 bool NotificationMessage::append(sd_bus_message* message, const DistributedNotification& notification)
 {
     int result = sd_bus_message_append(

@@ -4,8 +4,6 @@
 
 #include <product/Product.h>
 
-#include <QByteArray>
-
 #include <optional>
 
 struct sd_bus_message;
@@ -13,16 +11,13 @@ struct sd_bus_message;
 /// The form that notifications have on the bus: (s name, s object, a{sv} userInfo).
 namespace NotificationMessage {
 
+inline constexpr auto path = PRODUCT_NOTIFICATION_PATH;
 inline constexpr auto interface = PRODUCT_IDENTIFIER ".DistributedNotifications";
 inline constexpr auto member = "Posted";
 
 /// A dictionary of its own with those entries of @p userInfo that a message can carry: texts, numbers, booleans and
 /// data. Null when there are none.
 PropertyList::DictionaryPointer sendableUserInfo(const PropertyList::DictionaryPointer& userInfo);
-
-/// The object path of a notification with this @p object: its parts between the dots (com.example.Tool is sent from
-/// /com/example/Tool). The root path for an object whose name has other characters than a path may have.
-QByteArray pathOf(const QString& object);
 
 /// Appends the arguments to @p message. False when one does not fit.
 bool append(sd_bus_message* message, const DistributedNotification& notification);
