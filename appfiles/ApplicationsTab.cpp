@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ApplicationsTab.h"
 
 #include "ui_ApplicationsTab.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BYAppsFilesController.h"
 
 #include <core/BYGlobals.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # One INTERFACE target carries every flag, so that no folder can forget one.
 add_library(blipsy_flags INTERFACE)
 target_compile_features(blipsy_flags INTERFACE cxx_std_20)

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Draws the house from what the build says, and checks that it is what the sources do.
 
 Usage: architecture.py ROOMS SVG

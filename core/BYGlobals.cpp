@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BYGlobals.h"
 
 #include "SharedNames.h"

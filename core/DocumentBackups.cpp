@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DocumentBackups.h"
 
 #include <platform/bytes/RegularFile.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "HelperProcess.h"
 
 #include "BYGlobals.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PhraseList.h"
 
 #include "FoldedCharacter.h"

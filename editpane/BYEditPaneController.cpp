@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BYEditPaneController.h"
 
 #include "EditPaneMenus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EditPane.h"
 
 EditPane::EditPane(QWidget* parent)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EditPaneMenus.h"
 
 #include <core/SharedNames.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FormattingBar.h"
 
 #include <core/SharedNames.h>

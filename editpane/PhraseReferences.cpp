@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PhraseReferences.h"
 
 #include "PlainToolTip.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PlainToolTip.h"
 
 #include <QHelpEvent>

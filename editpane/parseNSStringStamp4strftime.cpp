@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "parseNSStringStamp4strftime.h"
 
 #include <platform/bytes/CalendarFormat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BYEventsTableView.h"
 
 #include "EventEntries.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EventEntries.h"
 
 #include <core/FoldedCharacter.h>

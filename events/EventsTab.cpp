@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EventsTab.h"
 
 #include "ui_EventsTab.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundEventsController.h"
 
 #include "EventEntries.h"

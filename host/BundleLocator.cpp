@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BundleLocator.h"
 
 #include "LockFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SettingsWindow.h"
 
 #include <pane/interface/PreferencePane.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BYlauncher.h"
 
 #include <core/BYGlobals.h>

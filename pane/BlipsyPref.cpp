@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BlipsyPref.h"
 
 #include "Interface.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>

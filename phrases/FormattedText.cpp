@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FormattedText.h"
 
 #include <platform/archive/ArchivedText.h>

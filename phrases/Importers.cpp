@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Importers.h"
 
 #include <core/SharedNames.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PhraseListPrinter.h"
 
 #include <QFontMetricsF>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PhrasesTab.h"
 
 #include "ui_PrintClippingsWindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RecentDocuments.h"
 
 #include <core/BYGlobals.h>

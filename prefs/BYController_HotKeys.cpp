@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BYController.h"
 
 #include "ControlTitle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ControlTitle.h"
 
 using namespace Qt::StringLiterals;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OptionsTab.h"
 
 OptionsTab::OptionsTab(QWidget* parent)

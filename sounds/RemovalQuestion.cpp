@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RemovalQuestion.h"
 
 #include <core/SharedNames.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RowButtons.h"
 
 #include <core/SharedNames.h>

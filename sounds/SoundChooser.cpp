@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundChooser.h"
 
 #include "SoundKinds.h"

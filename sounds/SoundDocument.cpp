@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundDocument.h"
 
 #include <core/BYGlobals.h>

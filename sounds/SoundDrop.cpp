@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundDrop.h"
 
 #include "SoundKinds.h"

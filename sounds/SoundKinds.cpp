@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundKinds.h"
 
 #include <platform/bytes/PathNames.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundPanelAccessory.h"
 
 SoundPanelAccessory::SoundPanelAccessory(QWidget* parent)

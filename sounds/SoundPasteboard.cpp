@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundPasteboard.h"
 
 #include <platform/controls/Pasteboard.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "InternalInconsistency.h"
 
 using namespace Qt::StringLiterals;

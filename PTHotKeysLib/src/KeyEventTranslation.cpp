@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "KeyEventTranslation.h"
 
 #include <platform/keyboard/KeyboardLayout.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PTHotKey.h"
 
 using namespace Qt::StringLiterals;

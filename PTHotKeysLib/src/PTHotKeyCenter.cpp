@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PTHotKeyCenter.h"
 
 #include "InternalInconsistency.h"

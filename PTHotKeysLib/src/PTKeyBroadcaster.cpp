@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PTKeyBroadcaster.h"
 
 #include "KeyEventTranslation.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PTKeyComboPanel.h"
 
 #include "PTHotKeyCenter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PaneBundle.h"
 
 #include <product/Product.h>

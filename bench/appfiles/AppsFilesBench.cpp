@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <appfiles/ApplicationsTab.h>
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Abbs.h"
 
 #include <platform/bytes/FourCharCode.h>

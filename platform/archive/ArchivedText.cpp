@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ArchivedText.h"
 
 #include "TypedStreamObjects.h"

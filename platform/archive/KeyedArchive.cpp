@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "KeyedArchive.h"
 
 #include <platform/plist/PropertyList.h>

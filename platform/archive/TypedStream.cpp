@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TypedStream.h"
 
 #include "TypedStreamInput.h"

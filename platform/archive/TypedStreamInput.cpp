@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TypedStreamInput.h"
 
 using namespace Qt::StringLiterals;

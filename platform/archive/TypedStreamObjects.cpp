@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TypedStreamObjects.h"
 
 #include <platform/bytes/BoundedBytes.h>

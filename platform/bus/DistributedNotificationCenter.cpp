@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DistributedNotificationCenter.h"
 
 #include "MessageBus.h"

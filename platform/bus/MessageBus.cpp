@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "MessageBus.h"
 
 #include <QFutureWatcher>

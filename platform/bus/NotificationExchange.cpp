@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NotificationExchange.h"
 
 #include "MessageBus.h"

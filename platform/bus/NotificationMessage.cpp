@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NotificationMessage.h"
 
 #include <systemd/sd-bus.h>

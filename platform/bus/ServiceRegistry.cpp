@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ServiceRegistry.h"
 
 #include "MessageBus.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CharacterBitmap.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PathNames.h"
 
 QStringView withoutEndSlash(QStringView path)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AliasRecord.h"
 
 #include <platform/bytes/BoundedBytes.h>

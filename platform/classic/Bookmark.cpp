@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Bookmark.h"
 
 #include <platform/bytes/BoundedBytes.h>

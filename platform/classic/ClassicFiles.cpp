@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ClassicFiles.h"
 
 #include "ClassicFolders.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ClassicFolders.h"
 
 #include <platform/storage/Preferences.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FilePeek.h"
 
 #include <QFileInfo>

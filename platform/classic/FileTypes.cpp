@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FileTypes.h"
 
 #include "AliasRecord.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FinderInfo.h"
 
 #include <platform/bytes/BoundedBytes.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ForkLocator.h"
 
 #include "AppleDouble.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ResourceFile.h"
 
 #include "ForkLocator.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ResourceFork.h"
 
 #include <platform/bytes/BoundedBytes.h>

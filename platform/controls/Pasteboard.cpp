@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Pasteboard.h"
 
 #include <QClipboard>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Bundle.h"
 
 #include <QDir>

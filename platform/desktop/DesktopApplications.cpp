@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DesktopApplications.h"
 
 #include <platform/bytes/RegularFile.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Gestalt.h"
 
 #include <bit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LoginItemScript.h"
 
 #include <platform/storage/AtomicFile.h>

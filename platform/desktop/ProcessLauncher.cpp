@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ProcessLauncher.h"
 
 #include <QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Workspace.h"
 
 #include "DesktopApplications.h"

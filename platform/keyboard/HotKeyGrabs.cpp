@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "HotKeyGrabs.h"
 
 #include "ModifierMapping.h"

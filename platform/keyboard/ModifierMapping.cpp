@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ModifierMapping.h"
 
 #include <xcb/xcb.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SessionKeyboard.h"
 
 #include "XkbHandles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "XkbHandles.h"
 
 #include <xkbcommon/xkbcommon.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ApplicationPanel.h"
 
 #include "PanelText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "InterfaceText.h"
 
 #include "PanelText.h"

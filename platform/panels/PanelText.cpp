@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PanelText.h"
 
 #include <platform/desktop/Bundle.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PanelTypes.h"
 
 #include <platform/classic/FileTypes.h>

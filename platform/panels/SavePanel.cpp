@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SavePanel.h"
 
 #include "Alert.h"

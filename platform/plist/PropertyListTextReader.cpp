@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PropertyListForms.h"
 
 #include <platform/bytes/MacRoman.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AttributedText.h"
 
 #include <QTextCursor>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CharacterSize.h"
 
 #include <QFont>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RtfCodePage.h"
 
 #include <QStringDecoder>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RtfParagraph.h"
 
 #include "ParagraphSide.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Rtfd.h"
 
 #include "Rtf.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AiffC.h"
 
 #include <platform/bytes/ExtendedFloat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AlertVolume.h"
 
 #include "SoundServer.h"

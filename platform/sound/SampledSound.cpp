@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SampledSound.h"
 
 #include <platform/bytes/ExtendedFloat.h>

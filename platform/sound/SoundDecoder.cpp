@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundDecoder.h"
 
 #include "SoundInput.h"

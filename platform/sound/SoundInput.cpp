@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundInput.h"
 
 #include <QFile>

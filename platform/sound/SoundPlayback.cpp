@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundPlayback.h"
 
 #include "SoundSource.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundResource.h"
 
 #include "AiffC.h"

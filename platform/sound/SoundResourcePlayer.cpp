@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundResourcePlayer.h"
 
 #include "SoundDecoder.h"

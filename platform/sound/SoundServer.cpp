@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundServer.h"
 
 #include <product/Product.h>

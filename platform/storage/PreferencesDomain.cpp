@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PreferencesDomain.h"
 
 #include "AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Cell.h"
 
 void ButtonCell::performClick(TableView* sender) const

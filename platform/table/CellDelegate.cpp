@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CellDelegate.h"
 
 #include "TableModel.h"

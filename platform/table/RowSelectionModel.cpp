@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RowSelectionModel.h"
 
 #include "TableModel.h"

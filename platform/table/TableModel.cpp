@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TableModel.h"
 
 #include "TableView.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TableView.h"
 
 #include "TableView_Implementation.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TableViewDataSource.h"
 
 void TableViewDataSource::tableView_setObjectValue_forTableColumn_row(

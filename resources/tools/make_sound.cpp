@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QByteArray>
 #include <QFile>
 #include <QtEndian>

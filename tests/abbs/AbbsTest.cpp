@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <phrases/abbs/Abbs.h>
 #include <platform/bytes/FourCharCode.h>
 #include <platform/desktop/FrontmostWindow.h>

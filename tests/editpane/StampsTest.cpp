@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <editpane/parseNSStringStamp4strftime.h>
 #include <platform/storage/Preferences.h>
 

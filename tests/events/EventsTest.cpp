@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <events/EventEntries.h>

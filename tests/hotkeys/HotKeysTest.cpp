@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <PTHotKeysLib/src/InternalInconsistency.h>
 #include <PTHotKeysLib/src/PTHotKeyCenter.h>
 #include <PTHotKeysLib/src/PTKeyCodeTranslator.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <PTHotKeysLib/src/PTKeyBroadcaster.h>
 #include <PTHotKeysLib/src/PTKeyCodeTranslator.h>
 #include <PTHotKeysLib/src/PTKeyCombo.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ModalDriver.h"
 
 #include <PTHotKeysLib/src/PTHotKeyCenter.h>

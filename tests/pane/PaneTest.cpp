@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <appfiles/BYAppsFilesController.h>
 #include <core/BYGlobals.h>
 #include <core/HelperProcess.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/PhraseList.h>
 #include <core/PhraseOrder.h>
 #include <core/SharedNames.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PhrasesTabFixture.h"
 
 #include <core/BYGlobals.h>

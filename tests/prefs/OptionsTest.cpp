@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OptionsFixture.h"
 
 #include <core/HelperProcess.h>

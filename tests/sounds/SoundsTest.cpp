@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/archive/KeyedArchive.h>
 #include <platform/controls/Pasteboard.h>
 #include <platform/panels/OpenPanel.h>

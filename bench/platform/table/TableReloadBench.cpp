@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/table/TableView.h>
 #include <platform/table/TableViewDataSource.h>
 

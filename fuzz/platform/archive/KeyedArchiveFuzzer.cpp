@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/archive/KeyedArchive.h>
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/archive/ArchivedText.h>
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/classic/AliasRecord.h>
 #include <platform/classic/Bookmark.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/classic/AppleDouble.h>
 #include <platform/classic/FinderInfo.h>
 #include <platform/classic/MacBinary.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/richtext/Rtf.h>
 
 #include <QTextDocument>

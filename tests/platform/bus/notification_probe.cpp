@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/bus/DistributedNotificationCenter.h>
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/bytes/CalendarFormat.h>
 
 #include <QDateTime>

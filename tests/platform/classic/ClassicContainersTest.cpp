@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/bytes/FourCharCode.h>
 #include <platform/bytes/MacRoman.h>
 #include <platform/classic/AliasRecord.h>

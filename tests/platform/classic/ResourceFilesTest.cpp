@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/classic/FileTypes.h>
 #include <platform/classic/ResourceFile.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/controls/Matrix.h>
 #include <platform/controls/NotificationCenter.h>
 #include <platform/controls/Pasteboard.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/DesktopApplications.h>
 #include <platform/desktop/ProcessLauncher.h>

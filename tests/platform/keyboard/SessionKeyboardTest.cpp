@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/keyboard/SessionKeyboard.h>
 
 #include <QRegularExpression>

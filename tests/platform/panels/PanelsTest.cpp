@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/panels/Alert.h>
 #include <platform/panels/OpenPanel.h>
 #include <platform/panels/SavePanel.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/plist/PropertyList.h>
 
 #include <QTest>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/richtext/ParagraphSide.h>
 #include <platform/richtext/Rtf.h>
 #include <platform/richtext/Rtfd.h>

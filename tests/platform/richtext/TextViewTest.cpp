@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/richtext/Rtfd.h>
 #include <platform/richtext/TextAttachment.h>
 #include <platform/richtext/TextView.h>

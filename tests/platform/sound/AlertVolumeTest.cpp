@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/sound/AlertVolume.h>
 #include <platform/sound/SoundServer.h>
 

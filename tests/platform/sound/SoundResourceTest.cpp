@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/sound/SoundDecoder.h>
 #include <platform/sound/SoundResource.h>
 

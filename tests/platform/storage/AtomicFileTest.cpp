@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/storage/AtomicFile.h>
 
 #include <QDir>

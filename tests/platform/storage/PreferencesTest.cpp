@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <platform/storage/Preferences.h>
 
 #include <QElapsedTimer>

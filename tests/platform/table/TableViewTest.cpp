@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RowSource.h"
 
 #include <platform/controls/NotificationCenter.h>
