@@ -5,7 +5,6 @@
 #include <core/SharedNames.h>
 #include <platform/bus/DistributedNotificationCenter.h>
 #include <platform/bytes/PathNames.h>
-#include <platform/controls/NotificationCenter.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/storage/Preferences.h>
 #include <platform/table/TableView.h>
@@ -83,13 +82,13 @@ void BYAppsFilesController::awakeFromNib()
     defaults.addSuiteNamed(BYGlobals::appID());
     appsToSkip = stringsOf(defaults.objectForKey(SettingKey::appsFiles));
     sharedInstance()->refresh(this);
-    enableRemoval(appsFilesTable);
+    tableViewSelectionDidChange();
     if (appsFilesTable != nullptr) {
         appsFilesTable->setDataSource(this);
         buildCells();
         appsFilesTable->registerForDraggedTypes();
-        NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, appsFilesTable,
-            [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
+        connect(
+            appsFilesTable, &TableView::selectionDidChange, this, &BYAppsFilesController::tableViewSelectionDidChange);
     }
 }
 
@@ -153,15 +152,10 @@ QIcon BYAppsFilesController::iconForFileAtPath(const QString& path)
     return *iconsCache.insert(path, Workspace::iconForFile(path));
 }
 
-void BYAppsFilesController::tableViewSelectionDidChange(const Notification& notification)
-{
-    enableRemoval(qobject_cast<TableView*>(notification.object));
-}
-
-void BYAppsFilesController::enableRemoval(const TableView* table)
+void BYAppsFilesController::tableViewSelectionDidChange()
 {
     if (removeAppButton != nullptr) {
-        removeAppButton->setEnabled(table != nullptr && table->selectedRow() >= 0);
+        removeAppButton->setEnabled(appsFilesTable != nullptr && appsFilesTable->selectedRow() >= 0);
     }
 }
 

@@ -14,7 +14,6 @@
 class QAction;
 class QMenu;
 class QPushButton;
-struct Notification;
 
 /// Compares the file names of two paths, folders aside, without regard to letter case: negative, zero or positive.
 /// Paths of equal names keep the order in which they were added.
@@ -72,7 +71,7 @@ public:
     /// @}
 
     /// Enables the remove button while the table has a selected row.
-    void tableViewSelectionDidChange(const Notification& notification);
+    void tableViewSelectionDidChange();
     /// Gives the selected application what the menu item's tag says: 1 no document, 2 a document that the user chooses.
     void appsPopUpAction(QAction* sender);
     /// Lets the user choose an application and adds it.
@@ -88,7 +87,6 @@ private:
     void chooseDocumentFor(const QString& application);
     void applicationsChanged();
     void reloadTable();
-    void enableRemoval(const TableView* table);
     QString selectedApplication();
     QString applicationAtRow(int row);
     QString documentTextFor(const QString& application) const;

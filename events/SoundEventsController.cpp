@@ -6,7 +6,6 @@
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <platform/bytes/PathNames.h>
-#include <platform/controls/NotificationCenter.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/sound/Sound.h>
@@ -84,8 +83,8 @@ void SoundEventsController::awakeFromNib()
     mySoundEventsTable->registerForDraggedTypes();
     buildCells();
     mySoundEventsTable->setDataSource(this);
-    NotificationCenter::defaultCenter().addObserver(this, TableView::selectionDidChangeNotification, mySoundEventsTable,
-        [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
+    connect(
+        mySoundEventsTable, &TableView::selectionDidChange, this, &SoundEventsController::tableViewSelectionDidChange);
     mySoundEventsTable->reloadData();
 }
 

@@ -14,7 +14,6 @@ class QMenu;
 class QPushButton;
 class Slider;
 class Sound;
-struct Notification;
 
 /// Controller of the sound-events list: shows the document's events, narrows them by the search field, gives them
 /// sounds and volumes. Row r of the table is entry r of the filtered event list. Main thread only.
@@ -70,7 +69,7 @@ public:
 
     /// Names and shows the volume that the slider sets now: the general one, the system's alert volume or the selected
     /// event's.
-    void tableViewSelectionDidChange(const Notification& notification);
+    void tableViewSelectionDidChange();
     /// Stores the slider's value where the selection says, writes the document and has the event played.
     void volumeSliderAction(Slider* sender);
     /// @}

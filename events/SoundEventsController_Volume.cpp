@@ -5,7 +5,6 @@
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
-#include <platform/controls/NotificationCenter.h>
 #include <platform/controls/Slider.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/sound/AlertVolume.h>
@@ -58,11 +57,9 @@ float generalVolume()
 
 } // namespace
 
-void SoundEventsController::tableViewSelectionDidChange(const Notification& notification)
+void SoundEventsController::tableViewSelectionDidChange()
 {
-    const auto* table = qobject_cast<TableView*>(notification.object);
-    const DictionaryPointer entry =
-        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), table != nullptr ? table->selectedRow() : -1);
+    const DictionaryPointer entry = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), selectedRow());
     const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     QString label;
     float volume = 0;

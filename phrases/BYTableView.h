@@ -6,7 +6,6 @@
 #include "TypeAhead.h"
 
 #include <platform/bus/DistributedNotificationCenter.h>
-#include <platform/controls/NotificationCenter.h>
 #include <platform/plist/PropertyList.h>
 #include <platform/table/TableView.h>
 #include <sounds/SoundChooser.h>
@@ -147,11 +146,11 @@ public:
     /// @{
 
     /// The selection is about to move: asks what becomes of text that is not saved.
-    void tableViewSelectionIsChanging(const Notification& notification);
+    void tableViewSelectionIsChanging();
     /// The selection has moved: loads the edit pane.
-    void tableViewSelectionDidChange(const Notification& notification);
-    void editEntryPaneTextDidChange(const Notification& notification);
-    void editEntryPaneTypingAttributesChanged(const Notification& notification);
+    void tableViewSelectionDidChange();
+    void editEntryPaneTextDidChange();
+    void editEntryPaneTypingAttributesChanged();
     /// The pane is about to go: asks what becomes of text that is not saved.
     void willUnselect();
     /// @}

@@ -40,7 +40,7 @@ void setShown(QWidget* view, bool visible)
 
 } // namespace
 
-void BYTableView::tableViewSelectionIsChanging(const Notification&)
+void BYTableView::tableViewSelectionIsChanging()
 {
     if (m_isFollowingSelection) {
         return;
@@ -93,7 +93,7 @@ void BYTableView::saveEditedText(const DictionaryPointer& entry)
     BYGlobals::sendNotification(NotificationName::preferencesChanged);
 }
 
-void BYTableView::tableViewSelectionDidChange(const Notification&)
+void BYTableView::tableViewSelectionDidChange()
 {
     if (m_isFollowingSelection) {
         return;
@@ -167,12 +167,12 @@ void BYTableView::setEditPaneDirty(bool dirty)
     enable(saveEditedAbbButton, dirty);
 }
 
-void BYTableView::editEntryPaneTextDidChange(const Notification&)
+void BYTableView::editEntryPaneTextDidChange()
 {
     setEditPaneDirty(true);
 }
 
-void BYTableView::editEntryPaneTypingAttributesChanged(const Notification&)
+void BYTableView::editEntryPaneTypingAttributesChanged()
 {
     if (plainOrRichRadioButton && plainOrRichRadioButton->selectedColumn() == richColumn) {
         setEditPaneDirty(true);

@@ -24,7 +24,7 @@ BYTableView::BYTableView(QWidget* parent)
 BYTableView::~BYTableView()
 {
     // The base class lives longer than what it would ask and tell.
-    NotificationCenter::defaultCenter().removeObserver(this);
+    disconnect(this, nullptr, this, nullptr);
     setDataSource(nullptr);
 }
 
@@ -64,22 +64,13 @@ void BYTableView::observeNotifications()
 {
     DistributedNotificationCenter::defaultCenter().addObserver(
         this, {}, appID, [this](const DistributedNotification& notification) { prefsChanged(notification); });
-
-    NotificationCenter& center = NotificationCenter::defaultCenter();
-    center.addObserver(this, selectionDidChangeNotification, this,
-        [this](const Notification& notification) { tableViewSelectionDidChange(notification); });
-    center.addObserver(this, selectionIsChangingNotification, this,
-        [this](const Notification& notification) { tableViewSelectionIsChanging(notification); });
-
-    if (!editEntryPane) {
-        return;
+    connect(this, &TableView::selectionDidChange, this, &BYTableView::tableViewSelectionDidChange);
+    connect(this, &TableView::selectionIsChanging, this, &BYTableView::tableViewSelectionIsChanging);
+    if (editEntryPane) {
+        connect(editEntryPane, &TextView::textDidChange, this, &BYTableView::editEntryPaneTextDidChange);
+        connect(editEntryPane, &TextView::typingAttributesDidChange, this,
+            &BYTableView::editEntryPaneTypingAttributesChanged);
     }
-    connect(editEntryPane, &TextView::textDidChange, this, [this] {
-        editEntryPaneTextDidChange({u"textDidChange"_s, editEntryPane, {}});
-    });
-    connect(editEntryPane, &TextView::typingAttributesDidChange, this, [this] {
-        editEntryPaneTypingAttributesChanged({u"typingAttributesDidChange"_s, editEntryPane, {}});
-    });
 }
 
 void BYTableView::loadIcons()

@@ -3,7 +3,6 @@
 
 #include "ui_PrintClippingsWindow.h"
 
-#include <platform/controls/NotificationCenter.h>
 #include <sounds/SoundPanelAccessory.h>
 
 #include <QStackedLayout>
@@ -47,6 +46,6 @@ void PhrasesTab::setEditPane(QWidget* editPane)
     layout->addWidget(hint);
     layout->addWidget(editPane);
     TableView* table = m_form.abbsTableView;
-    NotificationCenter::defaultCenter().addObserver(place, TableView::selectionDidChangeNotification, table,
-        [layout, table](const Notification&) { layout->setCurrentIndex(table->selectedRow() < 0 ? 0 : 1); });
+    connect(table, &TableView::selectionDidChange, place,
+        [layout, table] { layout->setCurrentIndex(table->selectedRow() < 0 ? 0 : 1); });
 }

@@ -4,13 +4,9 @@
 #include "KeyEventTranslation.h"
 #include "PTKeyCombo.h"
 
-#include <platform/controls/NotificationCenter.h>
-
 #include <QKeyEvent>
 
 #include <array>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -72,9 +68,7 @@ void PTKeyBroadcaster::_bcastEvent(QKeyEvent* event)
 
 void PTKeyBroadcaster::_bcastKeyCode_modifiers(qint16 keyCode, qint32 modifiers)
 {
-    const PTKeyCombo keyCombo(keyCode, modifiers);
-    NotificationCenter::defaultCenter().postNotification(
-        PTKeyBroadcasterKeyEvent, this, {{u"keyCombo"_s, QVariant::fromValue(keyCombo)}});
+    Q_EMIT PTKeyBroadcasterKeyEvent(PTKeyCombo(keyCode, modifiers));
 }
 
 quint32 PTKeyBroadcaster::cocoaModifiersAsCarbonModifiers(quint32 flags)

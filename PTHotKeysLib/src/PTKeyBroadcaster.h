@@ -2,13 +2,9 @@
 #pragma once
 
 #include <QPushButton>
-#include <QString>
 
+class PTKeyCombo;
 class QKeyEvent;
-
-/// The name of the in-process notification by which a PTKeyBroadcaster announces a key press. Its object is the
-/// broadcaster, its user information the PTKeyCombo of the key press under "keyCombo".
-inline const QString PTKeyBroadcasterKeyEvent = QStringLiteral("PTKeyBroadcasterKeyEvent");
 
 /// A control that captures the key presses of its window, shortcuts and Tab included, and announces each as a key
 /// combination; a key without modifiers is announced too. The keys that only modify others are no key press. Return,
@@ -32,6 +28,10 @@ public:
     /// The classic modifier bits (as in PTKeyCombo) of a mask of application modifier flags; other flags, Caps Lock
     /// among them, are dropped.
     static quint32 cocoaModifiersAsCarbonModifiers(quint32 flags);
+
+Q_SIGNALS:
+    /// A key has been pressed.
+    void PTKeyBroadcasterKeyEvent(const PTKeyCombo& keyCombo);
 
 protected:
     bool event(QEvent* event) override;

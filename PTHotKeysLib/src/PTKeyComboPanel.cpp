@@ -5,8 +5,6 @@
 #include "PTKeyCodeTranslator.h"
 #include "ui_PTKeyComboPanel.h"
 
-#include <platform/controls/NotificationCenter.h>
-
 #include <QCoreApplication>
 
 #include <tuple>
@@ -69,8 +67,7 @@ void PTKeyComboPanel::windowDidLoad()
 {
     mTitleFormat = mTitleField->text();
     m_comboNameFormat = mComboField->accessibleName();
-    NotificationCenter::defaultCenter().addObserver(this, PTKeyBroadcasterKeyEvent, mKeyBcaster,
-        [this](const Notification& notification) { noteKeyBroadcast(notification); });
+    connect(mKeyBcaster, &PTKeyBroadcaster::PTKeyBroadcasterKeyEvent, this, &PTKeyComboPanel::noteKeyBroadcast);
 }
 
 void PTKeyComboPanel::setKeyCombo(const PTKeyCombo& keyCombo)
@@ -97,9 +94,9 @@ void PTKeyComboPanel::_refreshContents()
     }
 }
 
-void PTKeyComboPanel::noteKeyBroadcast(const Notification& notification)
+void PTKeyComboPanel::noteKeyBroadcast(const PTKeyCombo& keyCombo)
 {
-    setKeyCombo(notification.userInfo.value(u"keyCombo"_s).value<PTKeyCombo>());
+    setKeyCombo(keyCombo);
 }
 
 int PTKeyComboPanel::runModal()

@@ -11,8 +11,6 @@
 #include <QPointer>
 #include <QString>
 
-struct Notification;
-
 /// Who is told the outcome of a PTKeyComboPanel that runs as a sheet.
 class PTKeyComboPanelTarget : public QObject
 {
@@ -80,7 +78,7 @@ public:
     /// @}
 
     void windowDidLoad();
-    void noteKeyBroadcast(const Notification& notification);
+    void noteKeyBroadcast(const PTKeyCombo& keyCombo);
     void _sheetDidEnd_returnCode_contextInfo(QDialog* sheet, int returnCode, PTKeyComboPanelTarget* contextInfo);
     void _refreshContents();
 

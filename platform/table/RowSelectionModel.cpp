@@ -4,8 +4,6 @@
 #include "TableModel.h"
 #include "TableView.h"
 
-#include <platform/controls/NotificationCenter.h>
-
 #include <QPointer>
 
 RowSelectionModel::RowSelectionModel(TableModel* model, TableView* table)
@@ -37,7 +35,7 @@ bool RowSelectionModel::announceMove()
         &marker, [&interrupted] { interrupted = true; }, Qt::QueuedConnection);
 
     m_isMoving = true;
-    NotificationCenter::defaultCenter().postNotification(TableView::selectionIsChangingNotification, m_table);
+    Q_EMIT m_table->selectionIsChanging();
     if (self) {
         m_isMoving = false;
     }
@@ -61,7 +59,7 @@ void RowSelectionModel::apply(int row)
         QItemSelectionModel::setCurrentIndex(current, NoUpdate);
     }
     if (hasMoved) {
-        NotificationCenter::defaultCenter().postNotification(TableView::selectionDidChangeNotification, m_table);
+        Q_EMIT m_table->selectionDidChange();
     }
 }
 

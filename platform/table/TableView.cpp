@@ -10,11 +10,6 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
-const QString TableView::selectionIsChangingNotification = u"TableViewSelectionIsChanging"_s;
-const QString TableView::selectionDidChangeNotification = u"TableViewSelectionDidChange"_s;
-
 TableView::TableView(QWidget* parent)
     : QTableView(parent)
     , m_implementation(std::make_unique<Implementation>(this))

@@ -15,10 +15,9 @@ class QKeyEvent;
 /// A table whose rows come from a data source when they are drawn, with columns found by identifier and cells that the
 /// columns share. At most one row is selected.
 ///
-/// The selection is announced on NotificationCenter::defaultCenter() with the table as object: `selectionIsChanging`
-/// just before it moves, while selectedRow() still answers the old row, and `selectionDidChange` when it has moved,
-/// whatever moved it (mouse, keyboard, code, the removal of rows). An observer may run a modal dialog in the first:
-/// further moves meanwhile are ignored, and the move is made afterwards if its row still exists.
+/// The selection is announced whatever moved it (mouse, keyboard, code, the removal of rows). A slot may run a modal
+/// dialog before the move: further moves meanwhile are ignored, and the move is made afterwards if its row still
+/// exists.
 class TableView : public QTableView
 {
     Q_OBJECT
@@ -32,9 +31,6 @@ class TableView : public QTableView
     Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
 
 public:
-    static const QString selectionIsChangingNotification;
-    static const QString selectionDidChangeNotification;
-
     explicit TableView(QWidget* parent = nullptr);
     ~TableView() override;
 
@@ -99,6 +95,12 @@ public:
 
     /// Does nothing: typing ahead is up to keyDown(), which knows the rows without asking the data source for each.
     void keyboardSearch(const QString& search) override;
+
+Q_SIGNALS:
+    /// The selection is about to move; selectedRow() still answers the old row.
+    void selectionIsChanging();
+    /// The selection has moved.
+    void selectionDidChange();
 
 protected:
     bool event(QEvent* event) override;

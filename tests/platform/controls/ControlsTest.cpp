@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <platform/controls/Matrix.h>
-#include <platform/controls/NotificationCenter.h>
 #include <platform/controls/Pasteboard.h>
 #include <platform/controls/Slider.h>
 #include <platform/controls/TemplateIcon.h>
@@ -144,27 +143,6 @@ private Q_SLOTS:
         data.setUrls(urls);
         QVERIFY(!pasteboard.filename());
         QCOMPARE(pasteboard.filenames(), (QStringList{u"/b c.wav"_s, u"/d.wav"_s, u"/Boings"_s, u"/"_s}));
-    }
-
-    void observersHearTheirObjectUntilTheyGo()
-    {
-        auto& center = NotificationCenter::defaultCenter();
-        QObject poster;
-        QObject other;
-        QStringList heard;
-        auto observer = std::make_unique<QObject>();
-        auto second = std::make_unique<QObject>();
-        center.addObserver(observer.get(), u"N"_s, &poster, [&](const Notification&) {
-            heard.append(u"own"_s);
-            second.reset();
-        });
-        center.addObserver(second.get(), u"N"_s, nullptr, [&](const Notification&) { heard.append(u"any"_s); });
-        center.postNotification(u"N"_s, &other);
-        center.postNotification(u"M"_s, &poster);
-        center.postNotification(u"N"_s, &poster);
-        center.removeObserver(observer.get());
-        center.postNotification(u"N"_s, &poster);
-        QCOMPARE(heard, QStringList({u"any"_s, u"own"_s}));
     }
 
     void keysMeanCharacters_data()

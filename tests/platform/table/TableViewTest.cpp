@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "RowSource.h"
 
-#include <platform/controls/NotificationCenter.h>
 #include <platform/keyboard/KeyCharacters.h>
 
 #include <QAbstractItemModelTester>
@@ -121,8 +120,8 @@ private Q_SLOTS:
 
     void movesOnceWhenAnObserverMovesToo()
     {
-        NotificationCenter::defaultCenter().addObserver(m_table.get(), TableView::selectionIsChangingNotification,
-            m_table.get(), [this](const Notification&) { m_table->selectRow_byExtendingSelection(0, false); });
+        connect(m_table.get(), &TableView::selectionIsChanging, this,
+            [this] { m_table->selectRow_byExtendingSelection(0, false); });
         observe();
         m_table->selectRow_byExtendingSelection(2, false);
         QCOMPARE(journal(), QStringList({u"from -1"_s, u"to 2"_s}));
@@ -130,12 +129,11 @@ private Q_SLOTS:
 
     void dialogInsideAPressLeavesNoDragAndMovesAfterwards()
     {
-        NotificationCenter::defaultCenter().addObserver(
-            m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), [](const Notification&) {
-                QMessageBox box;
-                QTimer::singleShot(0, &box, &QDialog::accept);
-                box.exec();
-            });
+        connect(m_table.get(), &TableView::selectionIsChanging, this, [] {
+            QMessageBox box;
+            QTimer::singleShot(0, &box, &QDialog::accept);
+            box.exec();
+        });
         QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, centerOf(1, buttonColumn));
         // The release went to the dialog. What comes next must neither drag nor select nor act.
         QCOMPARE(m_table->selectedRow(), 1);
@@ -153,11 +151,10 @@ private Q_SLOTS:
     void dialogThatRemovesTheTargetKeepsTheOldRow()
     {
         m_table->selectRow_byExtendingSelection(0, false);
-        NotificationCenter::defaultCenter().addObserver(
-            m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), [this](const Notification&) {
-                m_source->texts = {u"a"_s};
-                m_table->reloadData();
-            });
+        connect(m_table.get(), &TableView::selectionIsChanging, this, [this] {
+            m_source->texts = {u"a"_s};
+            m_table->reloadData();
+        });
         observe();
         click(2, textColumn);
         QCOMPARE(m_table->selectedRow(), 0);
@@ -362,13 +359,11 @@ private Q_SLOTS:
 private:
     void observe()
     {
-        auto& center = NotificationCenter::defaultCenter();
         const auto record = [this](const QString& what) {
-            return [this, what](const Notification&) { journal().append(what.arg(m_table->selectedRow())); };
+            return [this, what] { journal().append(what.arg(m_table->selectedRow())); };
         };
-        center.addObserver(
-            m_table.get(), TableView::selectionIsChangingNotification, m_table.get(), record(u"from %1"_s));
-        center.addObserver(m_table.get(), TableView::selectionDidChangeNotification, m_table.get(), record(u"to %1"_s));
+        connect(m_table.get(), &TableView::selectionIsChanging, this, record(u"from %1"_s));
+        connect(m_table.get(), &TableView::selectionDidChange, this, record(u"to %1"_s));
     }
 
     QPoint centerOf(int row, int column) const
