@@ -76,6 +76,13 @@ KeyboardLayout::KeyboardLayout(xkb_keymap* keymap, quint32 group)
 
 KeyboardLayout::~KeyboardLayout() = default;
 
+Xkb::State KeyboardLayout::newState() const
+{
+    Xkb::State state(xkb_state_new(m_keymap.get()));
+    xkb_state_update_mask(state.get(), 0, 0, 0, 0, 0, m_group);
+    return state;
+}
+
 QString KeyboardLayout::localizedName() const
 {
     return QString::fromUtf8(xkb_keymap_layout_get_name(m_keymap.get(), m_group));

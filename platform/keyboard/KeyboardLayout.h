@@ -36,6 +36,9 @@ public:
     /// Every layout of this desktop has a Unicode key map.
     static constexpr Kind kind() { return Kind::Unicode; }
 
+    /// A new state of the keyboard, with this layout and no key pressed or locked.
+    Xkb::State newState() const;
+
     /// The name of the layout, for instance "German".
     QString localizedName() const;
 

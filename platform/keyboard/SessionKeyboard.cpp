@@ -6,15 +6,7 @@
 #include <QLoggingCategory>
 #include <QSocketNotifier>
 
-#include <xkbcommon/xkbcommon-x11.h>
-
-#ifdef __clang__
-#pragma clang diagnostic ignored "-Wkeyword-macro"
-#endif
-// The header, written for C, calls a field "explicit".
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
+#include <xkbcommon/xkbcommon.h>
 
 #include <cstdlib>
 
@@ -86,37 +78,20 @@ void SessionKeyboard::connectToServer()
 {
     // A connection that fails is an object all the same, and must be closed like any other.
     std::unique_ptr<xcb_connection_t, Release> connection(xcb_connect(nullptr, nullptr));
-    if (xcb_connection_has_error(connection.get()) != 0 ||
-        xkb_x11_setup_xkb_extension(connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
-            XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &m_firstEvent, nullptr) == 0) {
+    if (xcb_connection_has_error(connection.get()) == 0) {
+        m_serverKeyboard = ServerKeyboard::of(connection.get(), ServerKeyboard::Follow::Group);
+    }
+    if (!m_serverKeyboard) {
         qCWarning(log).noquote() << "The X server's keyboard layout cannot be read; another stands for it";
         return;
     }
     m_connection = std::move(connection);
-    m_device = xkb_x11_get_core_keyboard_device_id(m_connection.get());
-    selectEvents();
     auto* const notifier =
         new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
         readEvents();
         notifier->setEnabled(xcb_connection_has_error(m_connection.get()) == 0);
     });
-}
-
-void SessionKeyboard::selectEvents()
-{
-    constexpr quint16 events =
-        XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
-    constexpr quint16 mapParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_VIRTUAL_MODS;
-    xcb_xkb_select_events_details_t details{};
-    details.affectNewKeyboard = XCB_XKB_NKN_DETAIL_KEYCODES;
-    details.newKeyboardDetails = XCB_XKB_NKN_DETAIL_KEYCODES;
-    // Of the state only the group matters; the modifiers change with every other key press.
-    details.affectState = XCB_XKB_STATE_PART_GROUP_STATE;
-    details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
-    xcb_xkb_select_events_aux(
-        m_connection.get(), xcb_xkb_device_spec_t(m_device), events, 0, 0, mapParts, mapParts, &details);
-    xcb_flush(m_connection.get());
 }
 
 void SessionKeyboard::readEvents()
@@ -126,8 +101,7 @@ void SessionKeyboard::readEvents()
         if (!event) {
             return;
         }
-        // The top bit marks events that another client sent.
-        if ((event->response_type & 0x7F) == m_firstEvent) {
+        if (m_serverKeyboard->news(*event) != ServerKeyboard::News::None) {
             m_known = false;
         }
     }
@@ -144,16 +118,11 @@ KeyboardLayout::Pointer SessionKeyboard::readLayout() const
 
 KeyboardLayout::Pointer SessionKeyboard::layoutOfServer() const
 {
-    const Xkb::Context context = Xkb::contextWithoutFiles();
-    const Xkb::Keymap keymap(context ? xkb_x11_keymap_new_from_device(
-                                           context.get(), m_connection.get(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS)
-                                     : nullptr);
-    const Xkb::State state(
-        keymap ? xkb_x11_state_new_from_device(keymap.get(), m_connection.get(), m_device) : nullptr);
+    const Xkb::State state = m_serverKeyboard->readState();
     if (!state) {
         qCWarning(log).noquote() << "The X server did not tell its keyboard layout";
         return m_layout;
     }
     return std::make_shared<const KeyboardLayout>(
-        keymap.get(), xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
+        xkb_state_get_keymap(state.get()), xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
 }

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "KeyboardLayout.h"
+#include "ServerKeyboard.h"
 #include "WaylandKeyboard.h"
 
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 struct xcb_connection_t;
 
@@ -32,7 +34,6 @@ private:
     };
 
     void connectToServer();
-    void selectEvents();
     void readEvents();
     KeyboardLayout::Pointer readLayout() const;
     KeyboardLayout::Pointer layoutOfServer() const;
@@ -41,8 +42,7 @@ private:
     std::unique_ptr<xcb_connection_t, Release> m_connection;
     /// Null with an X server, and outside a Wayland session.
     std::unique_ptr<WaylandKeyboard> m_compositor;
-    qint32 m_device = -1;
-    quint8 m_firstEvent = 0;
+    std::optional<ServerKeyboard> m_serverKeyboard;
     KeyboardLayout::Pointer m_layout;
     /// Whether m_layout still is what the session uses.
     bool m_known = false;

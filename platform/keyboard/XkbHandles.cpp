@@ -1,9 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "XkbHandles.h"
 
+#include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon.h>
 
 namespace Xkb {
+
+void Unref::operator()(xkb_compose_state* state) const
+{
+    xkb_compose_state_unref(state);
+}
+
+void Unref::operator()(xkb_compose_table* table) const
+{
+    xkb_compose_table_unref(table);
+}
 
 void Unref::operator()(xkb_context* context) const
 {

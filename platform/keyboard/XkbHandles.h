@@ -3,6 +3,8 @@
 
 #include <memory>
 
+struct xkb_compose_state;
+struct xkb_compose_table;
 struct xkb_context;
 struct xkb_keymap;
 struct xkb_state;
@@ -12,11 +14,15 @@ namespace Xkb {
 
 struct Unref
 {
+    void operator()(xkb_compose_state* state) const;
+    void operator()(xkb_compose_table* table) const;
     void operator()(xkb_context* context) const;
     void operator()(xkb_keymap* keymap) const;
     void operator()(xkb_state* state) const;
 };
 
+using ComposeState = std::unique_ptr<xkb_compose_state, Unref>;
+using ComposeTable = std::unique_ptr<xkb_compose_table, Unref>;
 using Context = std::unique_ptr<xkb_context, Unref>;
 using Keymap = std::unique_ptr<xkb_keymap, Unref>;
 using State = std::unique_ptr<xkb_state, Unref>;
