@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <platform/keyboard/KeyInterpreter.h>
+
+#include <QObject>
+
+#include <memory>
+
+/// When something was typed or clicked, in milliseconds by the clock of its source. Only differences mean anything, and
+/// those in unsigned arithmetic: the count begins anew every 49 days.
+using InputTime = quint32;
+
+/// A key that goes down, or is repeated while it is held.
+struct KeyPress
+{
+    KeyMeaning meaning;
+    InputTime time = 0;
+    bool isRepeat = false;
+};
+
+/// A pointer button that goes down.
+struct ButtonPress
+{
+    enum class Button { Left, Middle, Right, Other };
+
+    Button button = Button::Other;
+    InputTime time = 0;
+};
+
+/// A turn of a wheel, by a step or more.
+struct WheelTurn
+{
+    enum class Direction { Up, Down, Left, Right };
+
+    Direction direction = Direction::Up;
+    InputTime time = 0;
+};
+
+/// Tells what the user types and clicks, whatever program has the focus. It takes nothing away from that program, waits
+/// for nothing between two events, and keeps no key: what is typed exists only as the argument of a signal, so these
+/// must be connected directly.
+///
+/// Programs that compose by an input method show their user something else than the keys pressed; of that nothing is
+/// known here.
+class InputWatcher : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(InputWatcher)
+
+public:
+    using QObject::QObject;
+
+    /// The way that this session offers: the X server; in a Wayland session, and without an X server, the input devices
+    /// that the user may read. Null, with a line in the log, where there is none.
+    static std::unique_ptr<InputWatcher> ofSession();
+
+Q_SIGNALS:
+    void keyPressed(const KeyPress& press);
+    void buttonPressed(const ButtonPress& press);
+    void wheelTurned(const WheelTurn& turn);
+    /// Keys may have been missed: what is typed now does not follow on what was typed before.
+    void interrupted();
+    /// Nothing more will come: the X server is gone.
+    void ended();
+};
