@@ -1,78 +1,54 @@
 // SPDX-License-Identifier: MIT
 #include "BYGlobals.h"
 
-#include "SharedNames.h"
+#include "PhraseList.h"
 
-#include <platform/bus/DistributedNotificationCenter.h>
+#include <platform/storage/Preferences.h>
 
-using namespace Qt::StringLiterals;
+using PropertyList::DictionaryPointer;
+using PropertyList::Value;
 
-bool gConfirmRemove = true;
-bool editEntryInProgress = false;
-
-namespace {
-
-int selectedRow = 0;
-int previousRow = 0;
-bool textIsDirty = false;
-QString lastPhrase = u""_s;
-
-} // namespace
-
-const QString& BYGlobals::appID()
+void BYGlobals::init()
 {
-    static const QString identifier = u"com.blipsy.BlipsyMenu"_s;
-    return identifier;
+    setDefaultFilePath(Settings::defaultFilePath.value());
+    if (!applicationDocuments) {
+        applicationDocuments = Settings::file4App.value();
+    }
+    if (!applicationDocuments) {
+        applicationDocuments = PropertyList::Dictionary::create();
+    }
 }
 
-int BYGlobals::selectedClippingRowForEditing()
+QString BYGlobals::fullTextFor(const QString& phrase)
 {
-    return selectedRow;
+    const DictionaryPointer entry =
+        PhraseList::entryAt(clippingsArray(), PhraseList::rowOfPhrase(clippingsArray(), phrase));
+    return entry ? entry->value(PhraseKey::soundFilepath).string() : QString();
 }
 
-void BYGlobals::setSelectedClippingRowForEditing(int row)
+void BYGlobals::saveToUserDefaults_forKey(const Value& value, const QString& key)
 {
-    selectedRow = row;
+    Preferences::setValue(key, value, appID());
+    Changes::saveSettings({NotificationName::preferencesChanged});
 }
 
-int BYGlobals::previouslySelectedClippingRow()
+void BYGlobals::storeSetting(const Value& value, const QString& key)
 {
-    return previousRow;
+    Preferences::setValue(key, value, appID());
+    Changes::saveSettings({});
 }
 
-void BYGlobals::setPreviouslySelectedClippingRow(int row)
+Value BYGlobals::retrieveFromUserDefaults(const QString& key)
 {
-    previousRow = row;
+    const Value value = Settings::stored(key);
+    return value.isNull() ? Value(QStringLiteral("")) : value;
 }
 
-bool BYGlobals::editEntryPaneTextIsDirty()
+Value BYGlobals::retrieveArrayFromUserDefaults(const QString& key)
 {
-    return textIsDirty;
-}
-
-void BYGlobals::setEditEntryPaneTextIsDirty(bool dirty)
-{
-    textIsDirty = dirty;
-}
-
-QString BYGlobals::lastEditedAbb()
-{
-    return lastPhrase;
-}
-
-void BYGlobals::setLastEditedAbb(const QString& phrase)
-{
-    lastPhrase = phrase;
-}
-
-void BYGlobals::sendNotification(const QString& name)
-{
-    sendNotification(name, {});
-}
-
-void BYGlobals::sendNotification(const QString& name, const PropertyList::DictionaryPointer& userInfo)
-{
-    DistributedNotificationCenter::defaultCenter().postNotification(name, appID(), userInfo);
+    UserDefaults& defaults = UserDefaults::standardUserDefaults();
+    defaults.synchronize();
+    return defaults.objectForKey(key);
 }
 
 void BYGlobals::prefsChangedHere(const QString& name, const QString& object)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "HelperProcess.h"
 
-#include "BYGlobals.h"
 #include "SharedNames.h"
 
 #include <platform/bus/ServiceRegistry.h>
@@ -17,7 +16,7 @@ QString HelperProcess::bundlePath()
 
 void HelperProcess::isRunning(QObject* context, const std::function<void(bool)>& answered)
 {
-    ServiceRegistry::isRegistered(BYGlobals::appID(), context, answered);
+    ServiceRegistry::isRegistered(helperIdentifier, context, answered);
 }
 
 bool HelperProcess::start()

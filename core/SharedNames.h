@@ -74,5 +74,8 @@ inline const QString playEvent = QStringLiteral("PlayEvent");
 inline const QString playSuitcase = QStringLiteral("PlaySfil");
 } // namespace NotificationName
 
+/// The helper: the domain of its settings, the object of every notification, the name of its service.
+inline const QString helperIdentifier = QStringLiteral("com.blipsy.BlipsyMenu");
+
 /// The identifier of the pane's own bundle.
 inline const QString paneBundleIdentifier = QStringLiteral(PRODUCT_BUNDLE_IDENTIFIER);

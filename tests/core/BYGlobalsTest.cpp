@@ -34,8 +34,8 @@ Value document(const std::vector<Value>& phrases)
 QStringList column(const QString& key)
 {
     QStringList result;
-    for (qsizetype row = 0; row < BYGlobals::clippingsArray()->size(); ++row) {
-        result << BYGlobals::clippingAtRow(row)->value(key).textValue();
+    for (const Value& entry : *BYGlobals::clippingsArray()) {
+        result << (entry.dictionary() ? entry.dictionary()->value(key).textValue() : QString());
     }
     return result;
 }
@@ -102,7 +102,7 @@ private Q_SLOTS:
         load(Dictionary::create({{DocumentKey::snippets, snippets}}));
         QCOMPARE(BYGlobals::fullTextFor(u"snippet"_s), u"/s");
         QVERIFY(BYGlobals::fullTextFor(u"Snippet"_s).isNull());
-        BYGlobals::clippingAtRow(0)->insert(PhraseKey::phrase, u"edited"_s);
+        BYGlobals::clippingsArray()->at(0).dictionary()->insert(PhraseKey::phrase, u"edited"_s);
         BYGlobals::writeDocument();
         QCOMPARE(PropertyList::read(stored()).root.dictionary()->keys(), QStringList{DocumentKey::snippets});
         QVERIFY(stored().contains("edited"));
@@ -217,7 +217,6 @@ private Q_SLOTS:
 
         load(Dictionary::create({{DocumentKey::clippings, u"text"_s}, {DocumentKey::sounds, 3}}));
         QVERIFY(!BYGlobals::clippingsArray() && !BYGlobals::soundsPrefsArray());
-        QVERIFY(BYGlobals::clippingAtRow(0)->isEmpty());
     }
 
     void absentSettingsReadAsEmptyTextOrNothing()

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "SharedNames.h"
+
+#include <platform/plist/PropertyList.h>
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <optional>
+
+/// One setting of the helper's domain, which the helper reads and writes as well: its key, and what it means where the
+/// domain has nothing under the key, or the empty text.
+///
+/// Numbers and switches are stored as decimal text ("1" is on), lists as arrays of texts; what is stored in another
+/// type is converted as far as property lists do that (a number from its leading digits), else it counts as absent.
+template <typename T>
+struct Setting
+{
+    QString key;
+    T whenAbsent = {};
+
+    /// The value, refreshed from storage.
+    T value() const;
+    /// Sets the value for this process; Changes::saveSettings() writes it.
+    void set(const T& value) const;
+    /// Sets the value and writes it. Nobody is told.
+    void store(const T& value) const;
+    /// Sets the value and writes it, then tells the helper "Preferences Changed".
+    void publish(const T& value) const;
+};
+
+/// The settings that the pane and the helper share. The hot keys and the options of check boxes have computed keys.
+namespace Settings {
+
+inline const Setting<QString> defaultFilePath{SettingKey::defaultFilePath};
+/// The documents used lately: absolute paths, oldest first.
+inline const Setting<std::optional<QStringList>> recentFiles{SettingKey::recentFilesArray};
+/// From an application to the path of its document; an empty path stands for none.
+inline const Setting<PropertyList::DictionaryPointer> file4App{SettingKey::file4App};
+/// The applications that have a document of their own, or none.
+inline const Setting<std::optional<QStringList>> appsFiles{SettingKey::appsFiles};
+/// The order of the phrases: 0 phrase, 1 sound path, 2 import order; another value leaves the order.
+inline const Setting<int> sortPref{SettingKey::sortPref, 0};
+inline const Setting<int> menuPref{SettingKey::menuPref, 3};
+inline const Setting<int> announcerPref{SettingKey::announcerPref, 1};
+inline const Setting<int> triggerInhibPref{SettingKey::triggerInhibPref, 0};
+/// A number as the user has typed it; the helper makes of it what it can.
+inline const Setting<QString> idleTalkIntervalPref{SettingKey::idleTalkIntervalPref, QStringLiteral("2")};
+/// The characters that end a typed phrase, as the bytes of a CharacterBitmap.
+inline const Setting<std::optional<QByteArray>> triggersSet{SettingKey::triggersSet};
+inline const Setting<bool> noTriggers{SettingKey::noTriggers, false};
+inline const Setting<bool> playSoundOnDrop{SettingKey::playSoundOnDrop, false};
+/// The helper's picture in the menu bar, as a text.
+inline const Setting<QString> arrowPref{SettingKey::arrowPref};
+/// The build of the helper that ran last.
+inline const Setting<int> menuBuild{SettingKey::menuBuild, 0};
+
+/// What is stored under @p key, refreshed from storage; a null value where nothing is.
+PropertyList::Value stored(const QString& key);
+
+} // namespace Settings

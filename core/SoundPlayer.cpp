@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "SoundPlayer.h"
+
+#include "SharedNames.h"
+
+#include <platform/classic/FileTypes.h>
+#include <platform/classic/ResourceFile.h>
+#include <platform/sound/Sound.h>
+#include <platform/sound/SoundResourcePlayer.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QSet>
+
+#include <cstdlib>
+#include <optional>
+#include <utility>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.playback", QtInfoMsg)
+
+constexpr size_t phraseSlot = 22;
+constexpr FileTypes::TypeCode suitcaseType = FileTypes::typeCode("SFIL");
+constexpr FileTypes::TypeCode soundResourceType = FileTypes::typeCode("snd ");
+
+/// Keeps a sound that has lost its slot until it has ended: destroying it would silence it.
+void letPlayOn(std::shared_ptr<Sound> sound)
+{
+    static std::vector<std::shared_ptr<Sound>> playingOn;
+    std::erase_if(playingOn, [](const auto& other) { return !other->isPlaying(); });
+    if (sound && sound->isPlaying()) {
+        playingOn.push_back(std::move(sound));
+    }
+}
+
+bool isSuitcase(const QString& path)
+{
+    return FileTypes::hfsTypeCode(path) == suitcaseType;
+}
+
+/// One of the sounds in a folder at random, hidden ones included; nothing when there is none. Suitcases, which need no
+/// extension, are sounds @p orSuitcase.
+std::optional<QString> randomSoundIn(const QString& folder, bool orSuitcase)
+{
+    const QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    QStringList names = QDir(folder).entryList(everything, QDir::Name);
+    // A companion that only holds the resource fork of another entry ("._name") is a part of that one.
+    const QSet<QString> all(names.cbegin(), names.cend());
+    names.removeIf([&](const QString& name) {
+        const bool isCompanion = name.startsWith("._"_L1) && all.contains(name.mid(2));
+        const bool looksLikeSound = name.contains(u'.') && name != ".DS_Store"_L1;
+        return isCompanion || (!looksLikeSound && !(orSuitcase && isSuitcase(folder + u'/' + name)));
+    });
+    return names.isEmpty() ? std::nullopt : std::optional(folder + u'/' + names[::random() % names.size()]);
+}
+
+PropertyList::DictionaryPointer entryForEvent(int code, const PropertyList::ArrayPointer& events)
+{
+    if (!events) {
+        return {};
+    }
+    for (const PropertyList::Value& value : std::as_const(*events)) {
+        PropertyList::DictionaryPointer entry = value.dictionary();
+        if (entry && entry->contains(EventKey::event) && entry->value(EventKey::event).integerValue() == code) {
+            return entry;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+SoundPlayer& SoundPlayer::shared()
+{
+    static SoundPlayer player;
+    return player;
+}
+
+void SoundPlayer::stopSlot(size_t slot)
+{
+    if (const std::shared_ptr<Sound> sound = std::exchange(m_sounds[slot], {})) {
+        sound->stop();
+    }
+}
+
+/// Puts the sound of the file at @p path into the slot and starts it. A sound that is there plays on.
+std::shared_ptr<Sound> SoundPlayer::startInSlot(size_t slot, const QString& path)
+{
+    letPlayOn(std::exchange(m_sounds[slot], Sound::soundWithContentsOfFile(path)));
+    if (m_sounds[slot]) {
+        m_sounds[slot]->play();
+    }
+    return m_sounds[slot];
+}
+
+std::shared_ptr<Sound> SoundPlayer::playFileInSlot(size_t slot, const QString& path)
+{
+    return playRandomSndFromSuitcase(path) == 0 ? startInSlot(slot, path) : nullptr;
+}
+
+void SoundPlayer::playFolderForEvent(size_t slot, const QString& folder, bool stopOthers)
+{
+    const std::optional<QString> path = randomSoundIn(folder, true);
+    if (!path) {
+        return;
+    }
+    qCInfo(log).noquote() << u"fullpathOfSoundToPlay: %1"_s.arg(*path);
+    if (stopOthers) {
+        for (size_t other = 0; other < slotCount; ++other) {
+            if (m_sounds[other] && m_sounds[other]->isPlaying()) {
+                stopSlot(other);
+            }
+        }
+    }
+    stopSlot(slot);
+    playFileInSlot(slot, *path);
+}
+
+std::shared_ptr<Sound> SoundPlayer::playPhrase(const QString& path)
+{
+    if (!QFileInfo(path).isDir()) {
+        return playFileInSlot(phraseSlot, path);
+    }
+    const std::optional<QString> chosen = randomSoundIn(path, false);
+    if (!chosen) {
+        return {};
+    }
+    stopSlot(phraseSlot);
+    return playFileInSlot(phraseSlot, *chosen);
+}
+
+void SoundPlayer::playEvent(int code, const PropertyList::ArrayPointer& events)
+{
+    if (code < 0 || size_t(code) >= slotCount) {
+        return;
+    }
+    const auto slot = size_t(code);
+    const PropertyList::DictionaryPointer entry = entryForEvent(code, events);
+    const QString path = entry ? entry->value(EventKey::soundFilepath).string() : QString();
+    if (path.isEmpty()) {
+        letPlayOn(std::move(m_sounds[slot]));
+    } else if (QFileInfo(path).isDir()) {
+        playFolderForEvent(slot, path, entry->value(EventKey::stopOtherSounds).integerValue() == 1);
+    } else if (isSuitcase(path)) {
+        playRandomSndFromSuitcase(path);
+    } else {
+        startInSlot(slot, path);
+    }
+}
+
+int playRandomSndFromSuitcase(const QString& path)
+{
+    const std::optional<QString> target = FileTypes::isAliasFile(path) ? FileTypes::resolveAliases(path) : path;
+    if (!target) {
+        return 0;
+    }
+    const qint16 previousFile = ResourceFile::current();
+    const qint16 file = ResourceFile::open(*target);
+    if (file < 0) {
+        ResourceFile::setCurrent(previousFile);
+        return 0;
+    }
+    const int count = ResourceFile::countInCurrentFile(soundResourceType);
+    if (count > 0) {
+        const int index = int(::random() % count) + 1;
+        if (const auto resource = ResourceFile::inCurrentFileAtIndex(soundResourceType, index)) {
+            SoundResourcePlayer::playSynchronously(*resource);
+        }
+    }
+    ResourceFile::close(file);
+    ResourceFile::setCurrent(previousFile);
+    return count;
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <platform/plist/PropertyList.h>
+#include <platform/storage/FileStamp.h>
+
+#include <QString>
+
+#include <optional>
+
+/// A sounds document in memory: its root, and the lists inside it. The containers are handed out themselves, not
+/// copies: editors change entries in place and then write (docs/decisions/shared-containers.md). Main thread only.
+class SoundsDocument final
+{
+public:
+    /// The one document that all editors of the process share.
+    static SoundsDocument& shared();
+
+    const QString& path() const { return m_path; }
+
+    /// Where the document is, or an empty path for one that is only in memory. Loads nothing.
+    void setPath(const QString& path) { m_path = path; }
+
+    /// Loads the document at path() and sorts it. A file that cannot be read, or has more than 256 MB, gives no
+    /// document (null containers), and one log line for as long as it stays so; an empty path keeps the document in
+    /// memory.
+    void load();
+
+    /// Sorts the phrases in place, and stably, by the setting "SortPref".
+    void sort();
+
+    /// Writes the whole document to path(), atomically. A failed write leaves the file as it was and is logged; without
+    /// a document nothing is written.
+    ///
+    /// The document in memory wins over a version that another program has written since it was read, or last written.
+    /// That version is kept among the DocumentBackups, and one log line names the copy; where it cannot be kept it is
+    /// not overwritten.
+    void save();
+
+    const PropertyList::DictionaryPointer& root() const { return m_root; }
+
+    const PropertyList::ArrayPointer& phrases() const { return m_phrases; }
+
+    const PropertyList::ArrayPointer& events() const { return m_events; }
+
+    /// A list of its own with the same entries as events(); entries that are no dictionaries are left out of it.
+    const PropertyList::ArrayPointer& filteredEvents() const { return m_filteredEvents; }
+
+private:
+    void read();
+    void reportReading(const QString& problem);
+    bool keepVersionOfOthers();
+
+    QString m_path = QStringLiteral("");
+    PropertyList::DictionaryPointer m_root;
+    PropertyList::ArrayPointer m_phrases;
+    PropertyList::ArrayPointer m_events;
+    PropertyList::ArrayPointer m_filteredEvents;
+    /// The version of a file that is in memory, or kept otherwise: nothing is lost when it is overwritten.
+    QString m_safePath;
+    std::optional<FileStamp> m_safeStamp;
+    QString m_reportedProblem;
+};
