@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "BYlauncher.h"
 
-#include <core/BYGlobals.h>
 #include <core/HelperProcess.h>
-#include <core/SharedNames.h>
+#include <core/Settings.h>
 #include <platform/controls/Matrix.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/LoginItemScript.h>
@@ -39,8 +38,7 @@ void BYlauncher::awakeFromNib()
 {
     alreadyClicked = false;
     HelperProcess::isRunning(this, [this](bool running) { showRunning(running); });
-    const qint64 build = BYGlobals::retrieveFromUserDefaults(SettingKey::menuBuild).integerValue();
-    if (build < HelperProcess::oldestCompatibleBuild) {
+    if (Settings::menuBuild.value() < HelperProcess::oldestCompatibleBuild) {
         off(nullptr);
         on(nullptr);
     }

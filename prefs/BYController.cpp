@@ -3,9 +3,8 @@
 
 #include "ControlTitle.h"
 
-#include <core/BYGlobals.h>
 #include <core/HelperProcess.h>
-#include <core/SharedNames.h>
+#include <core/Settings.h>
 #include <platform/controls/Matrix.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/HelpViewer.h>
@@ -72,20 +71,19 @@ void BYController::awakeFromNib()
 
 void BYController::showIdleTalkInterval()
 {
-    const PropertyList::Value stored = BYGlobals::retrieveFromUserDefaults(SettingKey::idleTalkIntervalPref);
-    const PropertyList::Value shown = stored == PropertyList::Value(u""_s) ? PropertyList::Value(u"2"_s) : stored;
+    const QString interval = Settings::idleTalkIntervalPref.value();
     if (idleTalkIntervalText) {
-        idleTalkIntervalText->setText(shown.textValue());
+        idleTalkIntervalText->setText(interval);
     }
     if (idleTalkIntervalStepper) {
         const QSignalBlocker quiet(idleTalkIntervalStepper);
-        idleTalkIntervalStepper->setValue(shown.intValue());
+        idleTalkIntervalStepper->setValue(PropertyList::Value(interval).intValue());
     }
 }
 
 void BYController::showArrow()
 {
-    const QString arrow = BYGlobals::retrieveFromUserDefaults(SettingKey::arrowPref).textValue();
+    const QString arrow = Settings::arrowPref.value();
     QString title = menuPref ? menuPref->title() : QString();
     if (arrow.isEmpty() || title.size() <= arrowPosition) {
         return;
@@ -99,7 +97,7 @@ void BYController::enterIdleTalkIntervalPref(QWidget* sender)
     if (idleTalkIntervalText) {
         idleTalkIntervalText->setText(interval);
     }
-    BYGlobals::saveToUserDefaults_forKey(interval, SettingKey::idleTalkIntervalPref);
+    Settings::idleTalkIntervalPref.publish(interval);
 }
 
 bool BYController::isOn(const QAbstractButton* cell)
@@ -117,14 +115,14 @@ void BYController::enterExpansionPref(QWidget* sender)
     }
     const QString key = settingKeyOf(cell);
     qCInfo(log).noquote() << key;
-    BYGlobals::saveToUserDefaults_forKey(isOn(cell) ? u"1"_s : u"0"_s, key);
+    Setting<bool>{key}.publish(isOn(cell));
 }
 
 void BYController::enterMenuPref(Matrix* sender)
 {
     const int chosen = Matrix::tagOf(sender->selectedCell());
-    const int before = BYGlobals::retrieveFromUserDefaults(SettingKey::menuPref).intValue();
-    BYGlobals::saveToUserDefaults_forKey(QString::number(chosen), SettingKey::menuPref);
+    const int before = Settings::menuPref.value();
+    Settings::menuPref.publish(chosen);
     if (chosen == before || (chosen != menuOptionNeedingRestart && before != menuOptionNeedingRestart)) {
         return;
     }
@@ -156,22 +154,17 @@ void BYController::handleTimer()
 
 void BYController::enterTriggerDelimitersPref(Matrix* sender)
 {
-    saveTagOfSelectedCell(sender, SettingKey::triggerInhibPref);
+    Settings::triggerInhibPref.publish(Matrix::tagOf(sender->selectedCell()));
 }
 
 void BYController::iTunesAnnouncerPref(Matrix* sender)
 {
-    saveTagOfSelectedCell(sender, SettingKey::announcerPref);
+    Settings::announcerPref.publish(Matrix::tagOf(sender->selectedCell()));
 }
 
 void BYController::enterSortPref(Matrix* sender)
 {
-    saveTagOfSelectedCell(sender, SettingKey::sortPref);
-}
-
-void BYController::saveTagOfSelectedCell(const Matrix* sender, const QString& key)
-{
-    BYGlobals::saveToUserDefaults_forKey(QString::number(Matrix::tagOf(sender->selectedCell())), key);
+    Settings::sortPref.publish(Matrix::tagOf(sender->selectedCell()));
 }
 
 void BYController::showHelp(QWidget* /*sender*/)

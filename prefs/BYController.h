@@ -108,7 +108,6 @@ private:
     void showArrow();
     void setUpHotKeys();
     void showCombination(size_t index);
-    void saveTagOfSelectedCell(const Matrix* sender, const QString& key);
     void restartHelper();
     /// Whether a check box or radio button is on; the mixed state of a check box counts as off.
     static bool isOn(const QAbstractButton* cell);

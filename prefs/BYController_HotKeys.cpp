@@ -3,11 +3,9 @@
 
 #include "ControlTitle.h"
 
-#include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Settings.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/keyboard/HotKeyGrabs.h>
-#include <platform/storage/Preferences.h>
 
 #include <QPushButton>
 #include <QVariant>
@@ -27,13 +25,10 @@ void BYController::setUpHotKeys()
 {
     theHotButtons = {addHotKeyButton, editHotKeyButton, pauseHotKeyButton};
     theHotKeysNames = {localized(u"Add a Clipping"_s), localized(u"Edit Clippings"_s), localized(u"Pause/Resume"_s)};
-    UserDefaults& defaults = UserDefaults::standardUserDefaults();
-    defaults.addSuiteNamed(BYGlobals::appID());
-    defaults.synchronize();
     const bool canReserve = HotKeyGrabs::arePossible();
     for (size_t i = 0; i < hotKeyCount; ++i) {
         const QString& name = theHotKeysNames[i];
-        const auto combo = PTKeyCombo::initWithPlistRepresentation(defaults.objectForKey(name).dictionary());
+        const auto combo = PTKeyCombo::initWithPlistRepresentation(Settings::stored(name).dictionary());
         mHotKey[i] = std::make_shared<PTHotKey>(name, combo);
         mHotKey[i]->setName(name);
         if (QPushButton* const button = theHotButtons[i]) {
@@ -81,6 +76,5 @@ void BYController::hotKeySheetDidEndWithReturnCode(int returnCode)
     const PTKeyCombo combo = PTKeyComboPanel::sharedPanel().keyCombo();
     mHotKey[index]->setKeyCombo(combo);
     showCombination(index);
-    BYGlobals::storeSetting(combo.plistRepresentation(), theHotKeysNames[index]);
-    BYGlobals::sendNotification(NotificationName::preferencesChanged);
+    Setting<PropertyList::DictionaryPointer>{theHotKeysNames[index]}.publish(combo.plistRepresentation());
 }

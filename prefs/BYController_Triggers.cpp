@@ -3,8 +3,7 @@
 
 #include "ControlTitle.h"
 
-#include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Settings.h>
 #include <platform/bytes/CharacterBitmap.h>
 #include <platform/controls/Matrix.h>
 
@@ -27,8 +26,8 @@ CharacterBitmap defaultTriggers()
 
 CharacterBitmap storedTriggers()
 {
-    const PropertyList::Value stored = BYGlobals::retrieveDataFromUserDefaults(SettingKey::triggersSet);
-    return stored.type() == PropertyList::Type::Data ? CharacterBitmap(stored.data()) : defaultTriggers();
+    const std::optional<QByteArray> stored = Settings::triggersSet.value();
+    return stored ? CharacterBitmap(*stored) : defaultTriggers();
 }
 
 QString charactersOfTitle(const QAbstractButton* cell)
@@ -56,8 +55,8 @@ QString charactersOf(const QAbstractButton* cell)
 
 void saveTriggers(const CharacterBitmap& triggers, bool none)
 {
-    BYGlobals::saveToUserDefaults_forKey(triggers.bytes(), SettingKey::triggersSet);
-    BYGlobals::saveToUserDefaults_forKey(none ? u"1"_s : u"0"_s, SettingKey::noTriggers);
+    Settings::triggersSet.publish(triggers.bytes());
+    Settings::noTriggers.publish(none);
 }
 
 } // namespace
