@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "BYGlobals.h"
 
+#include "Phrase.h"
 #include "PhraseList.h"
 
 #include <platform/storage/Preferences.h>
 
-using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
 void BYGlobals::init()
@@ -21,9 +21,8 @@ void BYGlobals::init()
 
 QString BYGlobals::fullTextFor(const QString& phrase)
 {
-    const DictionaryPointer entry =
-        PhraseList::entryAt(clippingsArray(), PhraseList::rowOfPhrase(clippingsArray(), phrase));
-    return entry ? entry->value(PhraseKey::soundFilepath).string() : QString();
+    const Phrase found = DocumentEntry::at(clippingsArray(), PhraseList::rowOfPhrase(clippingsArray(), phrase));
+    return found ? found.value(PhraseKey::soundFilepath).string() : QString();
 }
 
 void BYGlobals::saveToUserDefaults_forKey(const Value& value, const QString& key)

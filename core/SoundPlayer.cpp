@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SoundPlayer.h"
 
-#include "SharedNames.h"
+#include "SoundEvent.h"
 
 #include <platform/classic/FileTypes.h>
 #include <platform/classic/ResourceFile.h>
@@ -59,15 +59,12 @@ std::optional<QString> randomSoundIn(const QString& folder, bool orSuitcase)
     return names.isEmpty() ? std::nullopt : std::optional(folder + u'/' + names[::random() % names.size()]);
 }
 
-PropertyList::DictionaryPointer entryForEvent(int code, const PropertyList::ArrayPointer& events)
+SoundEvent eventWithCode(int code, const PropertyList::ArrayPointer& events)
 {
-    if (!events) {
-        return {};
-    }
-    for (const PropertyList::Value& value : std::as_const(*events)) {
-        PropertyList::DictionaryPointer entry = value.dictionary();
-        if (entry && entry->contains(EventKey::event) && entry->value(EventKey::event).integerValue() == code) {
-            return entry;
+    for (int row = 0; events && row < events->size(); ++row) {
+        const SoundEvent event = DocumentEntry::at(events, row);
+        if (event && event.hasCode() && event.code() == code) {
+            return event;
         }
     }
     return {};
@@ -140,12 +137,12 @@ void SoundPlayer::playEvent(int code, const PropertyList::ArrayPointer& events)
         return;
     }
     const auto slot = size_t(code);
-    const PropertyList::DictionaryPointer entry = entryForEvent(code, events);
-    const QString path = entry ? entry->value(EventKey::soundFilepath).string() : QString();
+    const SoundEvent event = eventWithCode(code, events);
+    const QString path = event ? event.soundFilepath() : QString();
     if (path.isEmpty()) {
         letPlayOn(std::move(m_sounds[slot]));
     } else if (QFileInfo(path).isDir()) {
-        playFolderForEvent(slot, path, entry->value(EventKey::stopOtherSounds).integerValue() == 1);
+        playFolderForEvent(slot, path, event.stopsOtherSounds());
     } else if (isSuitcase(path)) {
         playRandomSndFromSuitcase(path);
     } else {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Importers.h"
 
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 
 #include <QFileInfo>
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -20,30 +22,28 @@ namespace {
 /// Tells the expansion to swallow the character that set it off.
 const QLatin1StringView suppressSeparatorMarker("%-");
 
-/// The keys under which a tool keeps its list and, per item, phrase and text.
-struct Keys
+/// What is particular about a tool: the keys under which it keeps its list and, per item, phrase and text.
+struct Tool
 {
-    QLatin1StringView list;
-    QLatin1StringView phrase;
-    QLatin1StringView text;
+    QStringView list;
+    QStringView phrase;
+    QStringView text;
+    QStringView cancelledText;
 };
 
-Keys keysOf(Source source)
+const Tool& toolOf(Source source)
 {
-    switch (source) {
-    case Source::Typinator:
-        return {"Abbreviations"_L1, "Phrase"_L1, "Expansion"_L1};
-    case Source::TextExpander:
-        return {"Snippets"_L1, "Phrase"_L1, "Plain Text"_L1};
-    case Source::SpellCatcher:
-        break;
-    }
-    return {"entries"_L1, "abbr"_L1, "exp"_L1};
+    static constexpr std::array tools{
+        Tool{u"Abbreviations", u"Phrase", u"Expansion", u"user cancelled Typinator Save as"},
+        Tool{u"Snippets", u"Phrase", u"Plain Text", u"user cancelled Text(ex)pander Save as"},
+        Tool{u"entries", u"abbr", u"exp", u"user cancelled spellcatcher Save as"},
+    };
+    return tools[size_t(source)];
 }
 
-QString phraseOf(const Dictionary& item, const Keys& keys, qsizetype number)
+QString phraseOf(const Dictionary& item, const Tool& tool, qsizetype number)
 {
-    const QString phrase = item.value(QString(keys.phrase)).textValue();
+    const QString phrase = item.value(tool.phrase).textValue();
     return phrase.isNull() ? u"(%1)"_s.arg(number) : phrase;
 }
 
@@ -53,13 +53,6 @@ bool isTrue(const Value& value)
     const QStringView text = value.stringView();
     return value.integerValue() != 0 || text.startsWith(u'y', Qt::CaseInsensitive) ||
            text.startsWith(u't', Qt::CaseInsensitive);
-}
-
-/// A text that is present but empty, where @p value is no text: an entry's keys always hold something.
-QString textOrEmpty(const Value& value)
-{
-    const QString text = value.textValue();
-    return text.isNull() ? u""_s : text;
 }
 
 /// Reads what is stored under @p key, if anything is; what cannot be read is counted under @p trouble.
@@ -100,37 +93,29 @@ std::optional<QByteArray> formattingOf(
     return std::nullopt;
 }
 
-DictionaryPointer makeEntry(const QString& phrase, const QString& sortOrder)
+Phrase makePhrase(const QString& phrase, const QString& sortOrder)
 {
-    const DictionaryPointer entry = Dictionary::create();
-    entry->insert(PhraseKey::phrase, phrase);
-    entry->insert(PhraseKey::option, u""_s);
-    entry->insert(PhraseKey::sortOrder, sortOrder);
-    entry->insert(PhraseKey::service, u""_s);
-    return entry;
+    return Dictionary::create({{PhraseKey::phrase, phrase}, {PhraseKey::option, u""_s},
+        {PhraseKey::sortOrder, sortOrder}, {PhraseKey::service, u""_s}});
 }
 
 DictionaryPointer makeDocument(const ArrayPointer& phrases)
 {
-    const DictionaryPointer document = Dictionary::create();
-    document->insert(DocumentKey::clippings, phrases);
-    return document;
+    return Dictionary::create({{DocumentKey::clippings, phrases}});
 }
 
-DictionaryPointer convertItem(
+Phrase convertItem(
     const Dictionary& item, qsizetype number, Source source, const Converters& converters, Conversion& conversion)
 {
-    const Keys keys = keysOf(source);
-    const DictionaryPointer entry = makeEntry(phraseOf(item, keys, number), QString::number(number));
-    QString text = textOrEmpty(item.value(QString(keys.text)));
+    const Tool& tool = toolOf(source);
+    const Phrase phrase = makePhrase(phraseOf(item, tool, number), QString::number(number));
+    QString text = item.value(tool.text).textValue();
     if (source == Source::SpellCatcher && isTrue(item.value(u"supressSep"))) {
         text += suppressSeparatorMarker;
     }
-    entry->insert(PhraseKey::plainText, text);
-    if (std::optional<QByteArray> rtfd = formattingOf(item, source, converters, conversion)) {
-        entry->insert(PhraseKey::rtfd, *std::move(rtfd));
-    }
-    return entry;
+    phrase.setPlainText(text);
+    phrase.setRtfd(formattingOf(item, source, converters, conversion));
+    return phrase;
 }
 
 } // namespace
@@ -153,22 +138,14 @@ std::optional<Source> Importers::sourceOf(const QString& path)
 
 QString Importers::cancelledText(Source source)
 {
-    switch (source) {
-    case Source::Typinator:
-        return u"user cancelled Typinator Save as"_s;
-    case Source::TextExpander:
-        return u"user cancelled Text(ex)pander Save as"_s;
-    case Source::SpellCatcher:
-        break;
-    }
-    return u"user cancelled spellcatcher Save as"_s;
+    return toolOf(source).cancelledText.toString();
 }
 
 Conversion Importers::convert(const Value& root, Source source, const Converters& converters, const Progress& progress)
 {
     Conversion conversion;
     const DictionaryPointer dictionary = root.dictionary();
-    const ArrayPointer items = dictionary ? dictionary->value(QString(keysOf(source).list)).array() : ArrayPointer();
+    const ArrayPointer items = dictionary ? dictionary->value(toolOf(source).list).array() : ArrayPointer();
     if (!items) {
         conversion.outcome = Conversion::Outcome::NoList;
         return conversion;
@@ -181,7 +158,7 @@ Conversion Importers::convert(const Value& root, Source source, const Converters
             return conversion;
         }
         if (const DictionaryPointer item = items->at(number).dictionary()) {
-            phrases->append(convertItem(*item, number, source, converters, conversion));
+            phrases->append(convertItem(*item, number, source, converters, conversion).dictionary());
         } else {
             ++conversion.troubles[u"item is no dictionary, left out"_s];
         }
@@ -192,10 +169,8 @@ Conversion Importers::convert(const Value& root, Source source, const Converters
 
 DictionaryPointer Importers::newSoundsDocument()
 {
-    const DictionaryPointer entry = makeEntry(u"newPhrase"_s, u"1"_s);
-    entry->insert(PhraseKey::soundFilepath,
+    const Phrase phrase = makePhrase(u"newPhrase"_s, u"1"_s);
+    phrase.setSoundFilepath(
         u"/Library/Application Support/GarageBand/Instrument Library/Sampler/Sampler Files/Comedy Noises/"_s);
-    const ArrayPointer phrases = PropertyList::Array::create();
-    phrases->append(entry);
-    return makeDocument(phrases);
+    return makeDocument(PropertyList::Array::create({phrase.dictionary()}));
 }
