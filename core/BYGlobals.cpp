@@ -22,7 +22,7 @@ void BYGlobals::init()
 QString BYGlobals::fullTextFor(const QString& phrase)
 {
     const Phrase found = DocumentEntry::at(clippingsArray(), PhraseList::rowOfPhrase(clippingsArray(), phrase));
-    return found ? found.value(PhraseKey::soundFilepath).string() : QString();
+    return found ? found->value(PhraseKey::soundFilepath).string() : QString();
 }
 
 void BYGlobals::saveToUserDefaults_forKey(const Value& value, const QString& key)

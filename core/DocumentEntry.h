@@ -33,16 +33,14 @@ public:
 
     const PropertyList::DictionaryPointer& dictionary() const { return m_dictionary; }
 
-    /// What the entry holds under a key; a null value where it holds nothing.
-    PropertyList::Value value(QStringView key) const { return m_dictionary->value(key); }
-
-    bool contains(QStringView key) const { return m_dictionary->contains(key); }
+    /// The entry itself, for keys that have no name here.
+    PropertyList::Dictionary* operator->() const { return m_dictionary.data(); }
 
     /// Only the empty text stands for no sound. A key that is absent counts as a sound: taking that away stores the
     /// empty text.
     bool hasSound() const
     {
-        const PropertyList::Value path = value(PhraseKey::soundFilepath);
+        const PropertyList::Value path = m_dictionary->value(PhraseKey::soundFilepath);
         return path.type() != PropertyList::Type::String || !path.stringView().isEmpty();
     }
 
@@ -54,6 +52,10 @@ public:
     {
         m_dictionary->insert(key, text.isNull() ? QStringLiteral("") : text);
     }
+
+protected:
+    /// What the entry holds under a key; a null value where it holds nothing.
+    PropertyList::Value value(QStringView key) const { return m_dictionary->value(key); }
 
 private:
     PropertyList::DictionaryPointer m_dictionary;

@@ -13,7 +13,7 @@ public:
     /// The code of the system alert, whose volume is the system's own.
     static constexpr int systemAlertCode = 28;
 
-    bool hasCode() const { return contains(EventKey::event); }
+    bool hasCode() const { return dictionary()->contains(EventKey::event); }
 
     /// By which the helper knows the event: 0 to 79.
     qint64 code() const { return value(EventKey::event).integerValue(); }
