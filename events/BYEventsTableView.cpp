@@ -10,7 +10,6 @@
 #include <platform/desktop/Workspace.h>
 #include <platform/keyboard/KeyCharacters.h>
 #include <sounds/RemovalQuestion.h>
-#include <sounds/SoundDocument.h>
 #include <sounds/SoundPasteboard.h>
 
 #include <QKeyEvent>
@@ -54,7 +53,7 @@ void BYEventsTableView::removeRow(QObject* /*sender*/)
         return;
     }
     entry->insert(EventKey::soundFilepath, u""_s);
-    SoundDocument::saveAndRefreshMenu();
+    Changes::saveDocument();
     reloadData();
 }
 
@@ -73,7 +72,7 @@ void BYEventsTableView::pasteSound()
         return;
     }
     entry->insert(EventKey::soundFilepath, *path);
-    SoundDocument::saveAndRefreshMenu();
+    Changes::saveDocument();
     reloadData();
 }
 

@@ -10,7 +10,6 @@
 #include <platform/panels/OpenPanel.h>
 #include <platform/sound/Sound.h>
 #include <platform/table/TableView.h>
-#include <sounds/SoundDocument.h>
 #include <sounds/SoundDrop.h>
 #include <sounds/SoundKinds.h>
 
@@ -47,7 +46,7 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     const PropertyList::Value* path = entry->find(EventKey::soundFilepath);
     if (path == nullptr || path->type() != PropertyList::Type::String || !path->stringView().isEmpty()) {
         entry->insert(EventKey::soundFilepath, u""_s);
-        SoundDocument::saveAndRefreshMenu();
+        Changes::saveDocument();
         reloadTable();
         return;
     }
@@ -58,7 +57,7 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     const DictionaryPointer present = EventEntries::present(BYGlobals::soundsPrefsArray(), entry);
     if (present && chosen) {
         present->insert(EventKey::soundFilepath, *chosen);
-        SoundDocument::saveAndRefreshMenu();
+        Changes::saveDocument();
     }
     reloadTable();
 }
@@ -145,7 +144,7 @@ bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
         return false;
     }
     entry->insert(EventKey::soundFilepath, *path);
-    SoundDocument::saveAndRefreshMenu();
+    Changes::saveDocument();
     if (BYGlobals::retrieveFromUserDefaults(SettingKey::playSoundOnDrop).integerValue() != 0) {
         BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
     }

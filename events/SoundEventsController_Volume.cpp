@@ -9,7 +9,6 @@
 #include <platform/desktop/Bundle.h>
 #include <platform/sound/AlertVolume.h>
 #include <platform/table/TableView.h>
-#include <sounds/SoundDocument.h>
 
 #include <QLabel>
 #include <QLoggingCategory>
@@ -91,7 +90,7 @@ void SoundEventsController::volumeSliderAction(Slider* sender)
     } else if (const DictionaryPointer document = BYGlobals::clippingsDictionary()) {
         document->insert(DocumentKey::setVolume, sender->stringValue());
     }
-    SoundDocument::saveAndRefreshMenu();
+    Changes::saveDocument();
     if (entry) {
         const DictionaryPointer userInfo = Dictionary::create();
         userInfo->insert(EventKey::event, entry->value(EventKey::event));

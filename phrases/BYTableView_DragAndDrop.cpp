@@ -4,7 +4,6 @@
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <platform/controls/Pasteboard.h>
-#include <sounds/SoundDocument.h>
 #include <sounds/SoundDrop.h>
 
 #include <algorithm>
@@ -36,6 +35,6 @@ bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const Dragg
         return false;
     }
     entry->insert(PhraseKey::soundFilepath, *path);
-    SoundDocument::saveAndRefreshMenu();
+    Changes::saveDocument();
     return true;
 }

@@ -5,7 +5,6 @@
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
 #include <platform/keyboard/KeyCharacters.h>
-#include <sounds/SoundDocument.h>
 #include <sounds/SoundPasteboard.h>
 
 #include <QKeyEvent>
@@ -101,6 +100,6 @@ void BYTableView::pasteSound()
         return;
     }
     entry->insert(PhraseKey::soundFilepath, path->isEmpty() ? u""_s : *path);
-    SoundDocument::saveAndRefreshMenu();
+    Changes::saveDocument();
     reloadData();
 }

@@ -4,7 +4,6 @@
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <platform/panels/OpenPanel.h>
-#include <sounds/SoundDocument.h>
 #include <sounds/SoundKinds.h>
 
 #include <QPushButton>
@@ -32,7 +31,7 @@ void BYTableView::handleAssignSoundDialog_row(QObject*, int row)
         return;
     }
     entry->insert(PhraseKey::soundFilepath, u""_s);
-    SoundDocument::saveAndRefreshMenu();
+    Changes::saveDocument();
     reloadData();
 }
 
@@ -45,7 +44,7 @@ void BYTableView::chooseSound(const DictionaryPointer& entry)
     const DictionaryPointer asked = upToDateEntry(entry);
     if (path && asked) {
         asked->insert(PhraseKey::soundFilepath, *path);
-        SoundDocument::saveAndRefreshMenu();
+        Changes::saveDocument();
     }
     viewport()->update();
 }
