@@ -6,7 +6,6 @@
 #include <platform/bus/DistributedNotificationCenter.h>
 #include <platform/bytes/PathNames.h>
 #include <platform/desktop/Workspace.h>
-#include <platform/storage/Preferences.h>
 #include <platform/table/TableView.h>
 
 #include <QLoggingCategory>
@@ -16,9 +15,6 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
-using PropertyList::Array;
-using PropertyList::ArrayPointer;
-using PropertyList::Value;
 
 namespace {
 
@@ -27,19 +23,6 @@ Q_LOGGING_CATEGORY(log, "blipsy.appfiles")
 BYAppsFilesController* myInstance = nullptr;
 
 constexpr int initialCapacity = 300;
-
-QStringList stringsOf(const Value& value)
-{
-    QStringList strings;
-    if (const ArrayPointer array = value.array()) {
-        for (const Value& item : std::as_const(*array)) {
-            if (item.type() == PropertyList::Type::String) {
-                strings.append(item.string());
-            }
-        }
-    }
-    return strings;
-}
 
 int compareNames(QStringView a, QStringView b)
 {
@@ -78,9 +61,7 @@ void BYAppsFilesController::awakeFromNib()
 {
     DistributedNotificationCenter::defaultCenter().addObserver(this, NotificationName::refreshAppsArray,
         BYGlobals::appID(), [this](const DistributedNotification&) { refresh(nullptr); });
-    UserDefaults& defaults = UserDefaults::standardUserDefaults();
-    defaults.addSuiteNamed(BYGlobals::appID());
-    appsToSkip = stringsOf(defaults.objectForKey(SettingKey::appsFiles));
+    appsToSkip = Settings::appsFiles.value().value_or(QStringList());
     sharedInstance()->refresh(this);
     tableViewSelectionDidChange();
     if (appsFilesTable != nullptr) {
@@ -161,12 +142,7 @@ void BYAppsFilesController::tableViewSelectionDidChange()
 
 void BYAppsFilesController::savePreferences()
 {
-    const ArrayPointer paths = Array::create();
-    for (const QString& path : std::as_const(appsToSkip)) {
-        paths->append(path);
-    }
-    Preferences::setValue(SettingKey::appsFiles, paths, BYGlobals::appID());
-    Preferences::setValue(SettingKey::file4App, BYGlobals::file4app(), BYGlobals::appID());
-    Preferences::synchronize(BYGlobals::appID());
-    BYGlobals::sendNotification(NotificationName::refreshMenu);
+    Settings::appsFiles.set(appsToSkip);
+    Settings::file4App.set(BYGlobals::file4app());
+    Changes::saveSettings({NotificationName::refreshMenu});
 }

@@ -8,7 +8,7 @@
 #include "parseNSStringStamp4strftime.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 #include <platform/controls/Matrix.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/panels/Alert.h>
@@ -226,26 +226,16 @@ void BYEditPaneController::enterDateTimeSyntax(QAction* sender)
 void BYEditPaneController::saveEditedAbb(QObject* /*sender*/)
 {
     const int row = abbsTableView != nullptr ? abbsTableView->selectedRow() : -1;
-    const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
-    if (editPane == nullptr || row < 0 || !phrases || row >= phrases->size()) {
+    const Phrase phrase = DocumentEntry::at(BYGlobals::clippingsArray(), row);
+    if (editPane == nullptr || !phrase) {
         return;
     }
-    const PropertyList::DictionaryPointer entry = phrases->at(row).dictionary();
-    if (!entry) {
-        return;
-    }
-    const QString text = editPane->string();
-    if (isRichChosen()) {
-        entry->insert(PhraseKey::rtfd, editPane->RTFDFromAll());
-    } else {
-        entry->remove(PhraseKey::rtfd);
-    }
-    entry->insert(PhraseKey::plainText, text);
+    phrase.setRtfd(isRichChosen() ? std::optional(editPane->RTFDFromAll()) : std::nullopt);
+    phrase.setPlainText(editPane->string());
     BYGlobals::setEditEntryPaneTextIsDirty(false);
     enable(saveEditedAbbButton, false);
-    BYGlobals::writeDocument();
+    Changes::saveDocument({NotificationName::preferencesChanged});
     abbsTableView->reloadData();
-    BYGlobals::sendNotification(NotificationName::preferencesChanged);
 }
 
 // Without the choice the text is stored as it is.

@@ -26,8 +26,7 @@ void BlipsyPref::openDocument(const QString& path)
         m_interface->openDocument(path);
         return;
     }
-    BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
-    // The path is the first setting that is read: only that attaches the helper's domain, in which the list stands.
+    Settings::defaultFilePath.store(path);
     BYGlobals::init();
     RecentDocuments::add(path);
 }
