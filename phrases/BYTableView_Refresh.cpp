@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "BYTableView.h"
 
-#include "RecentDocuments.h"
-
 #include <core/BYGlobals.h>
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
@@ -26,14 +24,6 @@ namespace {
 
 constexpr int fixedItems = 4;
 constexpr int phraseColumn = 1;
-
-/// The integer value of a setting, or @p otherwise where it is absent (which reads as the empty string).
-int integerSetting(const QString& key, int otherwise)
-{
-    const Value value = BYGlobals::retrieveFromUserDefaults(key);
-    const bool isAbsent = value.type() == PropertyList::Type::String && value.stringView().isEmpty();
-    return isAbsent ? otherwise : int(value.integerValue());
-}
 
 void selectCell(Matrix* matrix, int row, int column)
 {
@@ -61,11 +51,11 @@ void BYTableView::updateSettingsFromPrefs()
 {
     BYGlobals::fillArray();
     if (playSoundOnDropPrefButton) {
-        playSoundOnDropPrefButton->setChecked(integerSetting(SettingKey::playSoundOnDrop, 0) != 0);
+        playSoundOnDropPrefButton->setChecked(Settings::playSoundOnDrop.value());
     }
-    selectCell(menuPrefsMatrix, integerSetting(SettingKey::menuPref, 3), 0);
-    selectCell(sortPrefsMatrix, 0, integerSetting(SettingKey::sortPref, 0));
-    selectCell(iTunesAnnouncerPrefMatrix, 0, integerSetting(SettingKey::announcerPref, 1));
+    selectCell(menuPrefsMatrix, Settings::menuPref.value(), 0);
+    selectCell(sortPrefsMatrix, 0, Settings::sortPref.value());
+    selectCell(iTunesAnnouncerPrefMatrix, 0, Settings::announcerPref.value());
     updateClippingsPopUpButton();
     updateVolumeSlider();
 }
@@ -76,14 +66,14 @@ void BYTableView::updateClippingsPopUpButton()
     if (!popUp) {
         return;
     }
-    const QString current = BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).textValue();
+    const QString current = Settings::defaultFilePath.value();
     int selected = 0;
-    if (std::optional<QStringList> paths = RecentDocuments::list()) {
+    if (std::optional<QStringList> paths = Settings::recentFiles.value()) {
         while (popUp->count() > fixedItems) {
             popUp->removeItem(popUp->count() - fixedItems - 1);
         }
         selected = addRecentDocuments(*paths, current);
-        RecentDocuments::store(*paths);
+        Settings::recentFiles.store(paths);
     }
     popUp->setCurrentIndex(selected);
     popUp->setToolTip(current);

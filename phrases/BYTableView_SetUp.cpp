@@ -100,7 +100,7 @@ void BYTableView::useDefaultDocumentOnFirstStart()
     }
     const QString path = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath() + u"/default.blipsy"_s;
     BYGlobals::setDefaultFilePath(path);
-    BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
+    Settings::defaultFilePath.store(path);
     RecentDocuments::add(path);
 }
 

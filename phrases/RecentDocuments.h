@@ -2,17 +2,9 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
-#include <optional>
-
-/// The list of documents used lately, in the setting "RecentFilesArray": absolute paths, oldest first. Writes store the
-/// setting without a notification.
+/// Changes to the list of documents used lately, Settings::recentFiles. Nobody is told.
 namespace RecentDocuments {
-
-/// The list; nothing when none is stored. What is no text in it is left out.
-std::optional<QStringList> list();
-void store(const QStringList& paths);
 
 /// Appends @p path unless it is in the list already (exact comparison).
 void add(const QString& path);

@@ -3,7 +3,6 @@
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
-#include <phrases/RecentDocuments.h>
 
 #include <QAbstractItemView>
 #include <QDir>
@@ -41,8 +40,8 @@ private Q_SLOTS:
         phrases->append(phraseEntry(u"other"_s, u""_s));
         root->insert(DocumentKey::clippings, phrases);
         m_tab->write(u"other.blipsy"_s, root);
-        RecentDocuments::store(
-            {m_tab->path(u"gone.blipsy"_s), m_tab->path(u"test.blipsy"_s), m_tab->path(u"other.blipsy"_s)});
+        Settings::recentFiles.store(
+            QStringList{m_tab->path(u"gone.blipsy"_s), m_tab->path(u"test.blipsy"_s), m_tab->path(u"other.blipsy"_s)});
         m_tab->table->updateClippingsPopUpButton();
     }
 
@@ -54,7 +53,7 @@ private Q_SLOTS:
             titles(), (QStringList{u"other"_s, u"test"_s, u""_s, u"Print…"_s, u"Open…"_s, u"New sounds document…"_s}));
         QCOMPARE(m_tab->popUp->currentText(), u"test"_s);
         QCOMPARE(m_tab->popUp->toolTip(), m_tab->path(u"test.blipsy"_s));
-        QCOMPARE(RecentDocuments::list()->size(), 2);
+        QCOMPARE(Settings::recentFiles.value()->size(), 2);
     }
 
     void chosenDocumentIsTheOneInUse()
@@ -118,9 +117,9 @@ private Q_SLOTS:
     void commandForgetsAnyDocumentButTheOneInUse()
     {
         choose(1, Qt::ControlModifier);
-        QCOMPARE(RecentDocuments::list()->size(), 2);
+        QCOMPARE(Settings::recentFiles.value()->size(), 2);
         choose(0, Qt::ControlModifier);
-        QCOMPARE(RecentDocuments::list(), QStringList{m_tab->path(u"test.blipsy"_s)});
+        QCOMPARE(Settings::recentFiles.value(), QStringList{m_tab->path(u"test.blipsy"_s)});
         QVERIFY(m_tab->entryCalled(u"a"_s));
         QVERIFY(QFile::exists(m_tab->path(u"other.blipsy"_s)));
     }
@@ -204,7 +203,7 @@ private Q_SLOTS:
         QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(u"test.blipsy"_s));
         QCOMPARE(
             BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(), BYGlobals::defaultFilePath());
-        QCOMPARE(RecentDocuments::list()->size(), 2);
+        QCOMPARE(Settings::recentFiles.value()->size(), 2);
         QVERIFY(m_tab->entryCalled(u"a"_s));
     }
 
