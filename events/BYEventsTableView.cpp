@@ -4,7 +4,7 @@
 #include "EventEntries.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/SoundEvent.h>
 #include <platform/controls/Pasteboard.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/Workspace.h>
@@ -52,7 +52,7 @@ void BYEventsTableView::removeRow(QObject* /*sender*/)
     if (!confirmed || !entry) {
         return;
     }
-    entry->insert(EventKey::soundFilepath, u""_s);
+    SoundEvent(entry).setSoundFilepath({});
     Changes::saveDocument();
     reloadData();
 }
@@ -71,7 +71,7 @@ void BYEventsTableView::pasteSound()
     if (!entry || !path) {
         return;
     }
-    entry->insert(EventKey::soundFilepath, *path);
+    SoundEvent(entry).setSoundFilepath(*path);
     Changes::saveDocument();
     reloadData();
 }

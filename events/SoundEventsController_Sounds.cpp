@@ -4,7 +4,7 @@
 #include "EventEntries.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/SoundEvent.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/controls/Pasteboard.h>
 #include <platform/panels/OpenPanel.h>
@@ -43,20 +43,20 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     if (!entry) {
         return;
     }
-    const PropertyList::Value* path = entry->find(EventKey::soundFilepath);
-    if (path == nullptr || path->type() != PropertyList::Type::String || !path->stringView().isEmpty()) {
-        entry->insert(EventKey::soundFilepath, u""_s);
+    const SoundEvent event(entry);
+    if (event.hasSound()) {
+        event.setSoundFilepath({});
         Changes::saveDocument();
         reloadTable();
         return;
     }
     OpenPanel panel(mySoundEventsTable);
     prepareOpenPanel(&panel);
-    const std::optional<QString> chosen = m_soundChooser.run(entry->value(EventKey::eventName).textValue());
+    const std::optional<QString> chosen = m_soundChooser.run(event.name());
     // The helper may have had the document loaded anew while the panel was open.
     const DictionaryPointer present = EventEntries::present(BYGlobals::soundsPrefsArray(), entry);
     if (present && chosen) {
-        present->insert(EventKey::soundFilepath, *chosen);
+        SoundEvent(present).setSoundFilepath(*chosen);
         Changes::saveDocument();
     }
     reloadTable();
@@ -102,7 +102,7 @@ void SoundEventsController::playSelectedSound(QObject* /*sender*/)
     if (isSuitcase(path)) {
         const DictionaryPointer userInfo = Dictionary::create();
         userInfo->insert(u"filepath"_s, path);
-        BYGlobals::sendNotification(NotificationName::playSuitcase, userInfo);
+        Changes::tell(NotificationName::playSuitcase, userInfo);
         return;
     }
     stopSelectedSound(this);
@@ -143,9 +143,9 @@ bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     if (!path || !entry) {
         return false;
     }
-    entry->insert(EventKey::soundFilepath, *path);
+    SoundEvent(entry).setSoundFilepath(*path);
     Changes::saveDocument();
-    if (BYGlobals::retrieveFromUserDefaults(SettingKey::playSoundOnDrop).integerValue() != 0) {
+    if (Settings::playSoundOnDrop.value()) {
         BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
     }
     reloadTable();

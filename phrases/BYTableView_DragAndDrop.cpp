@@ -2,7 +2,7 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 #include <platform/controls/Pasteboard.h>
 #include <sounds/SoundDrop.h>
 
@@ -34,7 +34,7 @@ bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const Dragg
     if (!path || !entry) {
         return false;
     }
-    entry->insert(PhraseKey::soundFilepath, *path);
+    Phrase(entry).setSoundFilepath(*path);
     Changes::saveDocument();
     return true;
 }

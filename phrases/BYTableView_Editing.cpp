@@ -2,7 +2,7 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/panels/Alert.h>
@@ -36,10 +36,9 @@ void BYTableView::storeText(const DictionaryPointer& entry, const QString& key, 
     if (!entry) {
         return;
     }
-    entry->insert(key, text.isNull() ? u""_s : text);
-    BYGlobals::writeDocument();
+    Phrase(entry).setText(key, text);
     BYGlobals::setLastEditedAbb(text);
-    BYGlobals::sendNotification(NotificationName::preferencesChanged);
+    Changes::saveDocument({NotificationName::preferencesChanged});
 }
 
 void BYTableView::playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry)
@@ -75,9 +74,9 @@ void BYTableView::chooseApplication(const DictionaryPointer& entry)
     const int result = panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types);
     const DictionaryPointer asked = upToDateEntry(entry);
     if (result == okButton && asked && !panel.filenames().isEmpty()) {
-        asked->insert(PhraseKey::app, panel.filenames().constFirst());
+        Phrase(asked).setApp(panel.filenames().constFirst());
     }
-    BYGlobals::writeDocument();
+    Changes::saveDocument({});
 }
 
 void BYTableView::askToClearApplication(const DictionaryPointer& entry)
@@ -92,8 +91,8 @@ void BYTableView::askToClearApplication(const DictionaryPointer& entry)
         Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Clear"_s), localized(u"Cancel"_s));
     const DictionaryPointer asked = upToDateEntry(entry);
     if (result == Alert::defaultReturn && asked) {
-        asked->remove(PhraseKey::app);
-        BYGlobals::writeDocument();
+        Phrase(asked).clearApp();
+        Changes::saveDocument({});
     }
 }
 

@@ -2,8 +2,8 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
+#include <core/Phrase.h>
 #include <core/PhraseList.h>
-#include <core/SharedNames.h>
 #include <platform/keyboard/KeyCharacters.h>
 #include <sounds/SoundPasteboard.h>
 
@@ -99,7 +99,7 @@ void BYTableView::pasteSound()
     if (!entry || !path) {
         return;
     }
-    entry->insert(PhraseKey::soundFilepath, path->isEmpty() ? u""_s : *path);
+    Phrase(entry).setSoundFilepath(*path);
     Changes::saveDocument();
     reloadData();
 }

@@ -193,7 +193,7 @@ void BYTableView::answer(const DistributedNotification& notification)
         if (name == NotificationName::newRowAdded) {
             editNewRow();
         } else {
-            BYGlobals::writeDocument();
+            Changes::saveDocument({});
         }
     }
 }
@@ -209,5 +209,5 @@ void BYTableView::editNewRow()
     reloadInPreferredOrder(&BYGlobals::sortArray);
     scrollToAbb(localized(u"newabb"_s));
     editColumn_row_withEvent_select(phraseColumn, selectedRow(), nullptr, true);
-    BYGlobals::writeDocument();
+    Changes::saveDocument({});
 }

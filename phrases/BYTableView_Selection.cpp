@@ -2,7 +2,7 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 #include <platform/controls/Matrix.h>
 #include <platform/panels/Alert.h>
 #include <platform/richtext/Rtfd.h>
@@ -82,15 +82,10 @@ void BYTableView::willUnselect()
 
 void BYTableView::saveEditedText(const DictionaryPointer& entry)
 {
-    const QString text = editEntryPane->string();
-    entry->insert(PhraseKey::soundFilepath, text.isEmpty() ? u""_s : text);
-    if (editEntryPane->isRichText()) {
-        entry->insert(PhraseKey::rtfd, editEntryPane->RTFDFromAll());
-    } else {
-        entry->remove(PhraseKey::rtfd);
-    }
-    BYGlobals::writeDocument();
-    BYGlobals::sendNotification(NotificationName::preferencesChanged);
+    const Phrase phrase(entry);
+    phrase.setSoundFilepath(editEntryPane->string());
+    phrase.setRtfd(editEntryPane->isRichText() ? std::optional(editEntryPane->RTFDFromAll()) : std::nullopt);
+    Changes::saveDocument({NotificationName::preferencesChanged});
 }
 
 void BYTableView::tableViewSelectionDidChange()

@@ -2,7 +2,7 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 #include <platform/panels/OpenPanel.h>
 #include <sounds/SoundKinds.h>
 
@@ -25,12 +25,12 @@ void BYTableView::handleAssignSoundDialog_row(QObject*, int row)
     if (!entry) {
         return;
     }
-    const PropertyList::Value path = entry->value(PhraseKey::soundFilepath);
-    if (path.type() == PropertyList::Type::String && path.stringView().isEmpty()) {
+    const Phrase phrase(entry);
+    if (!phrase.hasSound()) {
         chooseSound(entry);
         return;
     }
-    entry->insert(PhraseKey::soundFilepath, u""_s);
+    phrase.setSoundFilepath({});
     Changes::saveDocument();
     reloadData();
 }
@@ -40,10 +40,10 @@ void BYTableView::chooseSound(const DictionaryPointer& entry)
     const RowHold hold(*this);
     OpenPanel panel(window());
     prepareOpenPanel(&panel);
-    const std::optional<QString> path = m_soundChooser.run(entry->value(PhraseKey::phrase).textValue());
+    const std::optional<QString> path = m_soundChooser.run(Phrase(entry).phrase());
     const DictionaryPointer asked = upToDateEntry(entry);
     if (path && asked) {
-        asked->insert(PhraseKey::soundFilepath, *path);
+        Phrase(asked).setSoundFilepath(*path);
         Changes::saveDocument();
     }
     viewport()->update();
