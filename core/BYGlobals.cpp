@@ -27,20 +27,17 @@ QString BYGlobals::fullTextFor(const QString& phrase)
 
 void BYGlobals::saveToUserDefaults_forKey(const Value& value, const QString& key)
 {
-    Preferences::setValue(key, value, appID());
-    Changes::saveSettings({NotificationName::preferencesChanged});
+    Setting<Value>{key}.publish(value);
 }
 
 void BYGlobals::storeSetting(const Value& value, const QString& key)
 {
-    Preferences::setValue(key, value, appID());
-    Changes::saveSettings({});
+    Setting<Value>{key}.store(value);
 }
 
 Value BYGlobals::retrieveFromUserDefaults(const QString& key)
 {
-    const Value value = Settings::stored(key);
-    return value.isNull() ? Value(QStringLiteral("")) : value;
+    return Setting<Value>{key, QStringLiteral("")}.value();
 }
 
 Value BYGlobals::retrieveArrayFromUserDefaults(const QString& key)

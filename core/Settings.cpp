@@ -44,8 +44,10 @@ T converted(const Value& value)
         return textsOf(value);
     } else if constexpr (std::same_as<T, Bytes>) {
         return value.type() == Type::Data ? Bytes(value.data()) : std::nullopt;
-    } else {
+    } else if constexpr (std::same_as<T, PropertyList::DictionaryPointer>) {
         return value.dictionary();
+    } else {
+        return value;
     }
 }
 
@@ -115,6 +117,7 @@ template struct Setting<QString>;
 template struct Setting<Texts>;
 template struct Setting<Bytes>;
 template struct Setting<PropertyList::DictionaryPointer>;
+template struct Setting<Value>;
 
 Value Settings::stored(const QString& key)
 {
