@@ -14,8 +14,8 @@
 /// domain has nothing under the key, or the empty text.
 ///
 /// Numbers and switches are stored as decimal text ("1" is on), lists as arrays of texts; what is stored in another
-/// type is converted as far as property lists do that (a number from its leading digits), else it counts as absent. A
-/// Setting of a PropertyList::Value takes and gives whatever it is.
+/// type is converted as PropertyList::Value does it, to nothing where that cannot be. A Setting of a
+/// PropertyList::Value takes and gives whatever it is.
 template <typename T>
 struct Setting
 {
