@@ -1,41 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <platform/keyboard/KeyInterpreter.h>
+#include "InputEvents.h"
 
 #include <QObject>
 
 #include <memory>
-
-/// When something was typed or clicked, in milliseconds by the clock of its source. Only differences mean anything, and
-/// those in unsigned arithmetic: the count begins anew every 49 days.
-using InputTime = quint32;
-
-/// A key that goes down, or is repeated while it is held.
-struct KeyPress
-{
-    KeyMeaning meaning;
-    InputTime time = 0;
-    bool isRepeat = false;
-};
-
-/// A pointer button that goes down.
-struct ButtonPress
-{
-    enum class Button { Left, Middle, Right, Other };
-
-    Button button = Button::Other;
-    InputTime time = 0;
-};
-
-/// A turn of a wheel, by a step or more.
-struct WheelTurn
-{
-    enum class Direction { Up, Down, Left, Right };
-
-    Direction direction = Direction::Up;
-    InputTime time = 0;
-};
 
 /// Tells what the user types and clicks, whatever program has the focus. It takes nothing away from that program, waits
 /// for nothing between two events, and keeps no key: what is typed exists only as the argument of a signal, so these

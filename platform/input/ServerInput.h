@@ -10,7 +10,7 @@
 struct xcb_input_raw_key_press_event_t;
 
 /// What is typed and clicked on the X server, through raw events (XInput 2) of a connection of its own. No grab; grabs
-/// of other programs do not hide anything.
+/// of other programs do not hide anything. Why so: docs/decisions/typed-keys.md.
 ///
 /// Raw events do not tell of the server's repetition of a key. It is reckoned from the server's delay and interval, and
 /// told when something else happens, before that: after a long press the count may be one off.
