@@ -2,6 +2,7 @@
 #include "BYController.h"
 
 #include "ControlTitle.h"
+#include "TriggerCells.h"
 
 #include <core/Settings.h>
 #include <platform/bytes/CharacterBitmap.h>
@@ -12,9 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int triggerRows = 4;
-constexpr int triggerColumns = 7;
 
 /// What ends a typed phrase until the user chooses otherwise.
 CharacterBitmap defaultTriggers()
@@ -83,8 +81,8 @@ void BYController::selectAllTriggers(QWidget* /*sender*/)
     }
     triggersPrefsMatrix->selectAll();
     CharacterBitmap triggers = defaultTriggers();
-    for (int row = 0; row < triggerRows; ++row) {
-        for (int column = 0; column < triggerColumns; ++column) {
+    for (int row = 0; row < TriggerCells::rowCount; ++row) {
+        for (int column = 0; column < TriggerCells::columnCount; ++column) {
             triggers.add(charactersOfTitle(triggersPrefsMatrix->cellAtRow_column(row, column)));
         }
     }

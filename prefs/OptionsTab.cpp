@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "OptionsTab.h"
 
+#include "TriggerCells.h"
+
 OptionsTab::OptionsTab(QWidget* parent)
     : QWidget(parent)
 {
     m_form.setupUi(this);
+    TriggerCells::fill(*m_form.triggersPrefsMatrix, m_form.pauseHotKeyButton);
     connectOutlets();
     connectActions();
     connectIdleTalkInterval();

@@ -40,6 +40,13 @@ void OptionsFixture::open()
     m_tab->show();
 }
 
+QCheckBox* OptionsFixture::trigger(const QString& title) const
+{
+    const auto cells = form().triggersPrefsMatrix->findChildren<QCheckBox*>();
+    const auto found = std::ranges::find(cells, title, &QCheckBox::text);
+    return found == cells.end() ? nullptr : *found;
+}
+
 PropertyList::Value setting(const QString& key)
 {
     return BYGlobals::retrieveUntypedObjectFromUserDefaults(key);

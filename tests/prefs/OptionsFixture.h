@@ -24,6 +24,9 @@ protected:
 
     const Ui::OptionsTab& form() const { return m_tab->form(); }
 
+    /// The cell with this title among the trigger characters.
+    QCheckBox* trigger(const QString& title) const;
+
     BYController& controller() { return m_tab->controller(); }
 
     QTemporaryDir m_bundle;

@@ -127,7 +127,7 @@ private Q_SLOTS:
         QFETCH(int, tag);
         QFETCH(bool, on);
         QFETCH(QString, stored);
-        auto* const cell = form().commaTrigger;
+        auto* const cell = trigger(u","_s);
         cell->setText(title);
         cell->setProperty("tag", tag);
         cell->setChecked(!on);
@@ -140,15 +140,15 @@ private Q_SLOTS:
 
     void lastTriggerGoneMeansNone()
     {
-        form().tabTrigger->click();
-        form().spaceTrigger->click();
-        form().returnTrigger->click();
+        trigger(u"⇥"_s)->click();
+        trigger(u"␣"_s)->click();
+        trigger(u"↩"_s)->click();
         QCOMPARE(setting(SettingKey::triggersSet).data(), QByteArray(8192, '\0'));
         QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
-        form().periodTrigger->click();
-        form().commaTrigger->setTristate();
-        form().commaTrigger->click();
-        QCOMPARE(form().commaTrigger->checkState(), Qt::PartiallyChecked);
+        trigger(u"."_s)->click();
+        trigger(u","_s)->setTristate();
+        trigger(u","_s)->click();
+        QCOMPARE(trigger(u","_s)->checkState(), Qt::PartiallyChecked);
         QCOMPARE(triggers(), bitmap(u"."));
         QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
     }
@@ -157,9 +157,9 @@ private Q_SLOTS:
     {
         form().deSelectAllTriggersButton->click();
         QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
-        QVERIFY(!form().spaceTrigger->isChecked());
+        QVERIFY(!trigger(u"␣"_s)->isChecked());
         form().selectAllTriggersButton->click();
-        QVERIFY(form().escapeTrigger->isChecked());
+        QVERIFY(trigger(u"⎋"_s)->isChecked());
         QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
         QVERIFY(triggers().contains(u'\r') && triggers().contains(u'{') && triggers().contains(u'⎋'));
         QVERIFY(!triggers().contains(u'\u00A0') && !triggers().contains(u'\u001B'));
