@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "BYAppsFilesController.h"
 
+#include "ApplicationsModel.h"
+
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <platform/bus/DistributedNotificationCenter.h>
@@ -65,28 +67,9 @@ void BYAppsFilesController::awakeFromNib()
     sharedInstance()->refresh(this);
     tableViewSelectionDidChange();
     if (appsFilesTable != nullptr) {
-        appsFilesTable->setDataSource(this);
-        buildCells();
-        appsFilesTable->registerForDraggedTypes();
+        appsFilesTable->setModel(new ApplicationsModel(*this));
         connect(
             appsFilesTable, &TableView::selectionDidChange, this, &BYAppsFilesController::tableViewSelectionDidChange);
-    }
-}
-
-void BYAppsFilesController::buildCells()
-{
-    iconColumn = appsFilesTable->tableColumnWithIdentifier(u"icon"_s);
-    appColumn = appsFilesTable->tableColumnWithIdentifier(u"application"_s);
-    pathColumn = appsFilesTable->tableColumnWithIdentifier(u"assocFile"_s);
-    popUpColumn = appsFilesTable->tableColumnWithIdentifier(u"actionPopUp"_s);
-    if (iconColumn != nullptr) {
-        iconColumn->setDataCell(std::make_shared<ImageCell>());
-    }
-    if (popUpColumn != nullptr) {
-        const auto cell = std::make_shared<PopUpButtonCell>();
-        cell->setEditable(true);
-        cell->setMenu(appsPopUp);
-        popUpColumn->setDataCell(cell);
     }
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <platform/plist/PropertyList.h>
-#include <platform/table/TableViewDataSource.h>
 
 #include <QHash>
 #include <QIcon>
@@ -11,9 +10,12 @@
 
 #include <optional>
 
+class Pasteboard;
 class QAction;
 class QMenu;
 class QPushButton;
+class TableView;
+enum class DropOperation;
 
 /// Compares the file names of two paths, folders aside, without regard to letter case: negative, zero or positive.
 /// Paths of equal names keep the order in which they were added.
@@ -21,7 +23,7 @@ int sortbyfilename(const QString& a, const QString& b);
 
 /// Controller of the table that says which sounds document serves which application. Each row is one application of the
 /// user's list; every change is stored at once and the helper is told. Main thread only.
-class BYAppsFilesController final : public QObject, public TableViewDataSource
+class BYAppsFilesController final : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(BYAppsFilesController)
@@ -60,14 +62,18 @@ public:
 
     /// @name The table's data
     /// @{
-    int numberOfRowsInTableView(TableView* table) override;
-    QVariant tableView_objectValueForTableColumn_row(TableView* table, TableColumn* column, int row) override;
-    QString tableView_toolTipForTableColumn_row(TableView* table, TableColumn* column, int row) override;
-    QString tableView_accessibleTextForTableColumn_row(TableView* table, TableColumn* column, int row) override;
-    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(
-        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+    static const QString iconColumn;
+    static const QString appColumn;
+    static const QString pathColumn;
+    static const QString popUpColumn;
+    int numberOfRowsInTableView(TableView* table);
+    QVariant tableView_objectValueForTableColumn_row(TableView* table, const QString& column, int row);
+    QString tableView_toolTipForTableColumn_row(TableView* table, const QString& column, int row);
+    QString tableView_accessibleTextForTableColumn_row(TableView* table, const QString& column, int row);
+    Qt::DropAction tableView_validateDrop_proposedRow_proposedDropOperation(
+        TableView* table, const Pasteboard& info, int row, DropOperation operation);
     bool tableView_acceptDrop_row_dropOperation(
-        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+        TableView* table, const Pasteboard& info, int row, DropOperation operation);
     /// @}
 
     /// Enables the remove button while the table has a selected row.
@@ -82,7 +88,6 @@ public:
     void savePreferences();
 
 private:
-    void buildCells();
     void addApplication(const QString& path);
     void chooseDocumentFor(const QString& application);
     void applicationsChanged();
@@ -91,10 +96,6 @@ private:
     QString applicationAtRow(int row);
     QString documentTextFor(const QString& application) const;
 
-    TableColumn* iconColumn = nullptr;
-    TableColumn* appColumn = nullptr;
-    TableColumn* pathColumn = nullptr;
-    TableColumn* popUpColumn = nullptr;
     QStringList appsArray;
     QStringList appsToSkip;
     QHash<QString, QIcon> iconsCache;

@@ -117,21 +117,20 @@ void BYAppsFilesController::applicationsChanged()
     reloadTable();
 }
 
-DragOperation BYAppsFilesController::tableView_validateDrop_proposedRow_proposedDropOperation(
-    TableView* table, const DraggingInfo& info, int row, DropOperation /*operation*/)
+Qt::DropAction BYAppsFilesController::tableView_validateDrop_proposedRow_proposedDropOperation(
+    TableView* table, const Pasteboard& info, int row, DropOperation /*operation*/)
 {
     if (row >= table->numberOfRows()) {
-        return DragOperation::None;
+        return Qt::IgnoreAction;
     }
-    table->setDropRow_dropOperation(row, DropOperation::On);
-    const std::optional<QString> path = info.draggingPasteboard().filename();
-    return path && (isDocument(*path) || isApplication(*path)) ? DragOperation::Copy : DragOperation::None;
+    const std::optional<QString> path = info.filename();
+    return path && (isDocument(*path) || isApplication(*path)) ? Qt::CopyAction : Qt::IgnoreAction;
 }
 
 bool BYAppsFilesController::tableView_acceptDrop_row_dropOperation(
-    TableView* /*table*/, const DraggingInfo& info, int row, DropOperation /*operation*/)
+    TableView* /*table*/, const Pasteboard& info, int row, DropOperation /*operation*/)
 {
-    const std::optional<QString> path = info.draggingPasteboard().filename();
+    const std::optional<QString> path = info.filename();
     if (!path) {
         return false;
     }
@@ -142,7 +141,7 @@ bool BYAppsFilesController::tableView_acceptDrop_row_dropOperation(
         }
         BYGlobals::file4app()->insert(application, *path);
     } else {
-        for (const QString& dragged : info.draggingPasteboard().filenames()) {
+        for (const QString& dragged : info.filenames()) {
             addApplication(dragged);
         }
     }

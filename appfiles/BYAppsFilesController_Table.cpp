@@ -12,6 +12,11 @@
 using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;
 
+const QString BYAppsFilesController::iconColumn = u"icon"_s;
+const QString BYAppsFilesController::appColumn = u"application"_s;
+const QString BYAppsFilesController::pathColumn = u"assocFile"_s;
+const QString BYAppsFilesController::popUpColumn = u"actionPopUp"_s;
+
 int BYAppsFilesController::numberOfRowsInTableView(TableView* /*table*/)
 {
     return int(appsArray.size());
@@ -50,7 +55,7 @@ QString BYAppsFilesController::documentTextFor(const QString& application) const
 }
 
 QVariant BYAppsFilesController::tableView_objectValueForTableColumn_row(
-    TableView* /*table*/, TableColumn* column, int row)
+    TableView* /*table*/, const QString& column, int row)
 {
     const QString application = applicationAtRow(row);
     if (application.isEmpty()) {
@@ -69,13 +74,10 @@ QVariant BYAppsFilesController::tableView_objectValueForTableColumn_row(
     if (column == pathColumn) {
         return documentTextFor(application);
     }
-    if (column == popUpColumn) {
-        return popUpColumn->dataCellForRow(row)->title();
-    }
     return {};
 }
 
-QString BYAppsFilesController::tableView_toolTipForTableColumn_row(TableView* /*table*/, TableColumn* column, int row)
+QString BYAppsFilesController::tableView_toolTipForTableColumn_row(TableView* /*table*/, const QString& column, int row)
 {
     const QString application = applicationAtRow(row);
     if (column == pathColumn) {
@@ -89,7 +91,7 @@ QString BYAppsFilesController::tableView_toolTipForTableColumn_row(TableView* /*
 }
 
 QString BYAppsFilesController::tableView_accessibleTextForTableColumn_row(
-    TableView* table, TableColumn* column, int row)
+    TableView* table, const QString& column, int row)
 {
     return column == popUpColumn ? tableView_toolTipForTableColumn_row(table, column, row) : QString();
 }

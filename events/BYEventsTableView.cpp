@@ -10,6 +10,7 @@
 #include <platform/desktop/Workspace.h>
 #include <platform/keyboard/KeyCharacters.h>
 #include <sounds/RemovalQuestion.h>
+#include <sounds/RowButtons.h>
 #include <sounds/SoundPasteboard.h>
 
 #include <QKeyEvent>
@@ -76,15 +77,6 @@ void BYEventsTableView::pasteSound()
     reloadData();
 }
 
-void BYEventsTableView::toggleSound()
-{
-    const TableColumn* column = tableColumnWithIdentifier(u"Trash"_s);
-    const auto* cell = column != nullptr ? dynamic_cast<ButtonCell*>(column->dataCellForRow(selectedRow())) : nullptr;
-    if (cell != nullptr && selectedRow() >= 0) {
-        cell->performClick(this);
-    }
-}
-
 void BYEventsTableView::keyDown(QKeyEvent* event)
 {
     const QString characters = keyCharacters(*event);
@@ -110,7 +102,7 @@ bool BYEventsTableView::performKeyEquivalent(QKeyEvent* event)
         pasteSound();
         return true;
     case u'a':
-        toggleSound();
+        clickButton(RowButtons::trashColumn);
         return true;
     case deleteCharacter:
         gConfirmRemove = false;

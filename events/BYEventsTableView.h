@@ -28,5 +28,4 @@ public:
 private:
     void copySound();
     void pasteSound();
-    void toggleSound();
 };

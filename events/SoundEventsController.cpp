@@ -2,6 +2,7 @@
 #include "SoundEventsController.h"
 
 #include "EventEntries.h"
+#include "EventsModel.h"
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
@@ -17,6 +18,9 @@
 
 using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;
+using RowButtons::playColumn;
+using RowButtons::revealColumn;
+using RowButtons::trashColumn;
 
 namespace {
 
@@ -24,11 +28,6 @@ QIcon finderIcon;
 QIcon playIcon;
 QIcon trashIcon;
 QIcon addIcon;
-
-const QString revealColumn = u"Reveal"_s;
-const QString playColumn = u"Play"_s;
-const QString trashColumn = u"Trash"_s;
-const QString actionColumn = u"actionPopUp"_s;
 
 void loadIcons()
 {
@@ -80,25 +79,10 @@ void SoundEventsController::awakeFromNib()
     if (mySoundEventsTable == nullptr) {
         return;
     }
-    mySoundEventsTable->registerForDraggedTypes();
-    buildCells();
-    mySoundEventsTable->setDataSource(this);
+    mySoundEventsTable->setModel(new EventsModel(*this));
     connect(
         mySoundEventsTable, &TableView::selectionDidChange, this, &SoundEventsController::tableViewSelectionDidChange);
     mySoundEventsTable->reloadData();
-}
-
-void SoundEventsController::buildCells()
-{
-    RowButtons::giveTo(
-        *mySoundEventsTable, {revealColumn, playColumn}, [this](TableView* table) { trashButtonAction(table); });
-    popUpColumn = mySoundEventsTable->tableColumnWithIdentifier(actionColumn);
-    if (popUpColumn != nullptr) {
-        const auto cell = std::make_shared<PopUpButtonCell>();
-        cell->setEditable(true);
-        cell->setMenu(myVolumePopUp);
-        popUpColumn->setDataCell(cell);
-    }
 }
 
 void SoundEventsController::volumePopUpAction(QObject* /*sender*/)
@@ -129,62 +113,62 @@ int SoundEventsController::numberOfRowsInTableView(TableView* /*table*/)
 }
 
 QVariant SoundEventsController::tableView_objectValueForTableColumn_row(
-    TableView* /*table*/, TableColumn* column, int row)
+    TableView* /*table*/, const QString& column, int row)
 {
     const DictionaryPointer entry = entryAtRow(row);
-    const QString& identifier = column->identifier();
     if (!entry) {
         return {};
     }
-    Cell* cell = column->dataCellForRow(row);
-    if (identifier == revealColumn || identifier == playColumn || identifier == trashColumn) {
-        const bool reveal = identifier == revealColumn;
-        const QIcon& trash = hasEmptySound(entry) ? addIcon : trashIcon;
-        cell->setImage(reveal ? finderIcon : identifier == playColumn ? playIcon : trash);
-        return {};
+    if (column == revealColumn) {
+        return finderIcon;
     }
-    if (identifier == EventKey::eventName) {
+    if (column == playColumn) {
+        return playIcon;
+    }
+    if (column == trashColumn) {
+        return hasEmptySound(entry) ? addIcon : trashIcon;
+    }
+    if (column == EventKey::eventName) {
         return entry->value(EventKey::eventName).textValue();
     }
-    if (identifier == EventKey::soundFilepath) {
+    if (column == EventKey::soundFilepath) {
         return soundText(entry);
     }
-    const PropertyList::Value* value = entry->find(identifier);
+    const PropertyList::Value* value = entry->find(column);
     return value != nullptr ? lastPathComponent(value->textValue()).toString() : QVariant();
 }
 
 void SoundEventsController::tableView_setObjectValue_forTableColumn_row(
-    TableView* /*table*/, const QVariant& /*value*/, TableColumn* column, int row)
+    TableView* /*table*/, const QVariant& /*value*/, const QString& column, int row)
 {
     const DictionaryPointer entry = entryAtRow(row);
     if (!entry) {
         return;
     }
-    if (column->identifier() == playColumn) {
+    if (column == playColumn) {
         BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
-    } else if (column->identifier() == revealColumn) {
+    } else if (column == revealColumn) {
         Workspace::selectFile(entry->value(EventKey::soundFilepath).string());
     }
 }
 
-QString SoundEventsController::tableView_toolTipForTableColumn_row(TableView* /*table*/, TableColumn* column, int row)
+QString SoundEventsController::tableView_toolTipForTableColumn_row(TableView* /*table*/, const QString& column, int row)
 {
     const DictionaryPointer entry = entryAtRow(row);
     if (!entry) {
         return {};
     }
     const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
-    const QString& identifier = column->identifier();
-    if (identifier == EventKey::soundFilepath) {
+    if (column == EventKey::soundFilepath) {
         return entry->value(EventKey::soundFilepath).string();
     }
-    if (identifier == playColumn) {
+    if (column == playColumn) {
         return bundle.localizedString(u"Play the sound"_s);
     }
-    if (identifier == revealColumn) {
+    if (column == revealColumn) {
         return bundle.localizedString(u"Show the sound in the file manager"_s);
     }
-    if (identifier == trashColumn) {
+    if (column == trashColumn) {
         return hasEmptySound(entry) ? bundle.localizedString(u"Choose a sound"_s)
                                     : bundle.localizedString(u"Take the sound away"_s);
     }
@@ -192,8 +176,7 @@ QString SoundEventsController::tableView_toolTipForTableColumn_row(TableView* /*
 }
 
 QString SoundEventsController::tableView_accessibleTextForTableColumn_row(
-    TableView* table, TableColumn* column, int row)
+    TableView* table, const QString& column, int row)
 {
-    return column->identifier() == EventKey::soundFilepath ? QString()
-                                                           : tableView_toolTipForTableColumn_row(table, column, row);
+    return column == EventKey::soundFilepath ? QString() : tableView_toolTipForTableColumn_row(table, column, row);
 }

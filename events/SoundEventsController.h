@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <platform/table/TableViewDataSource.h>
 #include <sounds/SoundChooser.h>
 
 #include <QObject>
 
 class OpenPanel;
+class Pasteboard;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -14,10 +14,12 @@ class QMenu;
 class QPushButton;
 class Slider;
 class Sound;
+class TableView;
+enum class DropOperation;
 
 /// Controller of the sound-events list: shows the document's events, narrows them by the search field, gives them
 /// sounds and volumes. Row r of the table is entry r of the filtered event list. Main thread only.
-class SoundEventsController final : public QObject, public TableViewDataSource
+class SoundEventsController final : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SoundEventsController)
@@ -50,18 +52,17 @@ public:
 
     /// @name The table's data
     /// @{
-    int numberOfRowsInTableView(TableView* table) override;
-    QVariant tableView_objectValueForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    int numberOfRowsInTableView(TableView* table);
+    QVariant tableView_objectValueForTableColumn_row(TableView* table, const QString& column, int row);
     void tableView_setObjectValue_forTableColumn_row(
-        TableView* table, const QVariant& value, TableColumn* column, int row) override;
-    QString tableView_toolTipForTableColumn_row(TableView* table, TableColumn* column, int row) override;
-    QString tableView_accessibleTextForTableColumn_row(TableView* table, TableColumn* column, int row) override;
-    bool tableView_writeRowsWithIndexes_toPasteboard(
-        TableView* table, const QList<int>& rows, Pasteboard& pasteboard) override;
-    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(
-        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+        TableView* table, const QVariant& value, const QString& column, int row);
+    QString tableView_toolTipForTableColumn_row(TableView* table, const QString& column, int row);
+    QString tableView_accessibleTextForTableColumn_row(TableView* table, const QString& column, int row);
+    bool tableView_writeRowsWithIndexes_toPasteboard(TableView* table, const QList<int>& rows, Pasteboard& pasteboard);
+    Qt::DropAction tableView_validateDrop_proposedRow_proposedDropOperation(
+        TableView* table, const Pasteboard& info, int row, DropOperation operation);
     bool tableView_acceptDrop_row_dropOperation(
-        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+        TableView* table, const Pasteboard& info, int row, DropOperation operation);
     /// @}
 
     /// @name Volume
@@ -97,13 +98,11 @@ public:
     /// @}
 
 private:
-    void buildCells();
     void fillVolumePopUp();
     void searchForValue(const QString& key);
     /// -1 when no row is selected.
     int selectedRow() const;
     void reloadTable();
 
-    TableColumn* popUpColumn = nullptr;
     SoundChooser m_soundChooser;
 };

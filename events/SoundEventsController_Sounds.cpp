@@ -128,16 +128,16 @@ bool SoundEventsController::tableView_writeRowsWithIndexes_toPasteboard(
     return SoundDrop::writeRows(rows, pasteboard);
 }
 
-DragOperation SoundEventsController::tableView_validateDrop_proposedRow_proposedDropOperation(
-    TableView* table, const DraggingInfo& info, int row, DropOperation /*operation*/)
+Qt::DropAction SoundEventsController::tableView_validateDrop_proposedRow_proposedDropOperation(
+    TableView* table, const Pasteboard& info, int row, DropOperation /*operation*/)
 {
     return SoundDrop::validate(table, info, row);
 }
 
 bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
-    TableView* /*table*/, const DraggingInfo& info, int row, DropOperation /*operation*/)
+    TableView* /*table*/, const Pasteboard& info, int row, DropOperation /*operation*/)
 {
-    const std::optional<QString> path = info.draggingPasteboard().filename();
+    const std::optional<QString> path = info.filename();
     const DictionaryPointer shown = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), std::max(row, 0));
     const DictionaryPointer entry = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
     if (!path || !entry) {

@@ -39,7 +39,7 @@ class TextView;
 ///
 /// Row and index in BYGlobals::clippingsArray() are the same number. A row whose entry is no dictionary shows empty
 /// cells and cannot be changed. Outlets belong to the interface file; one that is null is left out. Main thread only.
-class BYTableView final : public TableView, public TableViewDataSource
+class BYTableView final : public TableView
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(BYTableView)
@@ -73,7 +73,6 @@ public:
     QPushButton* myPlayButton = nullptr;
     QPushButton* myStopButton = nullptr;
     QComboBox* myFavouriteFoldersPopUpButton = nullptr;
-    std::shared_ptr<ButtonCell> trashButtonCell;
 
     /// Connected by the interface file for other controllers' sake; the table does not use them.
     int selectedClippingRowForEditing = 0;
@@ -93,10 +92,12 @@ public:
 
     /// @name Display
     /// @{
-    int numberOfRowsInTableView(TableView* table) override;
-    QVariant tableView_objectValueForTableColumn_row(TableView* table, TableColumn* column, int row) override;
-    QString tableView_toolTipForTableColumn_row(TableView* table, TableColumn* column, int row) override;
-    QString tableView_accessibleTextForTableColumn_row(TableView* table, TableColumn* column, int row) override;
+    int numberOfRowsInTableView(TableView* table);
+    QVariant tableView_objectValueForTableColumn_row(TableView* table, const QString& column, int row);
+    QString tableView_toolTipForTableColumn_row(TableView* table, const QString& column, int row);
+    QString tableView_accessibleTextForTableColumn_row(TableView* table, const QString& column, int row);
+    /// Whether the phrase of @p row has a sound whose file is gone.
+    bool isSoundMissing(int row);
     /// The desktop's icon of the application at @p path.
     QIcon iconForApplication(const QString& path) const;
     /// @}
@@ -104,7 +105,7 @@ public:
     /// @name Cell editing
     /// @{
     void tableView_setObjectValue_forTableColumn_row(
-        TableView* table, const QVariant& value, TableColumn* column, int row) override;
+        TableView* table, const QVariant& value, const QString& column, int row);
     bool textShouldBeginEditing(QWidget* fieldEditor) override;
     void textDidEndEditing(QWidget* fieldEditor) override;
     /// @}
@@ -133,7 +134,8 @@ public:
     void addRow(QObject* sender);
     /// Removes the selected phrase, after asking unless gConfirmRemove was cleared.
     void removeRow(QObject* sender);
-    void tableView_sortDescriptorsDidChange(TableView* table, const QList<SortDescriptor>& oldDescriptors) override;
+    /// Sorts by what the header shows.
+    void tableView_sortDescriptorsDidChange(TableView* table);
     /// @}
 
     /// @name Keyboard
@@ -175,13 +177,13 @@ public:
 
     /// @name Drag and drop
     /// @{
-    bool tableView_writeRowsWithIndexes_toPasteboard(
-        TableView* table, const QList<int>& rows, Pasteboard& pasteboard) override;
-    DragOperation draggingSourceOperationMaskForLocal(bool local) const override;
-    DragOperation tableView_validateDrop_proposedRow_proposedDropOperation(
-        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+    bool tableView_writeRowsWithIndexes_toPasteboard(TableView* table, const QList<int>& rows, Pasteboard& pasteboard);
+    /// What a drag of rows offers outside (@p local false) or inside this program.
+    Qt::DropActions draggingSourceOperationMaskForLocal(bool local) const;
+    Qt::DropAction tableView_validateDrop_proposedRow_proposedDropOperation(
+        TableView* table, const Pasteboard& info, int row, DropOperation operation);
     bool tableView_acceptDrop_row_dropOperation(
-        TableView* table, const DraggingInfo& info, int row, DropOperation operation) override;
+        TableView* table, const Pasteboard& info, int row, DropOperation operation);
     /// @}
 
     /// @name Documents
@@ -214,11 +216,9 @@ private:
     void connectPrintWindow();
     void loadIcons();
     void useDefaultDocumentOnFirstStart();
-    void makeButtonCells();
     void separateCommandsInPopUp();
 
     PropertyList::DictionaryPointer entryAt(int row) const;
-    QVariant textOrFileName(Cell& cell, const QString& stored, bool isSound);
     bool isMissing(const QString& soundPath);
     void storeText(const PropertyList::DictionaryPointer& entry, const QString& key, const QString& text);
     void playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry);

@@ -5,6 +5,7 @@
 #include <core/SharedNames.h>
 #include <platform/bytes/PathNames.h>
 #include <platform/desktop/Workspace.h>
+#include <sounds/RowButtons.h>
 
 #include <QLabel>
 
@@ -34,51 +35,40 @@ int BYTableView::numberOfRowsInTableView(TableView*)
     return count;
 }
 
-QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, TableColumn* column, int row)
+QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, const QString& column, int row)
 {
     if (row == 1) {
         sizeLastColumnToFit();
     }
     const DictionaryPointer entry = entryAt(row);
-    Cell* cell = column->dataCellForRow(row);
-    cell->setDimmed(false);
-    const QString& identifier = column->identifier();
-    const auto showImage = [cell](const QIcon& image) {
-        cell->setImage(image);
-        return QVariant();
-    };
     if (!entry) {
-        return showImage({});
+        return {};
     }
-    if (identifier == PhraseKey::app) {
+    if (column == PhraseKey::app) {
         const QString application = entry->value(PhraseKey::app).textValue();
-        if (application.isEmpty()) {
-            return showImage(genericAppIcon);
-        }
-        cell->setImage(iconForApplication(application));
-        return cell->image();
+        return application.isEmpty() ? genericAppIcon : iconForApplication(application);
     }
-    if (identifier == u"Play") {
-        return showImage(playIcon);
+    if (column == RowButtons::playColumn) {
+        return playIcon;
     }
-    if (identifier == u"Reveal") {
-        return showImage(revealIcon);
+    if (column == RowButtons::revealColumn) {
+        return revealIcon;
     }
-    if (identifier == u"Trash") {
-        return showImage(hasSound(*entry) ? trashIcon : addIcon);
+    if (column == RowButtons::trashColumn) {
+        return hasSound(*entry) ? trashIcon : addIcon;
     }
-    if (identifier == PhraseKey::phrase) {
-        return entry->value(PhraseKey::phrase).textValue();
+    QString text = entry->value(column).textValue();
+    if (column != PhraseKey::phrase) {
+        // A path shows as its file name, the placeholder of a picture in a text as words.
+        text = lastPathComponent(text.replace(attachChar, localized(u"(Picture)"_s))).toString();
     }
-    return textOrFileName(*cell, entry->value(identifier).textValue(), identifier == PhraseKey::soundFilepath);
+    return text;
 }
 
-// A path shows as its file name, the placeholder of a picture in a text as words.
-QVariant BYTableView::textOrFileName(Cell& cell, const QString& stored, bool isSound)
+bool BYTableView::isSoundMissing(int row)
 {
-    cell.setDimmed(isSound && isMissing(stored));
-    QString text = stored;
-    return lastPathComponent(text.replace(attachChar, localized(u"(Picture)"_s))).toString();
+    const DictionaryPointer entry = entryAt(row);
+    return entry && isMissing(entry->value(PhraseKey::soundFilepath).textValue());
 }
 
 bool BYTableView::isMissing(const QString& soundPath)
@@ -86,37 +76,35 @@ bool BYTableView::isMissing(const QString& soundPath)
     return !soundPath.isEmpty() && !m_fileExistence.exists(soundPath);
 }
 
-QString BYTableView::tableView_toolTipForTableColumn_row(TableView*, TableColumn* column, int row)
+QString BYTableView::tableView_toolTipForTableColumn_row(TableView*, const QString& column, int row)
 {
     const DictionaryPointer entry = entryAt(row);
     if (!entry) {
         return {};
     }
-    const QString& identifier = column->identifier();
-    if (identifier == PhraseKey::soundFilepath) {
+    if (column == PhraseKey::soundFilepath) {
         const QString path = entry->value(PhraseKey::soundFilepath).textValue();
         return isMissing(path) ? localized(u"%@\nThis sound cannot be found."_s).replace(u"%@"_s, path) : path;
     }
-    if (identifier == PhraseKey::app) {
+    if (column == PhraseKey::app) {
         const QString application = entry->value(PhraseKey::app).textValue();
         return application.isEmpty() ? localized(u"In every application: click to choose one"_s) : application;
     }
-    if (identifier == u"Play") {
+    if (column == RowButtons::playColumn) {
         return localized(u"Play the sound"_s);
     }
-    if (identifier == u"Reveal") {
+    if (column == RowButtons::revealColumn) {
         return localized(u"Show the sound in the file manager"_s);
     }
-    if (identifier == u"Trash") {
+    if (column == RowButtons::trashColumn) {
         return hasSound(*entry) ? localized(u"Take the sound away"_s) : localized(u"Choose a sound"_s);
     }
     return {};
 }
 
-QString BYTableView::tableView_accessibleTextForTableColumn_row(TableView* table, TableColumn* column, int row)
+QString BYTableView::tableView_accessibleTextForTableColumn_row(TableView* table, const QString& column, int row)
 {
-    const QString& identifier = column->identifier();
-    const bool isText = identifier == PhraseKey::phrase || identifier == PhraseKey::soundFilepath;
+    const bool isText = column == PhraseKey::phrase || column == PhraseKey::soundFilepath;
     return isText ? QString() : tableView_toolTipForTableColumn_row(table, column, row);
 }
 

@@ -16,20 +16,20 @@ bool BYTableView::tableView_writeRowsWithIndexes_toPasteboard(
     return SoundDrop::writeRows(rows, pasteboard);
 }
 
-DragOperation BYTableView::draggingSourceOperationMaskForLocal(bool local) const
+Qt::DropActions BYTableView::draggingSourceOperationMaskForLocal(bool local) const
 {
-    return local ? TableView::draggingSourceOperationMaskForLocal(local) : DragOperation::Link;
+    return local ? Qt::CopyAction : Qt::LinkAction;
 }
 
-DragOperation BYTableView::tableView_validateDrop_proposedRow_proposedDropOperation(
-    TableView* table, const DraggingInfo& info, int row, DropOperation)
+Qt::DropAction BYTableView::tableView_validateDrop_proposedRow_proposedDropOperation(
+    TableView* table, const Pasteboard& info, int row, DropOperation)
 {
     return SoundDrop::validate(table, info, row);
 }
 
-bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const DraggingInfo& info, int row, DropOperation)
+bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const Pasteboard& info, int row, DropOperation)
 {
-    const std::optional<QString> path = info.draggingPasteboard().filename();
+    const std::optional<QString> path = info.filename();
     const DictionaryPointer entry = entryAt(std::max(row, 0));
     if (!path || !entry) {
         return false;

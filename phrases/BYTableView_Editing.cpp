@@ -7,6 +7,7 @@
 #include <platform/desktop/Workspace.h>
 #include <platform/panels/Alert.h>
 #include <platform/panels/OpenPanel.h>
+#include <sounds/RowButtons.h>
 
 #include <QFileInfo>
 
@@ -15,19 +16,18 @@ using namespace Qt::StringLiterals;
 using PropertyList::DictionaryPointer;
 
 void BYTableView::tableView_setObjectValue_forTableColumn_row(
-    TableView*, const QVariant& value, TableColumn* column, int row)
+    TableView*, const QVariant& value, const QString& column, int row)
 {
     const DictionaryPointer entry = entryAt(row);
     if (!entry) {
         return;
     }
-    const QString& identifier = column->identifier();
-    if (identifier == u"Play" || identifier == u"Reveal") {
-        playOrReveal(identifier, *entry);
-    } else if (identifier == PhraseKey::app) {
+    if (column == RowButtons::playColumn || column == RowButtons::revealColumn) {
+        playOrReveal(column, *entry);
+    } else if (column == PhraseKey::app) {
         setOrClearApplication(entry);
-    } else if (identifier != u"Trash") {
-        storeText(upToDateEntry(entry), identifier, value.toString());
+    } else if (column != RowButtons::trashColumn) {
+        storeText(upToDateEntry(entry), column, value.toString());
     }
 }
 
@@ -41,13 +41,13 @@ void BYTableView::storeText(const DictionaryPointer& entry, const QString& key, 
     Changes::saveDocument({NotificationName::preferencesChanged});
 }
 
-void BYTableView::playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry)
+void BYTableView::playOrReveal(const QString& column, const PropertyList::Dictionary& entry)
 {
     const QString path = entry.value(PhraseKey::soundFilepath).textValue();
     if (path.isEmpty()) {
         return;
     }
-    if (columnIdentifier == u"Play") {
+    if (column == RowButtons::playColumn) {
         BYGlobals::playSoundForPhrase(path);
     } else {
         Workspace::selectFile(path);

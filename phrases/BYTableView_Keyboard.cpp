@@ -5,6 +5,7 @@
 #include <core/Phrase.h>
 #include <core/PhraseList.h>
 #include <platform/keyboard/KeyCharacters.h>
+#include <sounds/RowButtons.h>
 #include <sounds/SoundPasteboard.h>
 
 #include <QKeyEvent>
@@ -68,9 +69,7 @@ bool BYTableView::performKeyEquivalent(QKeyEvent* event)
     }
     const QChar character = characters.front();
     if (character == u'a') {
-        if (trashButtonCell) {
-            trashButtonCell->performClick(this);
-        }
+        clickButton(RowButtons::trashColumn);
     } else if (character == deleteCharacter) {
         gConfirmRemove = false;
         removeRow(this);

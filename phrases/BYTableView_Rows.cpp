@@ -93,19 +93,13 @@ bool BYTableView::confirmRemoval()
         localized(u"Are you sure you wish to remove this phrase?\nYou will not be able to undo this operation."_s));
 }
 
-void BYTableView::tableView_sortDescriptorsDidChange(TableView*, const QList<SortDescriptor>&)
+void BYTableView::tableView_sortDescriptorsDidChange(TableView* table)
 {
-    reloadFollowingSelection([this] {
+    reloadFollowingSelection([table] {
         const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
-        if (!phrases) {
-            return;
+        if (const QString column = table->sortColumn(); phrases && !column.isEmpty()) {
+            PhraseOrder::sort(*phrases, column, PhraseOrder::Comparison::CaseInsensitiveText, table->sortOrder());
         }
-        const QList<SortDescriptor> descriptors = sortDescriptors();
-        // Stable, so that the first descriptor, sorted by last, has the most say.
-        std::for_each(descriptors.crbegin(), descriptors.crend(), [&phrases](const SortDescriptor& descriptor) {
-            PhraseOrder::sort(*phrases, descriptor.key, PhraseOrder::Comparison::CaseInsensitiveText,
-                descriptor.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
-        });
     });
 }
 

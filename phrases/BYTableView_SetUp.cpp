@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "BYTableView.h"
 
+#include "PhrasesModel.h"
 #include "RecentDocuments.h"
 
 #include <core/BYGlobals.h>
@@ -25,7 +26,7 @@ BYTableView::~BYTableView()
 {
     // The base class lives longer than what it would ask and tell.
     disconnect(this, nullptr, this, nullptr);
-    setDataSource(nullptr);
+    setModel(nullptr);
 }
 
 QString BYTableView::localized(const QString& text)
@@ -37,7 +38,6 @@ void BYTableView::awakeFromNib()
 {
     appID = BYGlobals::appID();
     attachChar = QString(QChar::ObjectReplacementCharacter);
-    registerForDraggedTypes();
     Workspace::unmountAndEject(u"/Volumes/BlipsyInstaller"_s);
     gConfirmRemove = true;
     genericAppIcon = Workspace::genericApplicationIcon();
@@ -45,13 +45,12 @@ void BYTableView::awakeFromNib()
     BYGlobals::init();
     BYGlobals::setLastEditedAbb(u""_s);
     observeNotifications();
-    setDataSource(this);
+    setModel(new PhrasesModel(*this));
     loadIcons();
     separateCommandsInPopUp();
     useDefaultDocumentOnFirstStart();
     updateSettingsFromPrefs();
     BYGlobals::setSelectedClippingRowForEditing(selectedRow());
-    makeButtonCells();
     connectPrintWindow();
     reloadData();
     loadEditPane(selectedRow());
@@ -102,10 +101,4 @@ void BYTableView::useDefaultDocumentOnFirstStart()
     BYGlobals::setDefaultFilePath(path);
     Settings::defaultFilePath.store(path);
     RecentDocuments::add(path);
-}
-
-void BYTableView::makeButtonCells()
-{
-    trashButtonCell = RowButtons::giveTo(
-        *this, {u"App"_s, u"Play"_s, u"Reveal"_s}, [this](TableView* sender) { trashButtonAction(sender); });
 }

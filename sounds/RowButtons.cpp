@@ -4,30 +4,13 @@
 #include <core/SharedNames.h>
 #include <platform/controls/TemplateIcon.h>
 #include <platform/desktop/Bundle.h>
-#include <platform/table/TableView.h>
-
-#include <utility>
+#include <platform/panels/InterfaceText.h>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-std::shared_ptr<ButtonCell> smallButtonCell()
-{
-    auto cell = std::make_shared<ButtonCell>();
-    cell->setControlSize(Cell::ControlSize::Small);
-    cell->setEditable(false);
-    return cell;
-}
-
-void give(TableView& table, const QString& identifier, const std::shared_ptr<ButtonCell>& cell)
-{
-    if (TableColumn* const column = table.tableColumnWithIdentifier(identifier)) {
-        column->setDataCell(cell);
-    }
-}
-
-} // namespace
+const QString RowButtons::playColumn = u"Play"_s;
+const QString RowButtons::revealColumn = u"Reveal"_s;
+const QString RowButtons::trashColumn = u"Trash"_s;
 
 RowButtons::Icons RowButtons::loadIcons()
 {
@@ -40,16 +23,15 @@ RowButtons::Icons RowButtons::loadIcons()
     };
 }
 
-std::shared_ptr<ButtonCell> RowButtons::giveTo(
-    TableView& table, const QStringList& plainColumns, ButtonCell::Action trashAction)
+std::vector<TableModel::Column> RowButtons::columns()
 {
-    const auto plainCell = smallButtonCell();
-    for (const QString& identifier : plainColumns) {
-        give(table, identifier, plainCell);
-    }
-    auto trashCell = smallButtonCell();
-    trashCell->setKeyEquivalent(u"a"_s);
-    trashCell->setAction(std::move(trashAction));
-    give(table, u"Trash"_s, trashCell);
-    return trashCell;
+    using Kind = TableModel::Kind;
+    return {
+        {.identifier = playColumn, .title = localizedText("Play"), .kind = Kind::Button},
+        {.identifier = revealColumn, .title = localizedText("Show in the file manager"), .kind = Kind::Button},
+        {.identifier = trashColumn,
+            .title = localizedText("Choose or take away the sound"),
+            .kind = Kind::Button,
+            .keyEquivalent = u"a"_s},
+    };
 }

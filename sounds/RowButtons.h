@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <platform/table/Cell.h>
+#include <platform/table/TableModel.h>
 
 #include <QIcon>
-#include <QStringList>
 
-#include <memory>
+#include <vector>
 
 /// The small picture buttons in the rows of both tables.
 namespace RowButtons {
+
+/// @name Identifiers of the columns
+/// @{
+extern const QString playColumn;
+extern const QString revealColumn;
+extern const QString trashColumn;
+
+/// @}
 
 struct Icons
 {
@@ -22,9 +29,7 @@ struct Icons
 /// The pictures from the pane's resources; one that cannot be loaded is empty.
 Icons loadIcons();
 
-/// Gives the columns @p plainColumns of @p table one button cell that has no action of its own, and the column "Trash"
-/// another, which performs @p trashAction, as Command-A does. Columns that the table lacks are left out. Answers the
-/// cell of the "Trash" column.
-std::shared_ptr<ButtonCell> giveTo(TableView& table, const QStringList& plainColumns, ButtonCell::Action trashAction);
+/// The columns in their order. Command-A does what a click on the last one's button does.
+std::vector<TableModel::Column> columns();
 
 } // namespace RowButtons

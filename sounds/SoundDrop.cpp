@@ -11,13 +11,9 @@ using namespace Qt::StringLiterals;
 
 const QString SoundDrop::rowsPasteboardType = u"MyPrivateTableViewDataType"_s;
 
-DragOperation SoundDrop::validate(TableView* table, const DraggingInfo& info, int row)
+Qt::DropAction SoundDrop::validate(const TableView* table, const Pasteboard& dragged, int row)
 {
-    if (row >= table->numberOfRows()) {
-        return DragOperation::None;
-    }
-    table->setDropRow_dropOperation(row, DropOperation::On);
-    return SoundKinds::dropOperation(info.draggingPasteboard().filename());
+    return row < table->numberOfRows() ? SoundKinds::dropOperation(dragged.filename()) : Qt::IgnoreAction;
 }
 
 bool SoundDrop::writeRows(const QList<int>& rows, Pasteboard& pasteboard)

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <platform/controls/DraggingInfo.h>
-
 #include <QList>
 #include <QString>
 
@@ -15,9 +13,9 @@ namespace SoundDrop {
 /// The pasteboard type of dragged rows: the keyed archive of their index set.
 extern const QString rowsPasteboardType;
 
-/// The answer while something is dragged over @p row: refused below the last row; otherwise the drop is retargeted onto
-/// the row and SoundKinds::dropOperation() decides.
-DragOperation validate(TableView* table, const DraggingInfo& info, int row);
+/// The answer while something is dragged over @p row: refused below the last row; otherwise SoundKinds::dropOperation()
+/// decides.
+Qt::DropAction validate(const TableView* table, const Pasteboard& dragged, int row);
 
 /// Puts the dragged @p rows on @p pasteboard; always true.
 bool writeRows(const QList<int>& rows, Pasteboard& pasteboard);

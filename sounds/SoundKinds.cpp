@@ -27,14 +27,14 @@ bool SoundKinds::folderExists(const QString& path)
     return QFileInfo(path).isDir();
 }
 
-DragOperation SoundKinds::dropOperation(const std::optional<QString>& path)
+Qt::DropAction SoundKinds::dropOperation(const std::optional<QString>& path)
 {
     if (!path) {
-        return DragOperation::None;
+        return Qt::IgnoreAction;
     }
     const QStringView name = lastPathComponent(*path);
     const qsizetype dot = name.lastIndexOf(u'.');
     // A dot that begins the name begins no extension.
     const QStringView extension = dot > 0 ? name.sliced(dot + 1) : QStringView();
-    return extension.isEmpty() || panelExtensions().contains(extension) ? DragOperation::Copy : DragOperation::None;
+    return extension.isEmpty() || panelExtensions().contains(extension) ? Qt::CopyAction : Qt::IgnoreAction;
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <platform/controls/DraggingInfo.h>
-
 #include <QStringList>
 
 #include <optional>
@@ -18,6 +16,6 @@ bool folderExists(const QString& path);
 
 /// What dropping the file at @p path on a row does: Copy when its extension is accepted as it is spelt (letter case
 /// counts) or is missing, as that of a folder is; otherwise None.
-DragOperation dropOperation(const std::optional<QString>& path);
+Qt::DropAction dropOperation(const std::optional<QString>& path);
 
 } // namespace SoundKinds

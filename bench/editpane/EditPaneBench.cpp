@@ -216,7 +216,7 @@ void rows(Pane& pane)
         addition = std::min(addition, Bench::milliseconds(1, [&table] {
             table.addRow(nullptr);
             // What the table does when it hears of its row; without a sorted column this sorts nothing.
-            table.tableView_sortDescriptorsDidChange(&table, {});
+            table.tableView_sortDescriptorsDidChange(&table);
             table.scrollToAbb(u"my new phrase"_s);
             table.editColumn_row_withEvent_select(1, table.selectedRow(), nullptr, true);
             table.viewport()->repaint();

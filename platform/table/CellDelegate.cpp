@@ -14,7 +14,6 @@
 namespace {
 
 constexpr int feedbackMargin = 3;
-constexpr int menuArrowWidth = 16;
 
 QStyle* styleOf(const QStyleOptionViewItem& option)
 {
@@ -42,43 +41,61 @@ QColor textColor(const QStyleOptionViewItem& option)
     return option.palette.color(colorGroup(option), role);
 }
 
-QIcon::Mode iconMode(const QStyleOptionViewItem& option, const CellContent& content)
+QIcon::Mode iconMode(const QStyleOptionViewItem& option, const QIcon& icon)
 {
-    if (content.cell->isDimmed() || !(option.state & QStyle::State_Enabled)) {
+    if (!(option.state & QStyle::State_Enabled)) {
         return QIcon::Disabled;
     }
     // A picture in colours stays as it is in a selected row; Qt would veil it.
-    return content.image.isMask() && (option.state & QStyle::State_Selected) ? QIcon::Selected : QIcon::Normal;
+    return icon.isMask() && (option.state & QStyle::State_Selected) ? QIcon::Selected : QIcon::Normal;
+}
+
+void paintImage(QPainter* painter, const QStyleOptionViewItem& option)
+{
+    const auto icon = option.index.data(Qt::DecorationRole).value<QIcon>();
+    if (!icon.isNull()) {
+        icon.paint(painter, imageRect(option.rect), Qt::AlignCenter, iconMode(option, icon));
+    }
+}
+
+void paintMenuArrow(QPainter* painter, const QStyleOptionViewItem& option)
+{
+    QStyleOptionViewItem arrow(option);
+    arrow.palette.setColor(QPalette::ButtonText, textColor(option));
+    arrow.palette.setColor(QPalette::WindowText, textColor(option));
+    arrow.rect = imageRect(option.rect).adjusted(4, 4, -4, -4);
+    styleOf(option)->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
 }
 
 } // namespace
 
-CellDelegate::CellDelegate(const TableModel* model, QObject* parent)
+CellDelegate::CellDelegate(QObject* parent)
     : QStyledItemDelegate(parent)
-    , m_model(model)
 {
 }
 
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const CellContent content = m_model->content(index);
-    if (!content.cell) {
-        return;
-    }
-    QStyleOptionViewItem cellOption(option);
-    cellOption.index = index;
+    QStyleOptionViewItem cell(option);
+    cell.index = index;
     // The row is the unit of selection; hovering is shown on the cells that react to the mouse.
-    cellOption.state.setFlag(QStyle::State_MouseOver, false);
+    cell.state.setFlag(QStyle::State_MouseOver, false);
     painter->save();
-    paintText(painter, cellOption, content);
-    if (dynamic_cast<const ButtonCell*>(content.cell) || dynamic_cast<const PopUpButtonCell*>(content.cell)) {
-        paintFeedback(painter, cellOption, index);
-    }
-    if (!content.image.isNull()) {
-        paintImage(painter, cellOption, content);
-    }
-    if (dynamic_cast<const PopUpButtonCell*>(content.cell)) {
-        paintMenuArrow(painter, cellOption, content);
+    paintBackgroundAndText(painter, cell);
+    switch (index.data(TableModel::kindRole).value<TableModel::Kind>()) {
+    case TableModel::Kind::Text:
+    case TableModel::Kind::EditableText:
+        break;
+    case TableModel::Kind::Button:
+        paintFeedback(painter, cell);
+        [[fallthrough]];
+    case TableModel::Kind::Image:
+        paintImage(painter, cell);
+        break;
+    case TableModel::Kind::Menu:
+        paintFeedback(painter, cell);
+        paintMenuArrow(painter, cell);
+        break;
     }
     painter->restore();
 }
@@ -88,16 +105,13 @@ QSize CellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
     return {imageSize + 2 * feedbackMargin, option.fontMetrics.height() + 2 * feedbackMargin};
 }
 
-void CellDelegate::paintText(QPainter* painter, QStyleOptionViewItem option, const CellContent& content) const
+void CellDelegate::paintBackgroundAndText(QPainter* painter, QStyleOptionViewItem option) const
 {
-    option.text = content.text;
-    option.features.setFlag(QStyleOptionViewItem::HasDisplay, !content.text.isEmpty());
+    option.text = option.index.data(Qt::DisplayRole).toString();
+    option.features.setFlag(QStyleOptionViewItem::HasDisplay, !option.text.isEmpty());
     option.displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
     option.textElideMode = Qt::ElideMiddle;
-    if (dynamic_cast<const PopUpButtonCell*>(content.cell)) {
-        option.features.setFlag(QStyleOptionViewItem::HasDisplay, false);
-    }
-    if (content.cell->isDimmed()) {
+    if (option.index.data(Qt::ForegroundRole).isValid()) {
         QColor pale = textColor(option);
         pale.setAlphaF(pale.alphaF() * 0.5F);
         option.palette.setColor(QPalette::Text, pale);
@@ -106,15 +120,10 @@ void CellDelegate::paintText(QPainter* painter, QStyleOptionViewItem option, con
     styleOf(option)->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
 }
 
-void CellDelegate::paintImage(QPainter* painter, const QStyleOptionViewItem& option, const CellContent& content) const
+void CellDelegate::paintFeedback(QPainter* painter, const QStyleOptionViewItem& option) const
 {
-    content.image.paint(painter, imageRect(option.rect), Qt::AlignCenter, iconMode(option, content));
-}
-
-void CellDelegate::paintFeedback(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
-{
-    const bool isPressed = index == m_pressed;
-    if (!isPressed && index != m_hovered) {
+    const bool isPressed = option.index == m_pressed;
+    if (!isPressed && option.index != m_hovered) {
         return;
     }
     QColor veil = textColor(option);
@@ -127,33 +136,15 @@ void CellDelegate::paintFeedback(QPainter* painter, const QStyleOptionViewItem& 
     painter->drawRoundedRect(frame & option.rect, 4, 4);
 }
 
-void CellDelegate::paintMenuArrow(
-    QPainter* painter, const QStyleOptionViewItem& option, const CellContent& content) const
-{
-    QStyleOptionViewItem arrow(option);
-    arrow.palette.setColor(QPalette::ButtonText, textColor(option));
-    arrow.palette.setColor(QPalette::WindowText, textColor(option));
-    arrow.rect = imageRect(option.rect);
-    if (!content.text.isEmpty()) {
-        const QRect textRect = option.rect.adjusted(feedbackMargin, 0, -menuArrowWidth - feedbackMargin, 0);
-        painter->setPen(textColor(option));
-        painter->setFont(option.font);
-        painter->drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter,
-            option.fontMetrics.elidedText(content.text, Qt::ElideRight, textRect.width()));
-        arrow.rect.moveRight(option.rect.right() - feedbackMargin);
-    }
-    arrow.rect.adjust(4, 4, -4, -4);
-    styleOf(option)->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
-}
-
 QWidget* CellDelegate::createEditor(
     QWidget* parent, const QStyleOptionViewItem& /*option*/, const QModelIndex& index) const
 {
     auto* const editor = new QLineEdit(parent);
     editor->setObjectName(QStringLiteral("FieldEditor"));
     editor->setAutoFillBackground(true);
-    editor->setAccessibleName(m_model->column(index)->title());
-    editor->setText(m_model->content(index).text);
+    editor->setAccessibleName(
+        index.model()->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole).toString());
+    editor->setText(index.data(Qt::EditRole).toString());
     Q_EMIT editorOpened(editor, index);
     return editor;
 }
@@ -176,7 +167,7 @@ bool CellDelegate::helpEvent(
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
     // A text too long for its column can be read whole in the tool tip.
-    const QString text = m_model->content(index).text;
+    const QString text = index.data(Qt::DisplayRole).toString();
     const bool isElided =
         option.fontMetrics.horizontalAdvance(text) + 2 * feedbackMargin > view->visualRect(index).width();
     QToolTip::showText(event->globalPos(), isElided ? text : QString(), view);

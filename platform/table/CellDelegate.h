@@ -4,11 +4,7 @@
 #include <QPersistentModelIndex>
 #include <QStyledItemDelegate>
 
-#include <functional>
-
 class QLineEdit;
-class TableModel;
-struct CellContent;
 
 /// Draws a TableView's cells and makes the field in which a text cell is edited.
 class CellDelegate final : public QStyledItemDelegate
@@ -20,7 +16,7 @@ public:
     /// The side of a cell's image, in device-independent pixels.
     static constexpr int imageSize = 16;
 
-    CellDelegate(const TableModel* model, QObject* parent);
+    explicit CellDelegate(QObject* parent);
 
     /// The button cell under the mouse pointer, drawn with feedback.
     QPersistentModelIndex hoveredCell() const { return m_hovered; }
@@ -46,12 +42,9 @@ Q_SIGNALS:
     void editorOpened(QLineEdit* editor, const QModelIndex& index) const;
 
 private:
-    void paintText(QPainter* painter, QStyleOptionViewItem option, const CellContent& content) const;
-    void paintImage(QPainter* painter, const QStyleOptionViewItem& option, const CellContent& content) const;
-    void paintFeedback(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
-    void paintMenuArrow(QPainter* painter, const QStyleOptionViewItem& option, const CellContent& content) const;
+    void paintBackgroundAndText(QPainter* painter, QStyleOptionViewItem option) const;
+    void paintFeedback(QPainter* painter, const QStyleOptionViewItem& option) const;
 
-    const TableModel* m_model;
     QPersistentModelIndex m_hovered;
     QPersistentModelIndex m_pressed;
 };

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "RowSelectionModel.h"
 
-#include "TableModel.h"
-#include "TableView.h"
-
 #include <QPointer>
 
-RowSelectionModel::RowSelectionModel(TableModel* model, TableView* table)
-    : QItemSelectionModel(model, table)
-    , m_table(table)
+RowSelectionModel::RowSelectionModel(QAbstractItemModel* model, QObject* parent)
+    : QItemSelectionModel(model, parent)
 {
 }
 
@@ -35,7 +31,7 @@ bool RowSelectionModel::announceMove()
         &marker, [&interrupted] { interrupted = true; }, Qt::QueuedConnection);
 
     m_isMoving = true;
-    Q_EMIT m_table->selectionIsChanging();
+    Q_EMIT selectionIsChanging();
     if (self) {
         m_isMoving = false;
     }
@@ -59,7 +55,7 @@ void RowSelectionModel::apply(int row)
         QItemSelectionModel::setCurrentIndex(current, NoUpdate);
     }
     if (hasMoved) {
-        Q_EMIT m_table->selectionDidChange();
+        Q_EMIT selectionDidChange();
     }
 }
 

@@ -3,9 +3,6 @@
 
 #include <QItemSelectionModel>
 
-class TableModel;
-class TableView;
-
 /// The selection of a TableView: at most one row, and the current cell always in it.
 ///
 /// Every road to a new selection (mouse, keyboard, code, the removal of rows) leads through moveTo(), which announces
@@ -20,8 +17,7 @@ public:
     /// press that caused an interrupted move is over.
     enum class Move { Uninterrupted, Interrupted };
 
-    /// @p table owns the selection.
-    RowSelectionModel(TableModel* model, TableView* table);
+    RowSelectionModel(QAbstractItemModel* model, QObject* parent);
 
     /// The selected row; -1 for none. While a move is being announced this is the old row still.
     int selectedRow() const { return m_row; }
@@ -46,11 +42,16 @@ public:
     void clear() override;
     void clearCurrentIndex() override;
 
+Q_SIGNALS:
+    /// The selection is about to move; selectedRow() still answers the old row.
+    void selectionIsChanging();
+    /// The selection has moved.
+    void selectionDidChange();
+
 private:
     bool announceMove();
     void apply(int row);
 
-    TableView* m_table;
     int m_row = -1;
     int m_column = 0;
     bool m_isMoving = false;

@@ -1,45 +1,41 @@
 // SPDX-License-Identifier: MIT
 #include "TableModel.h"
 
-#include "TableView.h"
-
 #include <platform/controls/Pasteboard.h>
 
 #include <QKeySequence>
 #include <QMimeData>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
-TableModel::TableModel(TableView* table)
-    : QAbstractTableModel(table)
-    , m_table(table)
+namespace {
+
+/// The row that a drop on @p parent, or above @p row, is about.
+int dropRow(int row, const QModelIndex& parent)
+{
+    return parent.isValid() ? parent.row() : row;
+}
+
+DropOperation dropOperation(const QModelIndex& parent)
+{
+    return parent.isValid() ? DropOperation::On : DropOperation::Above;
+}
+
+} // namespace
+
+TableModel::TableModel(std::vector<Column> columns, QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_columns(std::move(columns))
 {
 }
 
-void TableModel::setColumns(std::vector<std::unique_ptr<TableColumn>> columns)
+int TableModel::columnWithIdentifier(const QString& identifier) const
 {
-    beginResetModel();
-    m_columns = std::move(columns);
-    endResetModel();
-}
-
-TableColumn* TableModel::column(const QModelIndex& index) const
-{
-    return m_columns.at(static_cast<size_t>(index.column())).get();
-}
-
-void TableModel::noteTitlesChanged()
-{
-    if (!m_columns.empty()) {
-        Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
-    }
-}
-
-int TableModel::askForNumberOfRows() const
-{
-    return m_source ? std::max(0, m_source->numberOfRowsInTableView(m_table)) : 0;
+    const auto found = std::ranges::find(m_columns, identifier, &Column::identifier);
+    return found == m_columns.end() ? -1 : static_cast<int>(found - m_columns.begin());
 }
 
 void TableModel::setNumberOfRows(int rows)
@@ -55,29 +51,6 @@ void TableModel::setNumberOfRows(int rows)
     }
 }
 
-Cell* TableModel::cell(const QModelIndex& index) const
-{
-    return column(index)->dataCellForRow(index.row());
-}
-
-CellContent TableModel::content(const QModelIndex& index) const
-{
-    if (!m_source || index.row() >= m_rows) {
-        return {};
-    }
-    const QVariant value = m_source->tableView_objectValueForTableColumn_row(m_table, column(index), index.row());
-    CellContent content;
-    content.cell = cell(index);
-    if (value.userType() == QMetaType::QIcon) {
-        content.image = value.value<QIcon>();
-    } else if (dynamic_cast<const ButtonCell*>(content.cell) || dynamic_cast<const ImageCell*>(content.cell)) {
-        content.image = content.cell->image();
-    } else {
-        content.text = value.toString();
-    }
-    return content;
-}
-
 int TableModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : m_rows;
@@ -90,36 +63,42 @@ int TableModel::columnCount(const QModelIndex& parent) const
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const
 {
-    if (!index.isValid()) {
-        return Qt::ItemIsDropEnabled;
-    }
-    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled |
-                          Qt::ItemNeverHasChildren;
-    const Cell* const textCell = dynamic_cast<const TextCell*>(cell(index));
-    if (textCell && textCell->isEditable() && column(index)->isEditable()) {
-        flags |= Qt::ItemIsEditable;
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemIsDropEnabled;
+    if (index.isValid()) {
+        flags |= Qt::ItemIsDragEnabled;
+        flags.setFlag(Qt::ItemIsEditable, columnAt(index.column()).kind == Kind::EditableText);
     }
     return flags;
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const
 {
-    if (!m_source || !checkIndex(index, CheckIndexOption::IndexIsValid)) {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
+    const Column& column = columnAt(index.column());
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-        return content(index).text;
-    case Qt::DecorationRole: {
-        const QIcon image = content(index).image;
-        return image.isNull() ? QVariant() : QVariant(image);
-    }
+        return column.hasText() ? objectValue(column.identifier, index.row()).toString() : QString();
+    case Qt::DecorationRole:
+        return column.hasText() ? QVariant() : objectValue(column.identifier, index.row());
     case Qt::ToolTipRole:
-    case Qt::AccessibleDescriptionRole:
-        return toolTip(index);
-    case Qt::AccessibleTextRole:
-        return accessibleText(index);
+    case Qt::AccessibleDescriptionRole: {
+        const QString text = toolTip(column.identifier, index.row());
+        if (text.isEmpty() || column.keyEquivalent.isEmpty()) {
+            return text;
+        }
+        const QKeySequence shortcut(u"Ctrl+"_s + column.keyEquivalent.toUpper());
+        return u"%1 (%2)"_s.arg(text, shortcut.toString(QKeySequence::NativeText));
+    }
+    case Qt::AccessibleTextRole: {
+        const QString text = accessibleText(column.identifier, index.row());
+        const QString shown = text.isEmpty() ? data(index, Qt::DisplayRole).toString() : text;
+        return shown.isEmpty() ? column.title : shown;
+    }
+    case kindRole:
+        return QVariant::fromValue(column.kind);
     default:
         return {};
     }
@@ -127,12 +106,11 @@ QVariant TableModel::data(const QModelIndex& index, int role) const
 
 bool TableModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (role != Qt::EditRole || !m_source || !checkIndex(index, CheckIndexOption::IndexIsValid)) {
+    if (role != Qt::EditRole || !checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return false;
     }
     const QPersistentModelIndex changed(index);
-    m_source->tableView_setObjectValue_forTableColumn_row(m_table, value, column(index), index.row());
-    // The source may have taken rows meanwhile.
+    setObjectValue(value, columnAt(index.column()).identifier, index.row());
     if (changed.isValid()) {
         Q_EMIT dataChanged(changed, changed);
     }
@@ -144,15 +122,14 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
         return QAbstractTableModel::headerData(section, orientation, role);
     }
-    const bool isIconColumn = m_table->isIconColumn(section);
-    const QString& title = m_columns.at(static_cast<size_t>(section))->title();
+    const Column& column = columnAt(section);
     switch (role) {
     case Qt::DisplayRole:
-        return isIconColumn ? QString() : title;
+        return column.hasText() ? column.title : QString();
     case Qt::ToolTipRole:
-        return isIconColumn ? title : QString();
+        return column.hasText() ? QString() : column.title;
     case Qt::AccessibleTextRole:
-        return title;
+        return column.title;
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
     default:
@@ -169,43 +146,34 @@ QMimeData* TableModel::mimeData(const QModelIndexList& indexes) const
         }
     }
     Pasteboard pasteboard;
-    if (!m_source || !m_source->tableView_writeRowsWithIndexes_toPasteboard(m_table, rows, pasteboard)) {
-        return nullptr;
-    }
-    return pasteboard.takeData().release();
+    return writeRows(rows, pasteboard) ? pasteboard.takeData().release() : nullptr;
 }
 
-Qt::DropActions TableModel::supportedDragActions() const
+bool TableModel::canDropMimeData(
+    const QMimeData* data, Qt::DropAction action, int row, int /*column*/, const QModelIndex& parent) const
 {
-    // Qt announces one set of actions to every target, so it is the one meant for other programs.
-    switch (m_table->draggingSourceOperationMaskForLocal(false)) {
-    case DragOperation::Copy:
-        return Qt::CopyAction;
-    case DragOperation::Link:
-        return Qt::LinkAction;
-    case DragOperation::None:
-        break;
-    }
+    return validateDrop(Pasteboard(data), dropRow(row, parent), dropOperation(parent)) == action;
+}
+
+bool TableModel::dropMimeData(
+    const QMimeData* data, Qt::DropAction /*action*/, int row, int /*column*/, const QModelIndex& parent)
+{
+    return acceptDrop(Pasteboard(data), dropRow(row, parent), dropOperation(parent));
+}
+
+void TableModel::setObjectValue(const QVariant& /*value*/, const QString& /*column*/, int /*row*/) {}
+
+bool TableModel::writeRows(const QList<int>& /*rows*/, Pasteboard& /*pasteboard*/) const
+{
+    return false;
+}
+
+Qt::DropAction TableModel::validateDrop(const Pasteboard& /*dragged*/, int /*row*/, DropOperation /*operation*/) const
+{
     return Qt::IgnoreAction;
 }
 
-QString TableModel::toolTip(const QModelIndex& index) const
+bool TableModel::acceptDrop(const Pasteboard& /*dragged*/, int /*row*/, DropOperation /*operation*/)
 {
-    const QString text = m_source->tableView_toolTipForTableColumn_row(m_table, column(index), index.row());
-    const auto* const button = dynamic_cast<const ButtonCell*>(cell(index));
-    if (text.isEmpty() || !button || button->keyEquivalent().isEmpty()) {
-        return text;
-    }
-    const QKeySequence shortcut(u"Ctrl+"_s + button->keyEquivalent().toUpper());
-    return u"%1 (%2)"_s.arg(text, shortcut.toString(QKeySequence::NativeText));
-}
-
-QString TableModel::accessibleText(const QModelIndex& index) const
-{
-    const QString text = m_source->tableView_accessibleTextForTableColumn_row(m_table, column(index), index.row());
-    if (!text.isEmpty()) {
-        return text;
-    }
-    const QString shown = content(index).text;
-    return shown.isEmpty() ? column(index)->title() : shown;
+    return false;
 }

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "TableViewDataSource.h"
+#include "TableModel.h"
 
+#include <QLineEdit>
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QTableView>
 
-#include <memory>
-#include <optional>
-#include <vector>
-
+class CellDelegate;
 class QKeyEvent;
+class RowSelectionModel;
 
-/// A table whose rows come from a data source when they are drawn, with columns found by identifier and cells that the
-/// columns share. At most one row is selected.
+/// A view of a TableModel with what Qt's lacks: a selection of at most one row that asks before it moves, buttons in
+/// cells, keys that come before shortcuts, drops that land on rows, and a text for the empty table.
 ///
 /// The selection is announced whatever moved it (mouse, keyboard, code, the removal of rows). A slot may run a modal
 /// dialog before the move: further moves meanwhile are ignored, and the move is made afterwards if its row still
@@ -22,11 +22,6 @@ class TableView : public QTableView
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(TableView)
-    /// The columns, one "identifier" or "identifier:option,option" each. Options: `editable`, `sort` (a header click
-    /// sorts by the identifier), `stretch`, `width=N` (in pixels at 96 dpi), `icon` (as narrow as a 16 pixel image).
-    Q_PROPERTY(QStringList columns READ columns WRITE setColumns)
-    /// The columns' titles, in the same order. The title of an icon column is not drawn: it is its header's tool tip.
-    Q_PROPERTY(QStringList columnTitles READ columnTitles WRITE setColumnTitles)
     /// Shown in the middle of the table while it has no rows.
     Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
 
@@ -34,27 +29,17 @@ public:
     explicit TableView(QWidget* parent = nullptr);
     ~TableView() override;
 
-    QStringList columns() const;
-    void setColumns(const QStringList& columns);
-    QStringList columnTitles() const;
-    void setColumnTitles(const QStringList& titles);
-    QString placeholderText() const;
+    /// Shows @p model, a TableModel, with no row selected and without announcing that. It stays its owner's; a null
+    /// one, or the end of the model, leaves the table empty.
+    void setModel(QAbstractItemModel* model) override;
+
+    QString placeholderText() const { return m_placeholderText; }
+
     void setPlaceholderText(const QString& text);
 
-    /// The data source stays its owner's; null takes it away. It may be the table itself.
-    void setDataSource(TableViewDataSource* source);
-    TableViewDataSource* dataSource() const;
-
-    /// Whether a column was declared with the option `icon`.
-    bool isIconColumn(int column) const;
-    /// The column with this identifier, or null.
-    TableColumn* tableColumnWithIdentifier(const QString& identifier) const;
-    const std::vector<std::unique_ptr<TableColumn>>& tableColumns() const;
-
-    /// The number of rows that the data source gave last.
+    /// The number of rows that the model counted last.
     int numberOfRows() const;
-    /// Asks the data source for the number of rows again. Rows are added or taken at the end; a selected row that is
-    /// gone is deselected.
+    /// Counts the rows again. Rows are added or taken at the end; a selected row that is gone is deselected.
     void noteNumberOfRowsChanged();
     /// Asks for everything again: the number of rows now, the cells as they are drawn. The selected row stays selected.
     /// Editing goes on unless its cell now holds another text.
@@ -69,19 +54,20 @@ public:
     void scrollRowToVisible(int row);
     /// Starts editing the text of a cell, all of it selected when @p select is set. Does nothing for row -1.
     void editColumn_row_withEvent_select(int column, int row, const QKeyEvent* event, bool select);
-    /// Whether a cell's text is being edited.
-    bool isEditing() const;
 
-    QList<SortDescriptor> sortDescriptors() const;
+    /// Whether a cell's text is being edited.
+    bool isEditing() const { return !m_edit.editor.isNull(); }
+
+    /// Does what a click on the selected row's button in @p column does; nothing when no row is selected.
+    void clickButton(const QString& column);
+
+    /// The identifier of the column that the user has sorted by, or an empty one, and how.
+    QString sortColumn() const;
+
+    Qt::SortOrder sortOrder() const { return m_sortOrder; }
+
     /// The rows are no longer in the order that the user chose: the header shows none until it is clicked again.
     void clearSortDescriptors();
-
-    /// Accepts drops; what may be dropped is the data source's decision.
-    void registerForDraggedTypes();
-    /// Called while a drop is validated: where it is to land.
-    void setDropRow_dropOperation(int row, DropOperation operation);
-    /// What a drag of rows offers outside (@p local false) or inside this program.
-    virtual DragOperation draggingSourceOperationMaskForLocal(bool local) const;
 
     /// A key typed while the table has the focus; the default is the table's own handling.
     virtual void keyDown(QKeyEvent* event);
@@ -89,11 +75,11 @@ public:
     virtual bool performKeyEquivalent(QKeyEvent* event);
     /// The user is about to change the text of a cell: called at the first change. False refuses.
     virtual bool textShouldBeginEditing(QWidget* fieldEditor);
-    /// The editing of a cell ends: the default commits the text through the data source. Also called, without a commit,
-    /// when the user gives up with Escape after a change.
+    /// The editing of a cell ends: the default commits the text to the model. Also called, without a commit, when the
+    /// user gives up with Escape after a change.
     virtual void textDidEndEditing(QWidget* fieldEditor);
 
-    /// Does nothing: typing ahead is up to keyDown(), which knows the rows without asking the data source for each.
+    /// Does nothing: typing ahead is up to keyDown(), which knows the rows without asking the model for each.
     void keyboardSearch(const QString& search) override;
 
 Q_SIGNALS:
@@ -126,7 +112,53 @@ protected:
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
-    class Implementation;
+    /// A cell's text being edited.
+    struct Edit
+    {
+        QPointer<QLineEdit> editor;
+        QPersistentModelIndex index;
+        QString originalText;
+        /// textShouldBeginEditing() has agreed to a change.
+        bool hasBegun = false;
+        bool isGivenUp = false;
+        /// textDidEndEditing() has been called.
+        bool hasEnded = false;
+    };
 
-    std::unique_ptr<Implementation> m_implementation;
+    void layOutColumns();
+    void updateRowHeight();
+    void sort(int column, Qt::SortOrder order);
+    void setNumberOfRows(int rows);
+
+    void beginEditing(QLineEdit* editor, const QModelIndex& index);
+    void textWasEdited();
+    void endEditing(const QWidget* editor, bool givenUp);
+    void giveUpEditingIfCellChanged(int rows);
+
+    bool pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
+    void activateCell(const QModelIndex& index);
+    void openMenu(const QModelIndex& index);
+    void setHovered(const QModelIndex& index);
+    void setPressedOver(bool over);
+
+    void validateDrop(QDropEvent* event);
+    void paintDropIndicator();
+    void paintPlaceholder();
+
+    TableModel* m_model = nullptr;
+    RowSelectionModel* m_selection = nullptr;
+    CellDelegate* m_delegate;
+    QString m_placeholderText;
+    /// The column that the rows are sorted by, or -1, and how.
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    Edit m_edit;
+    /// The row on which the drop that is being validated would land; -1 where it is refused.
+    int m_dropRow = -1;
+    /// The button cell under the held mouse button.
+    QPersistentModelIndex m_pressedCell;
+    /// The view's own press handling has begun and waits for the release.
+    bool m_viewHasPress = false;
+    /// performKeyEquivalent() has handled the key press that follows the shortcut question.
+    bool m_keyEquivalentPerformed = false;
 };

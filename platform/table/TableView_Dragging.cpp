@@ -1,87 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "TableView.h"
 
-#include "TableView_Implementation.h"
-
-#include <platform/controls/Pasteboard.h>
-
 #include <QDropEvent>
 #include <QPainter>
-
-namespace {
-
-Qt::DropAction dropAction(DragOperation operation)
-{
-    switch (operation) {
-    case DragOperation::Copy:
-        return Qt::CopyAction;
-    case DragOperation::Link:
-        return Qt::LinkAction;
-    case DragOperation::None:
-        break;
-    }
-    return Qt::IgnoreAction;
-}
-
-void answer(QDropEvent* event, DragOperation operation)
-{
-    const Qt::DropAction action = dropAction(operation);
-    if (action != Qt::IgnoreAction && (event->possibleActions() & action)) {
-        event->setDropAction(action);
-        event->accept();
-    } else {
-        event->ignore();
-    }
-}
-
-} // namespace
-
-void TableView::registerForDraggedTypes()
-{
-    setAcceptDrops(true);
-}
-
-DragOperation TableView::draggingSourceOperationMaskForLocal(bool /*local*/) const
-{
-    return DragOperation::Copy;
-}
-
-void TableView::setDropRow_dropOperation(int row, DropOperation operation)
-{
-    m_implementation->drop.row = row;
-    m_implementation->drop.operation = operation;
-}
-
-TableView::Implementation::Drop TableView::Implementation::proposedDrop(const QPoint& position) const
-{
-    const QModelIndex index = table->indexAt(QPoint(table->columnViewportPosition(0), position.y()));
-    if (!index.isValid()) {
-        return {model->rowCount(), DropOperation::Above};
-    }
-    const QRect row = table->visualRect(index);
-    const int quarter = row.height() / 4;
-    if (position.y() < row.top() + quarter) {
-        return {index.row(), DropOperation::Above};
-    }
-    if (position.y() > row.bottom() - quarter) {
-        return {index.row() + 1, DropOperation::Above};
-    }
-    return {index.row(), DropOperation::On};
-}
-
-DragOperation TableView::Implementation::validateDrop(const QDropEvent& event)
-{
-    drop = proposedDrop(event.position().toPoint());
-    const Pasteboard pasteboard(event.mimeData());
-    const DraggingInfo info(pasteboard, event.source() != nullptr);
-    TableViewDataSource* const source = model->dataSource();
-    const DragOperation operation =
-        source ? source->tableView_validateDrop_proposedRow_proposedDropOperation(table, info, drop.row, drop.operation)
-               : DragOperation::None;
-    drop.isAccepted = operation != DragOperation::None;
-    table->viewport()->update();
-    return operation;
-}
 
 void TableView::dragEnterEvent(QDragEnterEvent* event)
 {
@@ -95,52 +16,61 @@ void TableView::dragMoveEvent(QDragMoveEvent* event)
 {
     // Qt's part scrolls the table at its edges.
     QTableView::dragMoveEvent(event);
-    answer(event, m_implementation->validateDrop(*event));
+    validateDrop(event);
 }
 
 void TableView::dragLeaveEvent(QDragLeaveEvent* event)
 {
     QTableView::dragLeaveEvent(event);
-    m_implementation->drop = {};
+    m_dropRow = -1;
     viewport()->update();
 }
 
 void TableView::dropEvent(QDropEvent* event)
 {
-    answer(event, m_implementation->validateDrop(*event));
-    const Implementation::Drop drop = m_implementation->drop;
+    validateDrop(event);
+    const QModelIndex target = m_model ? m_model->index(m_dropRow, 0) : QModelIndex();
     QDragLeaveEvent leave;
     dragLeaveEvent(&leave);
-    if (!event->isAccepted()) {
-        return;
-    }
-    const Pasteboard pasteboard(event->mimeData());
-    const DraggingInfo info(pasteboard, event->source() != nullptr);
-    if (!dataSource()->tableView_acceptDrop_row_dropOperation(this, info, drop.row, drop.operation)) {
+    if (event->isAccepted() && !m_model->dropMimeData(event->mimeData(), event->dropAction(), -1, -1, target)) {
         event->ignore();
     }
 }
 
-void TableView::Implementation::paintDropIndicator() const
+/// Asks the model about the place under the pointer: on a row, or between two near a row's edge. A drop between two
+/// rows lands on the lower one.
+void TableView::validateDrop(QDropEvent* event)
 {
-    if (!drop.isAccepted || drop.row < 0) {
+    const int y = event->position().toPoint().y();
+    const QModelIndex under = indexAt({columnViewportPosition(0), y});
+    const QRect rect = visualRect(under);
+    const int quarter = rect.height() / 4;
+    const bool isOnRow = under.isValid() && y >= rect.top() + quarter && y <= rect.bottom() - quarter;
+    const bool isBelow = under.isValid() && y > rect.bottom() - quarter;
+    const int row = under.isValid() ? under.row() + (isBelow ? 1 : 0) : numberOfRows();
+    const Qt::DropAction action = Qt::CopyAction;
+    const bool isAccepted = m_model && (event->possibleActions() & action) &&
+                            (isOnRow ? m_model->canDropMimeData(event->mimeData(), action, -1, -1, under)
+                                     : m_model->canDropMimeData(event->mimeData(), action, row, 0, {}));
+    m_dropRow = isAccepted ? row : -1;
+    viewport()->update();
+    if (isAccepted) {
+        event->setDropAction(action);
+    }
+    event->setAccepted(isAccepted);
+}
+
+void TableView::paintDropIndicator()
+{
+    if (m_dropRow < 0) {
         return;
     }
-    QPainter painter(table->viewport());
+    QPainter painter(viewport());
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor color = table->palette().color(QPalette::Highlight);
+    QColor color = palette().color(QPalette::Highlight);
     painter.setPen(QPen(color, 2));
-    const int width = table->viewport()->width();
-    if (drop.operation == DropOperation::On) {
-        QColor veil = color;
-        veil.setAlphaF(0.2F);
-        painter.setBrush(veil);
-        const QRectF row(1, table->rowViewportPosition(drop.row) + 1, width - 2, table->rowHeight(drop.row) - 2);
-        painter.drawRoundedRect(row, 3, 3);
-        return;
-    }
-    const int y = drop.row < model->rowCount()
-                      ? table->rowViewportPosition(drop.row)
-                      : table->rowViewportPosition(drop.row - 1) + table->rowHeight(drop.row - 1);
-    painter.drawLine(0, y, width, y);
+    color.setAlphaF(0.2F);
+    painter.setBrush(color);
+    const QRectF row(1, rowViewportPosition(m_dropRow) + 1, viewport()->width() - 2, rowHeight(m_dropRow) - 2);
+    painter.drawRoundedRect(row, 3, 3);
 }

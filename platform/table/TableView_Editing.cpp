@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TableView.h"
 
-#include "TableView_Implementation.h"
-
 void TableView::editColumn_row_withEvent_select(int column, int row, const QKeyEvent* /*event*/, bool select)
 {
     if (row < 0 || row >= numberOfRows() || column < 0 || column >= model()->columnCount()) {
@@ -14,32 +12,27 @@ void TableView::editColumn_row_withEvent_select(int column, int row, const QKeyE
         return;
     }
     scrollTo(index);
-    QLineEdit* const editor = m_implementation->edit.editor;
+    QLineEdit* const editor = m_edit.editor;
     if (editor && !select) {
         editor->deselect();
     }
 }
 
-bool TableView::isEditing() const
+void TableView::beginEditing(QLineEdit* editor, const QModelIndex& index)
 {
-    return !m_implementation->edit.editor.isNull();
+    m_edit = Edit{editor, index, editor->text()};
+    connect(editor, &QLineEdit::textEdited, this, &TableView::textWasEdited);
 }
 
-void TableView::Implementation::beginEditing(QLineEdit* editor, const QModelIndex& index)
+void TableView::textWasEdited()
 {
-    edit = Edit{editor, index, editor->text()};
-    connect(editor, &QLineEdit::textEdited, table, [this] { textWasEdited(); });
-}
-
-void TableView::Implementation::textWasEdited()
-{
-    if (edit.hasBegun || !edit.editor) {
+    if (m_edit.hasBegun || !m_edit.editor) {
         return;
     }
-    if (table->textShouldBeginEditing(edit.editor)) {
-        edit.hasBegun = true;
-    } else if (edit.editor) {
-        edit.editor->setText(edit.originalText);
+    if (textShouldBeginEditing(m_edit.editor)) {
+        m_edit.hasBegun = true;
+    } else if (m_edit.editor) {
+        m_edit.editor->setText(m_edit.originalText);
     }
 }
 
@@ -50,47 +43,42 @@ bool TableView::textShouldBeginEditing(QWidget* /*fieldEditor*/)
 
 void TableView::textDidEndEditing(QWidget* /*fieldEditor*/)
 {
-    m_implementation->commitEditing();
-}
-
-void TableView::Implementation::commitEditing()
-{
-    if (!edit.isGivenUp && edit.editor) {
-        model->setData(edit.index, edit.editor->text(), Qt::EditRole);
+    if (!m_edit.isGivenUp && m_edit.editor) {
+        m_model->setData(m_edit.index, m_edit.editor->text(), Qt::EditRole);
     }
 }
 
-void TableView::Implementation::endEditing(const QWidget* editor, bool givenUp)
+void TableView::endEditing(const QWidget* editor, bool givenUp)
 {
-    if (editor != edit.editor || !edit.hasBegun || edit.hasEnded) {
+    if (editor != m_edit.editor || !m_edit.hasBegun || m_edit.hasEnded) {
         return;
     }
-    edit.hasEnded = true;
-    edit.isGivenUp = givenUp;
-    table->textDidEndEditing(edit.editor);
+    m_edit.hasEnded = true;
+    m_edit.isGivenUp = givenUp;
+    textDidEndEditing(m_edit.editor);
 }
 
-void TableView::Implementation::giveUpEditingIfCellChanged(int rows)
+void TableView::giveUpEditingIfCellChanged(int rows)
 {
-    if (!edit.editor || edit.hasEnded) {
+    if (!m_edit.editor || m_edit.hasEnded) {
         return;
     }
     // Another text in the cell means that another row has come to stand here: what was typed is not meant for it.
-    if (edit.index.row() >= rows || model->content(edit.index).text != edit.originalText) {
-        table->closeEditor(edit.editor, QAbstractItemDelegate::RevertModelCache);
+    if (m_edit.index.row() >= rows || m_edit.index.data(Qt::EditRole).toString() != m_edit.originalText) {
+        closeEditor(m_edit.editor, QAbstractItemDelegate::RevertModelCache);
     }
 }
 
 void TableView::commitData(QWidget* editor)
 {
-    m_implementation->endEditing(editor, false);
+    endEditing(editor, false);
 }
 
 void TableView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
 {
-    m_implementation->endEditing(editor, hint == QAbstractItemDelegate::RevertModelCache);
-    if (m_implementation->edit.editor == editor) {
-        m_implementation->edit.editor = nullptr;
+    endEditing(editor, hint == QAbstractItemDelegate::RevertModelCache);
+    if (m_edit.editor == editor) {
+        m_edit.editor = nullptr;
     }
     QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
 }

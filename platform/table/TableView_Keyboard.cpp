@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TableView.h"
 
-#include "TableView_Implementation.h"
+#include "RowSelectionModel.h"
 
 #include <QKeyEvent>
 
@@ -27,10 +27,10 @@ bool TableView::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride && hasFocus()) {
         auto* const keyEvent = static_cast<QKeyEvent*>(event);
-        m_implementation->keyEquivalentPerformed = false;
+        m_keyEquivalentPerformed = false;
         if (isCommandKey(*keyEvent) && performKeyEquivalent(keyEvent)) {
             // Claimed, so that no shortcut takes it; the key press that follows has been dealt with.
-            m_implementation->keyEquivalentPerformed = true;
+            m_keyEquivalentPerformed = true;
             event->accept();
             return true;
         }
@@ -49,7 +49,7 @@ void TableView::keyPressEvent(QKeyEvent* event)
         keyDown(event);
         return;
     }
-    if (std::exchange(m_implementation->keyEquivalentPerformed, false) || performKeyEquivalent(event)) {
+    if (std::exchange(m_keyEquivalentPerformed, false) || performKeyEquivalent(event)) {
         event->accept();
         return;
     }
@@ -74,10 +74,9 @@ QVariant TableView::inputMethodQuery(Qt::InputMethodQuery query) const
 void TableView::keyDown(QKeyEvent* event)
 {
     const QModelIndex current = currentIndex();
-    if (activatesCell(*event) && current.isValid() && !isEditing() &&
-        !dynamic_cast<const TextCell*>(m_implementation->model->cell(current))) {
+    if (activatesCell(*event) && current.isValid() && !isEditing() && !m_model->columnAt(current.column()).hasText()) {
         event->accept();
-        m_implementation->activateCell(current);
+        activateCell(current);
         return;
     }
     QTableView::keyPressEvent(event);
@@ -85,8 +84,8 @@ void TableView::keyDown(QKeyEvent* event)
 
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    return currentIndex().isValid() ? QTableView::moveCursor(action, modifiers)
-                                    : model()->index(0, m_implementation->selection->column());
+    return currentIndex().isValid() || !m_model ? QTableView::moveCursor(action, modifiers)
+                                                : m_model->index(0, m_selection->column());
 }
 
 bool TableView::performKeyEquivalent(QKeyEvent* /*event*/)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "TableView.h"
 
-#include "TableView_Implementation.h"
+#include "CellDelegate.h"
+#include "RowSelectionModel.h"
 
 #include <QHoverEvent>
 #include <QMenu>
@@ -11,72 +12,72 @@
 
 void TableView::mousePressEvent(QMouseEvent* event)
 {
-    m_implementation->viewHasPress = false;
+    m_viewHasPress = false;
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && m_implementation->pressCell(index, event->modifiers())) {
+    if (event->button() == Qt::LeftButton && pressCell(index, event->modifiers())) {
         event->accept();
         return;
     }
-    m_implementation->viewHasPress = true;
+    m_viewHasPress = true;
     QTableView::mousePressEvent(event);
 }
 
 /// True when the press needs nothing more of the view.
-bool TableView::Implementation::pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers)
+bool TableView::pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers)
 {
     if (!index.isValid()) {
-        selection->moveTo(-1);
+        selectRow_byExtendingSelection(-1, false);
         return true;
     }
     if (modifiers & Qt::ControlModifier) {
         return false;
     }
     const QPersistentModelIndex pressed(index);
-    if (selection->moveTo(index.row()) == RowSelectionModel::Move::Interrupted) {
+    if (m_selection->moveTo(index.row()) == RowSelectionModel::Move::Interrupted) {
         // The mouse button has long been released, over a dialog: there is no press left to go on with.
         return true;
     }
-    if (!pressed.isValid() || selection->selectedRow() != pressed.row()) {
+    if (!pressed.isValid() || m_selection->selectedRow() != pressed.row()) {
         return true;
     }
-    const Cell* const cell = model->cell(pressed);
-    if (dynamic_cast<const ButtonCell*>(cell)) {
-        selection->setCurrentIndex(pressed, QItemSelectionModel::NoUpdate);
-        pressedCell = pressed;
+    switch (m_model->columnAt(pressed.column()).kind) {
+    case TableModel::Kind::Button:
+        m_selection->setCurrentIndex(pressed, QItemSelectionModel::NoUpdate);
+        m_pressedCell = pressed;
         setPressedOver(true);
         return true;
-    }
-    if (dynamic_cast<const PopUpButtonCell*>(cell)) {
-        selection->setCurrentIndex(pressed, QItemSelectionModel::NoUpdate);
+    case TableModel::Kind::Menu:
+        m_selection->setCurrentIndex(pressed, QItemSelectionModel::NoUpdate);
         openMenu(pressed);
         return true;
+    default:
+        return false;
     }
-    return false;
 }
 
 void TableView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_implementation->pressedCell.isValid()) {
-        m_implementation->setPressedOver(indexAt(event->position().toPoint()) == m_implementation->pressedCell);
+    if (m_pressedCell.isValid()) {
+        setPressedOver(indexAt(event->position().toPoint()) == m_pressedCell);
         return;
     }
     // A move with a button held belongs to a press; without the press, it would select and drag.
-    if (m_implementation->viewHasPress || event->buttons() == Qt::NoButton) {
+    if (m_viewHasPress || event->buttons() == Qt::NoButton) {
         QTableView::mouseMoveEvent(event);
     }
 }
 
 void TableView::mouseReleaseEvent(QMouseEvent* event)
 {
-    const QPersistentModelIndex pressed = std::exchange(m_implementation->pressedCell, {});
+    const QPersistentModelIndex pressed = std::exchange(m_pressedCell, {});
     if (pressed.isValid() && event->button() == Qt::LeftButton) {
-        m_implementation->setPressedOver(false);
+        setPressedOver(false);
         if (indexAt(event->position().toPoint()) == pressed) {
-            m_implementation->activateCell(pressed);
+            activateCell(pressed);
         }
         return;
     }
-    if (std::exchange(m_implementation->viewHasPress, false)) {
+    if (std::exchange(m_viewHasPress, false)) {
         QTableView::mouseReleaseEvent(event);
     }
 }
@@ -85,7 +86,7 @@ void TableView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     // The second press of two quick clicks: a button cell is to hear both.
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (!index.isValid() || !dynamic_cast<const TextCell*>(m_implementation->model->cell(index))) {
+    if (!index.isValid() || !m_model->columnAt(index.column()).hasText()) {
         mousePressEvent(event);
         return;
     }
@@ -97,10 +98,10 @@ bool TableView::viewportEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
-        m_implementation->setHovered(indexAt(static_cast<const QHoverEvent*>(event)->position().toPoint()));
+        setHovered(indexAt(static_cast<const QHoverEvent*>(event)->position().toPoint()));
         break;
     case QEvent::HoverLeave:
-        m_implementation->setHovered({});
+        setHovered({});
         break;
     default:
         break;
@@ -108,45 +109,51 @@ bool TableView::viewportEvent(QEvent* event)
     return QTableView::viewportEvent(event);
 }
 
-void TableView::Implementation::setHovered(const QModelIndex& index)
+void TableView::setHovered(const QModelIndex& index)
 {
-    const QPersistentModelIndex old = delegate->hoveredCell();
+    const QPersistentModelIndex old = m_delegate->hoveredCell();
     if (old != index) {
-        delegate->setHoveredCell(index);
-        table->update(old);
-        table->update(index);
+        m_delegate->setHoveredCell(index);
+        update(old);
+        update(index);
     }
 }
 
-void TableView::Implementation::setPressedOver(bool over)
+void TableView::setPressedOver(bool over)
 {
-    const QPersistentModelIndex old = delegate->pressedCell();
-    delegate->setPressedCell(over ? QModelIndex(pressedCell) : QModelIndex());
-    table->update(old);
-    table->update(pressedCell);
+    const QPersistentModelIndex old = m_delegate->pressedCell();
+    m_delegate->setPressedCell(over ? QModelIndex(m_pressedCell) : QModelIndex());
+    update(old);
+    update(m_pressedCell);
 }
 
-void TableView::Implementation::activateCell(const QModelIndex& index)
+void TableView::activateCell(const QModelIndex& index)
 {
     const QPersistentModelIndex activated(index);
-    if (index.row() != selection->selectedRow()) {
-        selection->moveTo(index.row());
+    if (index.row() != m_selection->selectedRow()) {
+        m_selection->moveTo(index.row());
     }
-    if (!activated.isValid() || selection->selectedRow() != activated.row()) {
+    if (!activated.isValid() || m_selection->selectedRow() != activated.row()) {
         return;
     }
-    if (const auto* const button = dynamic_cast<const ButtonCell*>(model->cell(activated))) {
-        button->performClick(table);
-        model->setData(activated, {}, Qt::EditRole);
-    } else if (dynamic_cast<const PopUpButtonCell*>(model->cell(activated))) {
+    if (m_model->columnAt(activated.column()).kind == TableModel::Kind::Button) {
+        m_model->setData(activated, {}, Qt::EditRole);
+    } else {
         openMenu(activated);
     }
 }
 
-void TableView::Implementation::openMenu(const QModelIndex& index)
+void TableView::clickButton(const QString& column)
 {
-    const auto* const cell = dynamic_cast<const PopUpButtonCell*>(model->cell(index));
-    if (cell && cell->menu()) {
-        cell->menu()->popup(table->viewport()->mapToGlobal(table->visualRect(index).bottomLeft()));
+    const int index = m_model ? m_model->columnWithIdentifier(column) : -1;
+    if (index >= 0 && selectedRow() >= 0) {
+        m_model->setData(m_model->index(selectedRow(), index), {}, Qt::EditRole);
+    }
+}
+
+void TableView::openMenu(const QModelIndex& index)
+{
+    if (QMenu* const menu = m_model->columnAt(index.column()).menu) {
+        menu->popup(viewport()->mapToGlobal(visualRect(index).bottomLeft()));
     }
 }

@@ -6,6 +6,7 @@
 #include <platform/storage/Preferences.h>
 #include <platform/table/TableView.h>
 
+#include <QAbstractItemModelTester>
 #include <QAction>
 #include <QDir>
 #include <QFile>
@@ -36,15 +37,18 @@ QStringList storedApplications()
 /// The tab, set up, and what is done with it.
 struct TabFixture
 {
-    TabFixture() { controller.awakeFromNib(); }
+    TabFixture()
+    {
+        controller.awakeFromNib();
+        new QAbstractItemModelTester(
+            table.model(), QAbstractItemModelTester::FailureReportingMode::QtTest, table.model());
+    }
 
     void click(const QString& button) { tab.findChild<QPushButton*>(button)->click(); }
 
     QString text(const QString& identifier, int row)
     {
-        return controller
-            .tableView_objectValueForTableColumn_row(&table, table.tableColumnWithIdentifier(identifier), row)
-            .toString();
+        return controller.tableView_objectValueForTableColumn_row(&table, identifier, row).toString();
     }
 
     bool drop(const QStringList& paths, int row)
@@ -57,10 +61,9 @@ struct TabFixture
         }
         data.setUrls(urls);
         const Pasteboard pasteboard(&data);
-        const DraggingInfo info(pasteboard, false);
         return controller.tableView_validateDrop_proposedRow_proposedDropOperation(
-                   &table, info, row, DropOperation::Above) == DragOperation::Copy &&
-               controller.tableView_acceptDrop_row_dropOperation(&table, info, row, DropOperation::On);
+                   &table, pasteboard, row, DropOperation::Above) == Qt::CopyAction &&
+               controller.tableView_acceptDrop_row_dropOperation(&table, pasteboard, row, DropOperation::On);
     }
 
     ApplicationsTab tab;
@@ -225,12 +228,13 @@ private Q_SLOTS:
 
     void changedPhrasesReloadTheTableFromMemory()
     {
-        m_tab->table.setDataSource(&m_rowCounter);
         Preferences::setValue(SettingKey::appsFiles, PropertyList::Array::create(), BYGlobals::appID());
         QVERIFY(Preferences::synchronize(BYGlobals::appID()));
-        const int asked = m_rowCounter.asked;
+        RowCounter counter;
+        m_tab->table.setModel(&counter);
+        const int asked = counter.asked;
         BYGlobals::sendNotification(NotificationName::refreshAppsArray);
-        QTRY_VERIFY(m_rowCounter.asked > asked);
+        QTRY_VERIFY(counter.asked > asked);
         QCOMPARE(m_tab->controller.getSortedAppsArray().size(), 2);
     }
 
@@ -254,17 +258,25 @@ private:
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
     /// Notices that the table asks for its rows.
-    struct RowCounter final : TableViewDataSource
+    struct RowCounter final : TableModel
     {
-        int numberOfRowsInTableView(TableView*) override { return ++asked; }
+        RowCounter()
+            : TableModel({}, nullptr)
+        {
+        }
 
-        QVariant tableView_objectValueForTableColumn_row(TableView*, TableColumn*, int) override { return {}; }
+        int countRows() const override { return ++asked; }
 
-        int asked = 0;
+        QVariant objectValue(const QString&, int) const override { return {}; }
+
+        QString toolTip(const QString&, int) const override { return {}; }
+
+        QString accessibleText(const QString&, int) const override { return {}; }
+
+        mutable int asked = 0;
     };
 
     QTemporaryDir m_folder;
-    RowCounter m_rowCounter;
     std::unique_ptr<TabFixture> m_tab;
     NotificationRecorder m_recorder;
 };

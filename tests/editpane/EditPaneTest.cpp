@@ -5,7 +5,6 @@
 #include <platform/richtext/Rtfd.h>
 #include <platform/storage/Preferences.h>
 #include <platform/table/TableView.h>
-#include <platform/table/TableViewDataSource.h>
 
 #include <QClipboard>
 #include <QComboBox>
@@ -28,12 +27,22 @@ using PropertyList::Value;
 
 namespace {
 
-class TwoRows final : public TableViewDataSource
+class TwoRows final : public TableModel
 {
 public:
-    int numberOfRowsInTableView(TableView*) override { return 3; }
+    TwoRows()
+        : TableModel({{.identifier = u"Phrase"_s, .title = {}}}, nullptr)
+    {
+    }
 
-    QVariant tableView_objectValueForTableColumn_row(TableView*, TableColumn*, int row) override { return row; }
+    int countRows() const override { return 3; }
+
+protected:
+    QVariant objectValue(const QString&, int row) const override { return row; }
+
+    QString toolTip(const QString&, int) const override { return {}; }
+
+    QString accessibleText(const QString&, int) const override { return {}; }
 };
 
 } // namespace
@@ -82,9 +91,7 @@ private Q_SLOTS:
         BYGlobals::setEditEntryPaneTextIsDirty(false);
 
         m_table = std::make_unique<TableView>();
-        m_table->setColumns({u"Phrase"_s});
-        m_table->setDataSource(&m_rows);
-        m_table->reloadData();
+        m_table->setModel(&m_rows);
         m_editPane = std::make_unique<EditPane>();
         controller().abbsTableView = m_table.get();
         controller().awakeFromNib();

@@ -9,6 +9,7 @@
 #include <sounds/SoundPanelAccessory.h>
 #include <sounds/SoundPasteboard.h>
 
+#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
@@ -50,14 +51,15 @@ struct TabFixture
     TabFixture()
     {
         controller.awakeFromNib();
+        new QAbstractItemModelTester(
+            table.model(), QAbstractItemModelTester::FailureReportingMode::QtTest, table.model());
         tab.resize(600, 300);
         tab.show();
     }
 
     QVariant cell(const QString& identifier, int row)
     {
-        return controller.tableView_objectValueForTableColumn_row(
-            &table, table.tableColumnWithIdentifier(identifier), row);
+        return controller.tableView_objectValueForTableColumn_row(&table, identifier, row);
     }
 
     QStringList shownNames()
@@ -76,10 +78,9 @@ struct TabFixture
         url.setHost(u"localhost"_s);
         data.setUrls({url});
         const Pasteboard pasteboard(&data);
-        const DraggingInfo info(pasteboard, false);
         return controller.tableView_validateDrop_proposedRow_proposedDropOperation(
-                   &table, info, row, DropOperation::Above) == DragOperation::Copy &&
-               controller.tableView_acceptDrop_row_dropOperation(&table, info, row, DropOperation::On);
+                   &table, pasteboard, row, DropOperation::Above) == Qt::CopyAction &&
+               controller.tableView_acceptDrop_row_dropOperation(&table, pasteboard, row, DropOperation::On);
     }
 
     SoundPanelAccessory soundPanel;

@@ -5,6 +5,7 @@
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
 
+#include <QAbstractItemModelTester>
 #include <QFile>
 #include <QTest>
 
@@ -58,6 +59,8 @@ PhrasesTabFixture::PhrasesTabFixture(const QList<Value>& phrases)
     editPane = table->editEntryPane;
     popUp = table->defaultClippingsFileNSPopUpButton;
     table->awakeFromNib();
+    new QAbstractItemModelTester(
+        table->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, table->model());
 
     window->resize(860, 680);
     window->show();
@@ -96,7 +99,7 @@ ArrayPointer PhrasesTabFixture::storedPhrases() const
 
 QVariant PhrasesTabFixture::cell(const QString& column, int row)
 {
-    return table->tableView_objectValueForTableColumn_row(table, table->tableColumnWithIdentifier(column), row);
+    return table->tableView_objectValueForTableColumn_row(table, column, row);
 }
 
 void PhrasesTabFixture::write(const QString& fileName, const Value& root) const

@@ -48,7 +48,7 @@ private Q_SLOTS:
     {
         const auto [path, accepted] = currentRow<QString, bool>();
         const auto dropped = path.isEmpty() ? std::nullopt : std::optional(path);
-        QCOMPARE(SoundKinds::dropOperation(dropped), accepted ? DragOperation::Copy : DragOperation::None);
+        QCOMPARE(SoundKinds::dropOperation(dropped), accepted ? Qt::CopyAction : Qt::IgnoreAction);
     }
 
     void draggedRowsTravelAsAnIndexSet()

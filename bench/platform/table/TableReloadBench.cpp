@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <platform/table/TableView.h>
-#include <platform/table/TableViewDataSource.h>
 
 #include <QApplication>
 #include <QScrollBar>
@@ -11,22 +10,29 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class NumberedRows final : public TableViewDataSource
+class NumberedRows final : public TableModel
 {
 public:
     explicit NumberedRows(int rows)
-        : m_rows(rows)
+        : TableModel({{.identifier = u"App"_s, .title = {}, .width = 120},
+                         {.identifier = u"Phrase"_s, .title = {}, .kind = Kind::EditableText, .sorts = true},
+                         {.identifier = u"Sound"_s, .title = {}, .width = 120},
+                         {.identifier = u"Play"_s, .title = {}, .kind = Kind::Button}},
+              nullptr)
+        , m_rows(rows)
     {
     }
 
-    int numberOfRowsInTableView(TableView*) override { return m_rows; }
-
-    QVariant tableView_objectValueForTableColumn_row(TableView*, TableColumn*, int row) override
-    {
-        return u"row %1"_s.arg(row);
-    }
+    int countRows() const override { return m_rows; }
 
     void setRows(int rows) { m_rows = rows; }
+
+protected:
+    QVariant objectValue(const QString&, int row) const override { return u"row %1"_s.arg(row); }
+
+    QString toolTip(const QString&, int) const override { return {}; }
+
+    QString accessibleText(const QString&, int) const override { return {}; }
 
 private:
     int m_rows;
@@ -40,8 +46,7 @@ public:
         : m_rows(rows)
         , m_source(rows)
     {
-        m_table.setColumns({u"App"_s, u"Phrase:editable,sort,stretch"_s, u"Sound"_s, u"Play:icon"_s});
-        m_table.setDataSource(&m_source);
+        m_table.setModel(&m_source);
         m_table.resize(700, 700);
         m_table.show();
         QApplication::processEvents();

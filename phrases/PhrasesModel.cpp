@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "PhrasesModel.h"
+
+#include "BYTableView.h"
+
+#include <core/SharedNames.h>
+#include <platform/panels/InterfaceText.h>
+#include <sounds/RowButtons.h>
+
+#include <QGuiApplication>
+#include <QPalette>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+std::vector<TableModel::Column> columns()
+{
+    using Kind = TableModel::Kind;
+    std::vector<TableModel::Column> columns{
+        {.identifier = PhraseKey::app, .title = localizedText("Application"), .kind = Kind::Button},
+        {.identifier = PhraseKey::phrase,
+            .title = localizedText("Phrase"),
+            .kind = Kind::EditableText,
+            .width = 220,
+            .sorts = true},
+        {.identifier = PhraseKey::soundFilepath, .title = localizedText("Sound"), .sorts = true},
+    };
+    std::ranges::move(RowButtons::columns(), std::back_inserter(columns));
+    return columns;
+}
+
+} // namespace
+
+PhrasesModel::PhrasesModel(BYTableView& table)
+    : ControllerModel(table, &table, columns())
+{
+}
+
+QVariant PhrasesModel::data(const QModelIndex& index, int role) const
+{
+    if (role == Qt::ForegroundRole && checkIndex(index, CheckIndexOption::IndexIsValid) &&
+        columnAt(index.column()).identifier == PhraseKey::soundFilepath && controller().isSoundMissing(index.row())) {
+        return QGuiApplication::palette().placeholderText();
+    }
+    return TableModel::data(index, role);
+}
+
+void PhrasesModel::sort(int /*column*/, Qt::SortOrder /*order*/)
+{
+    controller().tableView_sortDescriptorsDidChange(table());
+}
+
+Qt::DropActions PhrasesModel::supportedDragActions() const
+{
+    // Qt announces one set of actions to every target, so it is the one meant for other programs.
+    return controller().draggingSourceOperationMaskForLocal(false);
+}
+
+void PhrasesModel::setObjectValue(const QVariant& value, const QString& column, int row)
+{
+    if (column == RowButtons::trashColumn) {
+        controller().trashButtonAction(table());
+    }
+    controller().tableView_setObjectValue_forTableColumn_row(table(), value, column, row);
+}
+
+bool PhrasesModel::writeRows(const QList<int>& rows, Pasteboard& pasteboard) const
+{
+    return controller().tableView_writeRowsWithIndexes_toPasteboard(table(), rows, pasteboard);
+}

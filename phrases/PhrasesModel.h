@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <platform/table/ControllerModel.h>
+
+class BYTableView;
+
+/// The phrases, a row each. The table is its own controller.
+class PhrasesModel final : public ControllerModel<BYTableView>
+{
+public:
+    /// @p table owns the model.
+    explicit PhrasesModel(BYTableView& table);
+
+    QVariant data(const QModelIndex& index, int role) const override;
+    /// By what the table's header shows.
+    void sort(int column, Qt::SortOrder order) override;
+    Qt::DropActions supportedDragActions() const override;
+
+protected:
+    void setObjectValue(const QVariant& value, const QString& column, int row) override;
+    bool writeRows(const QList<int>& rows, Pasteboard& pasteboard) const override;
+};

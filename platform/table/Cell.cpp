@@ -1,9 +1,0 @@
-// SPDX-License-Identifier: MIT
-#include "Cell.h"
-
-void ButtonCell::performClick(TableView* sender) const
-{
-    if (m_action) {
-        m_action(sender);
-    }
-}
