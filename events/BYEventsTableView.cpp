@@ -16,18 +16,12 @@
 #include <QKeyEvent>
 
 using namespace Qt::StringLiterals;
-using PropertyList::DictionaryPointer;
 
 namespace {
 
 constexpr char16_t deleteCharacter = 0x7F;
 constexpr char16_t leftArrow = 0xF702;
 constexpr char16_t rightArrow = 0xF703;
-
-DictionaryPointer selectedEntry(const TableView& table)
-{
-    return EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), table.selectedRow());
-}
 
 } // namespace
 
@@ -42,37 +36,37 @@ void BYEventsTableView::removeRow(QObject* /*sender*/)
     if (row < 0) {
         return;
     }
-    const DictionaryPointer shown = selectedEntry(*this);
+    const SoundEvent shown = EventEntries::shownAt(row);
     const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     const bool confirmed =
         !gConfirmRemove ||
         RemovalQuestion::confirm(this, bundle.localizedString(u"Are you sure you wish to remove this sound?"_s) +
                                            bundle.localizedString(u"\nYou will not be able to undo this operation."_s));
     gConfirmRemove = true;
-    const DictionaryPointer entry = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
-    if (!confirmed || !entry) {
+    const SoundEvent event = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
+    if (!confirmed || !event) {
         return;
     }
-    SoundEvent(entry).setSoundFilepath({});
+    event.setSoundFilepath({});
     Changes::saveDocument();
     reloadData();
 }
 
 void BYEventsTableView::copySound()
 {
-    if (const DictionaryPointer entry = selectedEntry(*this)) {
-        SoundPasteboard::copy(entry->value(EventKey::soundFilepath).string());
+    if (const SoundEvent event = EventEntries::shownAt(selectedRow())) {
+        SoundPasteboard::copy(event.soundFilepath());
     }
 }
 
 void BYEventsTableView::pasteSound()
 {
-    const DictionaryPointer entry = selectedEntry(*this);
+    const SoundEvent event = EventEntries::shownAt(selectedRow());
     const std::optional<QString> path = SoundPasteboard::paste();
-    if (!entry || !path) {
+    if (!event || !path) {
         return;
     }
-    SoundEvent(entry).setSoundFilepath(*path);
+    event.setSoundFilepath(*path);
     Changes::saveDocument();
     reloadData();
 }
@@ -93,7 +87,7 @@ bool BYEventsTableView::performKeyEquivalent(QKeyEvent* event)
     if (characters.isEmpty()) {
         return false;
     }
-    const DictionaryPointer entry = selectedEntry(*this);
+    const SoundEvent selected = EventEntries::shownAt(selectedRow());
     switch (characters.front().unicode()) {
     case u'c':
         copySound();
@@ -109,13 +103,13 @@ bool BYEventsTableView::performKeyEquivalent(QKeyEvent* event)
         removeRow(this);
         return true;
     case leftArrow:
-        if (entry) {
-            Workspace::selectFile(entry->value(EventKey::soundFilepath).string());
+        if (selected) {
+            Workspace::selectFile(selected.soundFilepath());
         }
         return true;
     case rightArrow:
-        if (entry) {
-            BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
+        if (selected) {
+            BYGlobals::playSoundForEvent(selected->value(EventKey::event).intValue());
         }
         return true;
     default:

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "EventEntries.h"
 
+#include <core/BYGlobals.h>
 #include <core/FoldedCharacter.h>
-#include <core/SharedNames.h>
 
 #include <algorithm>
 
 using PropertyList::ArrayPointer;
-using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
 namespace {
@@ -80,32 +79,28 @@ void EventEntries::filter(const ArrayPointer& all, const ArrayPointer& filtered,
     }
 }
 
-DictionaryPointer EventEntries::entryAt(const ArrayPointer& entries, int row)
+SoundEvent EventEntries::shownAt(int row)
 {
-    if (!entries || row < 0 || row >= entries->size()) {
-        return {};
-    }
-    return entries->at(row).dictionary();
+    return DocumentEntry::at(BYGlobals::soundsPrefsArrayFiltered(), row);
 }
 
-DictionaryPointer EventEntries::firstWithEventOf(const ArrayPointer& all, const DictionaryPointer& entry)
+SoundEvent EventEntries::firstWithEventOf(const ArrayPointer& all, const SoundEvent& event)
 {
-    if (!all || !entry || !entry->contains(EventKey::event)) {
+    if (!all || !event || !event.hasCode()) {
         return {};
     }
-    const QString event = entry->value(EventKey::event).textValue();
-    for (const Value& candidate : std::as_const(*all)) {
-        const DictionaryPointer dictionary = candidate.dictionary();
-        if (dictionary && dictionary->contains(EventKey::event) &&
-            dictionary->value(EventKey::event).textValue() == event) {
-            return dictionary;
+    const QString code = event->value(EventKey::event).textValue();
+    for (const Value& entry : std::as_const(*all)) {
+        const SoundEvent candidate = entry.dictionary();
+        if (candidate && candidate.hasCode() && candidate->value(EventKey::event).textValue() == code) {
+            return candidate;
         }
     }
     return {};
 }
 
-DictionaryPointer EventEntries::present(const ArrayPointer& all, const DictionaryPointer& entry)
+SoundEvent EventEntries::present(const ArrayPointer& all, const SoundEvent& event)
 {
-    const auto isEntry = [&entry](const Value& value) { return value.dictionaryInPlace() == entry.data(); };
-    return all && std::any_of(all->begin(), all->end(), isEntry) ? entry : firstWithEventOf(all, entry);
+    const auto isEvent = [&event](const Value& value) { return value.dictionaryInPlace() == event.operator->(); };
+    return all && std::any_of(all->begin(), all->end(), isEvent) ? event : firstWithEventOf(all, event);
 }

@@ -5,7 +5,7 @@
 #include "EventsModel.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/SoundEvent.h>
 #include <platform/bytes/PathNames.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/Workspace.h>
@@ -17,7 +17,6 @@
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
-using PropertyList::DictionaryPointer;
 using RowButtons::playColumn;
 using RowButtons::revealColumn;
 using RowButtons::trashColumn;
@@ -38,22 +37,10 @@ void loadIcons()
     addIcon = icons.add;
 }
 
-DictionaryPointer entryAtRow(int row)
-{
-    return EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), row);
-}
-
-/// "" counts as no sound; a missing key does not.
-bool hasEmptySound(const DictionaryPointer& entry)
-{
-    const PropertyList::Value path = entry->value(EventKey::soundFilepath);
-    return path.type() == PropertyList::Type::String && path.stringView().isEmpty();
-}
-
 /// The assigned sound by its file name, or the note that it is not there.
-QVariant soundText(const DictionaryPointer& entry)
+QVariant soundText(const SoundEvent& event)
 {
-    const QString path = entry->value(EventKey::soundFilepath).string();
+    const QString path = event.soundFilepath();
     if (path.isEmpty()) {
         return {};
     }
@@ -82,7 +69,6 @@ void SoundEventsController::awakeFromNib()
     mySoundEventsTable->setModel(new EventsModel(*this));
     connect(
         mySoundEventsTable, &TableView::selectionDidChange, this, &SoundEventsController::tableViewSelectionDidChange);
-    mySoundEventsTable->reloadData();
 }
 
 void SoundEventsController::volumePopUpAction(QObject* /*sender*/)
@@ -115,8 +101,8 @@ int SoundEventsController::numberOfRowsInTableView(TableView* /*table*/)
 QVariant SoundEventsController::tableView_objectValueForTableColumn_row(
     TableView* /*table*/, const QString& column, int row)
 {
-    const DictionaryPointer entry = entryAtRow(row);
-    if (!entry) {
+    const SoundEvent event = EventEntries::shownAt(row);
+    if (!event) {
         return {};
     }
     if (column == revealColumn) {
@@ -126,53 +112,39 @@ QVariant SoundEventsController::tableView_objectValueForTableColumn_row(
         return playIcon;
     }
     if (column == trashColumn) {
-        return hasEmptySound(entry) ? addIcon : trashIcon;
+        return event.hasSound() ? trashIcon : addIcon;
     }
     if (column == EventKey::eventName) {
-        return entry->value(EventKey::eventName).textValue();
+        return event.name();
     }
     if (column == EventKey::soundFilepath) {
-        return soundText(entry);
+        return soundText(event);
     }
-    const PropertyList::Value* value = entry->find(column);
+    const PropertyList::Value* value = event->find(column);
     return value != nullptr ? lastPathComponent(value->textValue()).toString() : QVariant();
 }
 
 void SoundEventsController::tableView_setObjectValue_forTableColumn_row(
     TableView* /*table*/, const QVariant& /*value*/, const QString& column, int row)
 {
-    const DictionaryPointer entry = entryAtRow(row);
-    if (!entry) {
+    const SoundEvent event = EventEntries::shownAt(row);
+    if (!event) {
         return;
     }
     if (column == playColumn) {
-        BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
+        BYGlobals::playSoundForEvent(event->value(EventKey::event).intValue());
     } else if (column == revealColumn) {
-        Workspace::selectFile(entry->value(EventKey::soundFilepath).string());
+        Workspace::selectFile(event.soundFilepath());
     }
 }
 
 QString SoundEventsController::tableView_toolTipForTableColumn_row(TableView* /*table*/, const QString& column, int row)
 {
-    const DictionaryPointer entry = entryAtRow(row);
-    if (!entry) {
+    const SoundEvent event = EventEntries::shownAt(row);
+    if (!event) {
         return {};
     }
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
-    if (column == EventKey::soundFilepath) {
-        return entry->value(EventKey::soundFilepath).string();
-    }
-    if (column == playColumn) {
-        return bundle.localizedString(u"Play the sound"_s);
-    }
-    if (column == revealColumn) {
-        return bundle.localizedString(u"Show the sound in the file manager"_s);
-    }
-    if (column == trashColumn) {
-        return hasEmptySound(entry) ? bundle.localizedString(u"Choose a sound"_s)
-                                    : bundle.localizedString(u"Take the sound away"_s);
-    }
-    return {};
+    return column == EventKey::soundFilepath ? event.soundFilepath() : RowButtons::toolTip(column, event.hasSound());
 }
 
 QString SoundEventsController::tableView_accessibleTextForTableColumn_row(

@@ -3,7 +3,6 @@
 
 #include "EventEntries.h"
 
-#include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/table/TableView.h>
@@ -31,12 +30,11 @@ void SoundEventsController::fillVolumePopUp()
 /// Searches for what the selected entry holds under @p key; for everything when it holds nothing.
 void SoundEventsController::searchForValue(const QString& key)
 {
-    const PropertyList::DictionaryPointer entry =
-        EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), selectedRow());
+    const SoundEvent event = EventEntries::shownAt(selectedRow());
     if (mySearchField == nullptr) {
         return;
     }
-    mySearchField->setText(entry ? entry->value(key).string() : QString());
+    mySearchField->setText(event ? event->value(key).string() : QString());
     // The field tells of a new text only.
     volumePopUpAction(myVolumePopUp);
 }

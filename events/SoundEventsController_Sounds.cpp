@@ -17,7 +17,6 @@
 
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;
-using PropertyList::DictionaryPointer;
 
 namespace {
 
@@ -39,11 +38,10 @@ void SoundEventsController::trashButtonAction(QObject* /*sender*/)
 
 void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int row)
 {
-    const DictionaryPointer entry = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), row);
-    if (!entry) {
+    const SoundEvent event = EventEntries::shownAt(row);
+    if (!event) {
         return;
     }
-    const SoundEvent event(entry);
     if (event.hasSound()) {
         event.setSoundFilepath({});
         Changes::saveDocument();
@@ -54,9 +52,9 @@ void SoundEventsController::handleAssignSoundDialog_row(QObject* /*sender*/, int
     prepareOpenPanel(&panel);
     const std::optional<QString> chosen = m_soundChooser.run(event.name());
     // The helper may have had the document loaded anew while the panel was open.
-    const DictionaryPointer present = EventEntries::present(BYGlobals::soundsPrefsArray(), entry);
+    const SoundEvent present = EventEntries::present(BYGlobals::soundsPrefsArray(), event);
     if (present && chosen) {
-        SoundEvent(present).setSoundFilepath(*chosen);
+        present.setSoundFilepath(*chosen);
         Changes::saveDocument();
     }
     reloadTable();
@@ -100,7 +98,7 @@ void SoundEventsController::playSelectedSound(QObject* /*sender*/)
         return;
     }
     if (isSuitcase(path)) {
-        const DictionaryPointer userInfo = Dictionary::create();
+        const PropertyList::DictionaryPointer userInfo = Dictionary::create();
         userInfo->insert(u"filepath"_s, path);
         Changes::tell(NotificationName::playSuitcase, userInfo);
         return;
@@ -138,15 +136,15 @@ bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     TableView* /*table*/, const Pasteboard& info, int row, DropOperation /*operation*/)
 {
     const std::optional<QString> path = info.filename();
-    const DictionaryPointer shown = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), std::max(row, 0));
-    const DictionaryPointer entry = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
-    if (!path || !entry) {
+    const SoundEvent event =
+        EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), EventEntries::shownAt(std::max(row, 0)));
+    if (!path || !event) {
         return false;
     }
-    SoundEvent(entry).setSoundFilepath(*path);
+    event.setSoundFilepath(*path);
     Changes::saveDocument();
     if (Settings::playSoundOnDrop.value()) {
-        BYGlobals::playSoundForEvent(entry->value(EventKey::event).intValue());
+        BYGlobals::playSoundForEvent(event->value(EventKey::event).intValue());
     }
     reloadTable();
     return true;

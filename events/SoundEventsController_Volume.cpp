@@ -4,7 +4,7 @@
 #include "EventEntries.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/SoundEvent.h>
 #include <platform/controls/Slider.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/sound/AlertVolume.h>
@@ -34,11 +34,6 @@ quint32 levelWordOf(float sliderValue)
     return level | (level << 16);
 }
 
-bool isSystemAlert(const DictionaryPointer& entry)
-{
-    return entry->value(EventKey::event).integerValue() == EventEntries::systemAlertCode;
-}
-
 float alertVolume()
 {
     const AlertVolume::Reading reading = AlertVolume::getSysBeepVolume();
@@ -58,19 +53,19 @@ float generalVolume()
 
 void SoundEventsController::tableViewSelectionDidChange()
 {
-    const DictionaryPointer entry = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), selectedRow());
+    const SoundEvent event = EventEntries::shownAt(selectedRow());
     const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     QString label;
     float volume = 0;
-    if (!entry) {
+    if (!event) {
         label = bundle.localizedString(u"Set volume:"_s);
         volume = generalVolume();
-    } else if (isSystemAlert(entry)) {
+    } else if (event.isSystemAlert()) {
         label = bundle.localizedString(u"Alert volume:"_s);
         volume = alertVolume();
     } else {
         label = bundle.localizedString(u"Event volume:"_s);
-        volume = float(entry->value(EventKey::volume).doubleValue());
+        volume = event.volume();
     }
     if (myVolumeSlider != nullptr) {
         myVolumeSlider->setFloatValue(volume);
@@ -82,18 +77,18 @@ void SoundEventsController::tableViewSelectionDidChange()
 
 void SoundEventsController::volumeSliderAction(Slider* sender)
 {
-    const DictionaryPointer entry = EventEntries::entryAt(BYGlobals::soundsPrefsArrayFiltered(), selectedRow());
-    if (entry && isSystemAlert(entry)) {
+    const SoundEvent event = EventEntries::shownAt(selectedRow());
+    if (event && event.isSystemAlert()) {
         AlertVolume::setSysBeepVolume(levelWordOf(sender->floatValue()));
-    } else if (entry) {
-        entry->insert(EventKey::volume, sender->stringValue());
+    } else if (event) {
+        event.setVolume(sender->stringValue());
     } else if (const DictionaryPointer document = BYGlobals::clippingsDictionary()) {
         document->insert(DocumentKey::setVolume, sender->stringValue());
     }
     Changes::saveDocument();
-    if (entry) {
+    if (event) {
         const DictionaryPointer userInfo = Dictionary::create();
-        userInfo->insert(EventKey::event, entry->value(EventKey::event));
+        userInfo->insert(EventKey::event, event->value(EventKey::event));
         BYGlobals::sendNotification(NotificationName::playEvent, userInfo);
     }
 }

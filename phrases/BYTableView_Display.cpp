@@ -2,7 +2,7 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 #include <platform/bytes/PathNames.h>
 #include <platform/desktop/Workspace.h>
 #include <sounds/RowButtons.h>
@@ -10,20 +10,6 @@
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
-
-using PropertyList::Dictionary;
-using PropertyList::DictionaryPointer;
-
-namespace {
-
-bool hasSound(const Dictionary& entry)
-{
-    const PropertyList::Value* path = entry.find(PhraseKey::soundFilepath);
-    // An absent key counts as a sound: the first click on the cell then stores the empty string.
-    return !path || path->type() != PropertyList::Type::String || !path->stringView().isEmpty();
-}
-
-} // namespace
 
 int BYTableView::numberOfRowsInTableView(TableView*)
 {
@@ -40,12 +26,12 @@ QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, const 
     if (row == 1) {
         sizeLastColumnToFit();
     }
-    const DictionaryPointer entry = entryAt(row);
-    if (!entry) {
+    const Phrase phrase = entryAt(row);
+    if (!phrase) {
         return {};
     }
     if (column == PhraseKey::app) {
-        const QString application = entry->value(PhraseKey::app).textValue();
+        const QString application = phrase.app();
         return application.isEmpty() ? genericAppIcon : iconForApplication(application);
     }
     if (column == RowButtons::playColumn) {
@@ -55,9 +41,9 @@ QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, const 
         return revealIcon;
     }
     if (column == RowButtons::trashColumn) {
-        return hasSound(*entry) ? trashIcon : addIcon;
+        return phrase.hasSound() ? trashIcon : addIcon;
     }
-    QString text = entry->value(column).textValue();
+    QString text = phrase->value(column).textValue();
     if (column != PhraseKey::phrase) {
         // A path shows as its file name, the placeholder of a picture in a text as words.
         text = lastPathComponent(text.replace(attachChar, localized(u"(Picture)"_s))).toString();
@@ -67,8 +53,8 @@ QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, const 
 
 bool BYTableView::isSoundMissing(int row)
 {
-    const DictionaryPointer entry = entryAt(row);
-    return entry && isMissing(entry->value(PhraseKey::soundFilepath).textValue());
+    const Phrase phrase = entryAt(row);
+    return phrase && isMissing(phrase.soundFilepath());
 }
 
 bool BYTableView::isMissing(const QString& soundPath)
@@ -78,28 +64,19 @@ bool BYTableView::isMissing(const QString& soundPath)
 
 QString BYTableView::tableView_toolTipForTableColumn_row(TableView*, const QString& column, int row)
 {
-    const DictionaryPointer entry = entryAt(row);
-    if (!entry) {
+    const Phrase phrase = entryAt(row);
+    if (!phrase) {
         return {};
     }
     if (column == PhraseKey::soundFilepath) {
-        const QString path = entry->value(PhraseKey::soundFilepath).textValue();
+        const QString path = phrase.soundFilepath();
         return isMissing(path) ? localized(u"%@\nThis sound cannot be found."_s).replace(u"%@"_s, path) : path;
     }
     if (column == PhraseKey::app) {
-        const QString application = entry->value(PhraseKey::app).textValue();
+        const QString application = phrase.app();
         return application.isEmpty() ? localized(u"In every application: click to choose one"_s) : application;
     }
-    if (column == RowButtons::playColumn) {
-        return localized(u"Play the sound"_s);
-    }
-    if (column == RowButtons::revealColumn) {
-        return localized(u"Show the sound in the file manager"_s);
-    }
-    if (column == RowButtons::trashColumn) {
-        return hasSound(*entry) ? localized(u"Take the sound away"_s) : localized(u"Choose a sound"_s);
-    }
-    return {};
+    return RowButtons::toolTip(column, phrase.hasSound());
 }
 
 QString BYTableView::tableView_accessibleTextForTableColumn_row(TableView* table, const QString& column, int row)

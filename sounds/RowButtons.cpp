@@ -23,6 +23,22 @@ RowButtons::Icons RowButtons::loadIcons()
     };
 }
 
+QString RowButtons::toolTip(const QString& column, bool hasSound)
+{
+    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    if (column == playColumn) {
+        return bundle.localizedString(u"Play the sound"_s);
+    }
+    if (column == revealColumn) {
+        return bundle.localizedString(u"Show the sound in the file manager"_s);
+    }
+    if (column == trashColumn) {
+        return hasSound ? bundle.localizedString(u"Take the sound away"_s)
+                        : bundle.localizedString(u"Choose a sound"_s);
+    }
+    return {};
+}
+
 std::vector<TableModel::Column> RowButtons::columns()
 {
     using Kind = TableModel::Kind;

@@ -29,6 +29,9 @@ struct Icons
 /// The pictures from the pane's resources; one that cannot be loaded is empty.
 Icons loadIcons();
 
+/// What a click on the button in @p column does for an entry; empty for any other column.
+QString toolTip(const QString& column, bool hasSound);
+
 /// The columns in their order. Command-A does what a click on the last one's button does.
 std::vector<TableModel::Column> columns();
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
-#include <events/EventEntries.h>
+#include <core/SoundEvent.h>
 #include <events/EventsTab.h>
 #include <platform/controls/Pasteboard.h>
 #include <platform/controls/Slider.h>
@@ -280,7 +279,7 @@ private Q_SLOTS:
     }
 
 private:
-    DictionaryPointer entryAt(int row) const { return EventEntries::entryAt(BYGlobals::soundsPrefsArray(), row); }
+    DictionaryPointer entryAt(int row) const { return DocumentEntry::at(BYGlobals::soundsPrefsArray(), row); }
 
     DictionaryPointer storedEntryAt(int row) const
     {
@@ -289,7 +288,7 @@ private:
             return {};
         }
         const Value root = PropertyList::read(file.readAll()).root;
-        return EventEntries::entryAt(root.dictionary()->value(DocumentKey::sounds).array(), row);
+        return DocumentEntry::at(root.dictionary()->value(DocumentKey::sounds).array(), row);
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
