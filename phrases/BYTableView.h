@@ -21,12 +21,10 @@
 
 class Matrix;
 class OpenPanel;
-class PhraseListPrinter;
+class PrintClippingsWindow;
 class QCheckBox;
 class QComboBox;
-class QDialog;
 class QLabel;
-class QPrinter;
 class QPrintPreviewWidget;
 class QPushButton;
 class Slider;
@@ -73,15 +71,13 @@ public:
     QPushButton* myPlayButton = nullptr;
     QPushButton* myStopButton = nullptr;
     QComboBox* myFavouriteFoldersPopUpButton = nullptr;
+    PrintClippingsWindow* printClippingsWindow = nullptr;
 
     /// Connected by the interface file for other controllers' sake; the table does not use them.
     int selectedClippingRowForEditing = 0;
     QObject* myGlobals = nullptr;
     Matrix* expPrefsMatrix = nullptr;
     Matrix* triggersPrefsMatrix = nullptr;
-
-    /// The print window: a preview with a button that prints and one that closes.
-    QDialog* printClippingsWindow = nullptr;
     QPrintPreviewWidget* printClippingsTextView = nullptr;
     QPushButton* printClippingsPrintButton = nullptr;
     QPushButton* printClippingsCancelButton = nullptr;
@@ -213,7 +209,6 @@ private:
     static QString localized(const QString& text);
 
     void observeNotifications();
-    void connectPrintWindow();
     void loadIcons();
     void useDefaultDocumentOnFirstStart();
     void separateCommandsInPopUp();
@@ -261,8 +256,6 @@ private:
     void leaveDocument();
     void forgetDocument(const QString& path);
     void finishDocumentCommand();
-    PhraseListPrinter phrasesToPrint() const;
-    void printClippings();
 
     QIcon genericAppIcon;
     QIcon revealIcon;

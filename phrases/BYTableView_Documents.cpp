@@ -2,6 +2,7 @@
 #include "BYTableView.h"
 
 #include "FormattedText.h"
+#include "PrintClippingsWindow.h"
 #include "RecentDocuments.h"
 
 #include <core/BYGlobals.h>
@@ -211,4 +212,11 @@ void BYTableView::finishDocumentCommand()
     reloadDocument();
     updateClippingsPopUpButton();
     updateVolumeSlider();
+}
+
+void BYTableView::showPrintClippingsWindow(QObject*)
+{
+    if (printClippingsWindow) {
+        printClippingsWindow->present();
+    }
 }

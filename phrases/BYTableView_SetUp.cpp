@@ -51,7 +51,6 @@ void BYTableView::awakeFromNib()
     useDefaultDocumentOnFirstStart();
     updateSettingsFromPrefs();
     BYGlobals::setSelectedClippingRowForEditing(selectedRow());
-    connectPrintWindow();
     reloadData();
     loadEditPane(selectedRow());
     if (mySoundEventsTable) {

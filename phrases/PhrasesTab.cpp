@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PhrasesTab.h"
 
-#include "ui_PrintClippingsWindow.h"
+#include "PrintClippingsWindow.h"
 
 #include <sounds/SoundPanelAccessory.h>
 
@@ -26,9 +26,8 @@ PhrasesTab::PhrasesTab(SoundPanelAccessory& soundPanel, QWidget* parent)
 
 void PhrasesTab::makePrintWindow()
 {
-    auto* window = new QDialog(this);
-    Ui::PrintClippingsWindow form;
-    form.setupUi(window);
+    auto* window = new PrintClippingsWindow(this);
+    const Ui::PrintClippingsWindow& form = window->form();
     BYTableView* table = m_form.abbsTableView;
     table->printClippingsWindow = window;
     table->printClippingsTextView = form.printClippingsTextView;

@@ -8,6 +8,7 @@
 #include <launcher/BYlauncher.h>
 #include <pane/Interface.h>
 #include <phrases/BYTableView.h>
+#include <phrases/PrintClippingsWindow.h>
 #include <platform/controls/Matrix.h>
 #include <platform/controls/Slider.h>
 #include <platform/desktop/Bundle.h>
@@ -19,7 +20,6 @@
 #include <QAccessible>
 #include <QAction>
 #include <QComboBox>
-#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -239,7 +239,7 @@ private:
     static void usePhrases(TableView* events)
     {
         BYTableView table;
-        QDialog window;
+        PrintClippingsWindow window;
         table.mySoundEventsTable = events;
         table.printClippingsWindow = &window;
         table.awakeFromNib();

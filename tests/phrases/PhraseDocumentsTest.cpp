@@ -3,6 +3,7 @@
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
+#include <phrases/PrintClippingsWindow.h>
 
 #include <QAbstractItemView>
 #include <QDir>

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "PrintClippingsWindow.h"
+
+#include "PhraseListPrinter.h"
+
+#include <core/BYGlobals.h>
+#include <core/SharedNames.h>
+#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Workspace.h>
+#include <platform/panels/Alert.h>
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QPrintDialog>
+#include <QPrinter>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "blipsy.printing")
+
+/// A preview holds all its pages in memory; nobody looks at more of them.
+constexpr size_t previewedPages = 100;
+
+QString localized(const QString& text)
+{
+    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
+}
+
+QString documentName()
+{
+    return QFileInfo(BYGlobals::defaultFilePath()).completeBaseName();
+}
+
+PhraseListPrinter phrasesToPrint()
+{
+    QList<PhraseListPrinter::Row> rows;
+    if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
+        rows.reserve(phrases->size());
+        for (const PropertyList::Value& value : std::as_const(*phrases)) {
+            const PropertyList::DictionaryPointer entry = value.dictionary();
+            if (!entry) {
+                continue;
+            }
+            const QString application = entry->value(PhraseKey::app).textValue();
+            rows.append({entry->value(PhraseKey::phrase).textValue(),
+                application.isEmpty() ? QString() : Workspace::displayNameAtPath(application),
+                entry->value(PhraseKey::soundFilepath).textValue()});
+        }
+    }
+    return {documentName(), {localized(u"Phrase"_s), localized(u"Application"_s), localized(u"Sound"_s)},
+        localized(u"Page %1 of %2"_s), rows};
+}
+
+} // namespace
+
+PrintClippingsWindow::PrintClippingsWindow(QWidget* parent)
+    : QDialog(parent)
+{
+    m_form.setupUi(this);
+    connect(m_form.printClippingsTextView, &QPrintPreviewWidget::paintRequested, this,
+        [](QPrinter* printer) { phrasesToPrint().print(*printer, previewedPages); });
+    connect(m_form.printClippingsPrintButton, &QPushButton::clicked, this, &PrintClippingsWindow::print);
+    connect(m_form.printClippingsCancelButton, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void PrintClippingsWindow::present()
+{
+    show();
+    raise();
+    m_form.printClippingsTextView->updatePreview();
+}
+
+void PrintClippingsWindow::print()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(documentName());
+    QPrintDialog dialog(&printer, this);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    if (phrasesToPrint().print(printer)) {
+        accept();
+        return;
+    }
+    const QString target = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
+    qCWarning(log).noquote() << u"cannot print to %1"_s.arg(target);
+    Alert::runAlertPanel(this, localized(u"The phrases cannot be printed."_s),
+        localized(u"Choose another printer or file."_s), localized(u"OK"_s), {});
+}
