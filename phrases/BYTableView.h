@@ -2,7 +2,6 @@
 #pragma once
 
 #include "FileExistence.h"
-#include "Importers.h"
 #include "TypeAhead.h"
 
 #include <platform/bus/DistributedNotificationCenter.h>
@@ -19,6 +18,7 @@
 #include <optional>
 #include <vector>
 
+class DocumentCommands;
 class Matrix;
 class OpenPanel;
 class PrintClippingsWindow;
@@ -210,8 +210,7 @@ private:
 
     void observeNotifications();
     void loadIcons();
-    void useDefaultDocumentOnFirstStart();
-    void separateCommandsInPopUp();
+    void makeDocumentCommands();
 
     PropertyList::DictionaryPointer entryAt(int row) const;
     bool isMissing(const QString& soundPath);
@@ -221,7 +220,6 @@ private:
     void chooseApplication(const PropertyList::DictionaryPointer& entry);
     void askToClearApplication(const PropertyList::DictionaryPointer& entry);
 
-    int addRecentDocuments(QStringList& paths, const QString& current);
     void answer(const DistributedNotification& notification);
     void answerWaitingNotifications();
     PropertyList::DictionaryPointer upToDateEntry(const PropertyList::DictionaryPointer& entry);
@@ -249,13 +247,6 @@ private:
 
     void chooseSound(const PropertyList::DictionaryPointer& entry);
 
-    void createDocument();
-    void openFile();
-    void importFile(const QString& path, Importers::Source source);
-    Importers::Conversion convertShowingProgress(const QString& path, Importers::Source source);
-    void leaveDocument();
-    void forgetDocument(const QString& path);
-    void finishDocumentCommand();
 
     QIcon genericAppIcon;
     QIcon revealIcon;
@@ -266,6 +257,8 @@ private:
     TypeAhead m_typeAhead;
     FileExistence m_fileExistence;
     SoundChooser m_soundChooser;
+    /// Made by the set-up.
+    std::unique_ptr<DocumentCommands> m_documents;
     /// The holds on the rows, what the helper told meanwhile, and the hold of the cell being edited.
     int m_rowHolds = 0;
     std::vector<DistributedNotification> m_waitingNotifications;

@@ -8,8 +8,6 @@
 #include <platform/controls/Slider.h>
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QFileInfo>
 #include <QLabel>
 
 #include <algorithm>
@@ -22,7 +20,6 @@ using PropertyList::Value;
 
 namespace {
 
-constexpr int fixedItems = 4;
 constexpr int phraseColumn = 1;
 
 void selectCell(Matrix* matrix, int row, int column)
@@ -58,42 +55,6 @@ void BYTableView::updateSettingsFromPrefs()
     selectCell(iTunesAnnouncerPrefMatrix, 0, Settings::announcerPref.value());
     updateClippingsPopUpButton();
     updateVolumeSlider();
-}
-
-void BYTableView::updateClippingsPopUpButton()
-{
-    QComboBox* popUp = defaultClippingsFileNSPopUpButton;
-    if (!popUp) {
-        return;
-    }
-    const QString current = Settings::defaultFilePath.value();
-    int selected = 0;
-    if (std::optional<QStringList> paths = Settings::recentFiles.value()) {
-        while (popUp->count() > fixedItems) {
-            popUp->removeItem(popUp->count() - fixedItems - 1);
-        }
-        selected = addRecentDocuments(*paths, current);
-        Settings::recentFiles.store(paths);
-    }
-    popUp->setCurrentIndex(selected);
-    popUp->setToolTip(current);
-}
-
-// Newest first; paths without a file leave the list. Answers the item of the current document, or 0.
-int BYTableView::addRecentDocuments(QStringList& paths, const QString& current)
-{
-    QComboBox* popUp = defaultClippingsFileNSPopUpButton;
-    paths.removeIf([](const QString& path) { return !QFileInfo::exists(path); });
-    int selected = 0;
-    int item = 0;
-    for (auto path = paths.crbegin(); path != paths.crend(); ++path, ++item) {
-        popUp->insertItem(item, QFileInfo(*path).completeBaseName());
-        popUp->setItemData(item, *path, Qt::ToolTipRole);
-        if (*path == current) {
-            selected = item;
-        }
-    }
-    return selected;
 }
 
 void BYTableView::updateVolumeSlider()

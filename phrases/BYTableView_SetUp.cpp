@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "BYTableView.h"
 
+#include "DocumentCommands.h"
 #include "PhrasesModel.h"
-#include "RecentDocuments.h"
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/Workspace.h>
-#include <platform/panels/OpenPanel.h>
 #include <platform/richtext/TextView.h>
 #include <platform/sound/Sound.h>
 #include <sounds/RowButtons.h>
-
-#include <QComboBox>
 
 using namespace Qt::StringLiterals;
 
@@ -47,8 +44,8 @@ void BYTableView::awakeFromNib()
     observeNotifications();
     setModel(new PhrasesModel(*this));
     loadIcons();
-    separateCommandsInPopUp();
-    useDefaultDocumentOnFirstStart();
+    DocumentCommands::useDefaultOnFirstStart();
+    makeDocumentCommands();
     updateSettingsFromPrefs();
     BYGlobals::setSelectedClippingRowForEditing(selectedRow());
     reloadData();
@@ -80,24 +77,13 @@ void BYTableView::loadIcons()
     addIcon = icons.add;
 }
 
-// Designer knows no separators: the item without a title stands for one.
-void BYTableView::separateCommandsInPopUp()
+void BYTableView::makeDocumentCommands()
 {
-    QComboBox* popUp = defaultClippingsFileNSPopUpButton;
-    const int untitled = popUp ? popUp->findText(u""_s) : -1;
-    if (untitled >= 0) {
-        popUp->removeItem(untitled);
-        popUp->insertSeparator(untitled);
-    }
-}
-
-void BYTableView::useDefaultDocumentOnFirstStart()
-{
-    if (!BYGlobals::defaultFilePath().isEmpty()) {
-        return;
-    }
-    const QString path = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath() + u"/default.blipsy"_s;
-    BYGlobals::setDefaultFilePath(path);
-    Settings::defaultFilePath.store(path);
-    RecentDocuments::add(path);
+    m_documents = std::make_unique<DocumentCommands>(defaultClippingsFileNSPopUpButton);
+    connect(m_documents.get(), &DocumentCommands::leaving, this, [this] {
+        askAboutUnsavedText();
+        setEditPaneDirty(false);
+    });
+    connect(m_documents.get(), &DocumentCommands::chosen, this, &BYTableView::reloadDocument);
+    connect(m_documents.get(), &DocumentCommands::printRequested, this, [this] { showPrintClippingsWindow(this); });
 }

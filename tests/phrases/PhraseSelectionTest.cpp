@@ -4,6 +4,7 @@
 #include <core/BYGlobals.h>
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
+#include <phrases/RecentDocuments.h>
 
 #include <QLineEdit>
 #include <QTest>
@@ -95,6 +96,22 @@ private Q_SLOTS:
         gConfirmRemove = false;
         m_tab->table->removeRow(nullptr);
         verifyPaneShows(u"b"_s);
+    }
+
+    void unsavedTextGoesToTheDocumentThatIsLeft()
+    {
+        m_tab->writePhrases({phraseEntry(u"other"_s, u""_s)}, u"other.blipsy"_s);
+        RecentDocuments::add(m_tab->path(u"other.blipsy"_s));
+        m_tab->table->updateClippingsPopUpButton();
+        typeIntoPaneOf(0);
+        ModalDriver save(ModalDriver::click(u"Save"_s));
+        m_tab->popUp->setCurrentIndex(0);
+        Q_EMIT m_tab->popUp->activated(0);
+        QVERIFY(save.wasAnswered());
+        QCOMPARE(m_tab->table->numberOfRows(), 1);
+        verifyPaneShows({});
+        m_tab->table->useDocument(m_tab->path(u"test.blipsy"_s));
+        QCOMPARE(soundOf(u"a"_s), u"X/a.wav"_s);
     }
 
     void sortingKeepsPhraseAndUnsavedText()

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "PhrasesTabFixture.h"
+#include "DocumentFixture.h"
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
+#include <phrases/DocumentCommands.h>
+#include <phrases/DocumentsPopUpButton.h>
 #include <phrases/PrintClippingsWindow.h>
 
 #include <QAbstractItemView>
@@ -13,9 +15,11 @@
 #include <QProcess>
 #include <QProgressDialog>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <ModalDriver.h>
+#include <NotificationRecorder.h>
 #include <TypedStreamArchiver.h>
 #include <sys/resource.h>
 
@@ -24,10 +28,9 @@
 using namespace Qt::StringLiterals;
 
 using PropertyList::Dictionary;
-using PropertyList::DictionaryPointer;
 using PropertyList::Value;
 
-class PhraseDocumentsTest final : public QObject
+class DocumentCommandsTest final : public QObject
 {
     Q_OBJECT
 
@@ -35,37 +38,49 @@ private Q_SLOTS:
 
     void init()
     {
-        m_tab = std::make_unique<PhrasesTabFixture>(QList<Value>{phraseEntry(u"a"_s, u""_s)});
-        const DictionaryPointer root = PropertyList::Dictionary::create();
-        const PropertyList::ArrayPointer phrases = PropertyList::Array::create();
-        phrases->append(phraseEntry(u"other"_s, u""_s));
-        root->insert(DocumentKey::clippings, phrases);
-        m_tab->write(u"other.blipsy"_s, root);
-        Settings::recentFiles.store(
-            QStringList{m_tab->path(u"gone.blipsy"_s), m_tab->path(u"test.blipsy"_s), m_tab->path(u"other.blipsy"_s)});
-        m_tab->table->updateClippingsPopUpButton();
+        m_document = std::make_unique<DocumentFixture>(QList<Value>{phraseEntry(u"a"_s, u""_s)});
+        m_document->writePhrases({phraseEntry(u"other"_s, u""_s)}, u"other.blipsy"_s);
+        BYGlobals::setDefaultFilePath(m_document->path(u"test.blipsy"_s));
+        BYGlobals::fillArray();
+        Settings::recentFiles.store(QStringList{m_document->path(u"gone.blipsy"_s), m_document->path(u"test.blipsy"_s),
+            m_document->path(u"other.blipsy"_s)});
+        m_popUp = std::make_unique<DocumentsPopUpButton>();
+        m_commands = std::make_unique<DocumentCommands>(m_popUp.get());
+        connect(m_popUp.get(), &QComboBox::activated, m_commands.get(), &DocumentCommands::carryOutChosenItem);
+        connect(m_commands.get(), &DocumentCommands::chosen, &BYGlobals::fillArray);
+        m_commands->updatePopUp();
+        m_popUp->show();
+        m_popUp->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_popUp.get()));
     }
 
-    void cleanup() { m_tab.reset(); }
+    void cleanup()
+    {
+        m_commands.reset();
+        m_popUp.reset();
+    }
 
     void popUpListsTheNewestFirstAndForgetsWhatIsGone()
     {
         QCOMPARE(
             titles(), (QStringList{u"other"_s, u"test"_s, u""_s, u"Print…"_s, u"Open…"_s, u"New sounds document…"_s}));
-        QCOMPARE(m_tab->popUp->currentText(), u"test"_s);
-        QCOMPARE(m_tab->popUp->toolTip(), m_tab->path(u"test.blipsy"_s));
+        QCOMPARE(m_popUp->currentText(), u"test"_s);
+        QCOMPARE(m_popUp->toolTip(), m_document->path(u"test.blipsy"_s));
         QCOMPARE(Settings::recentFiles.value()->size(), 2);
     }
 
     void chosenDocumentIsTheOneInUse()
     {
+        NotificationRecorder recorder;
+        QString left;
+        connect(m_commands.get(), &DocumentCommands::leaving, this, [&left] { left = BYGlobals::defaultFilePath(); });
         choose(0);
-        QCOMPARE(m_tab->table->numberOfRows(), 1);
-        QVERIFY(m_tab->entryCalled(u"other"_s));
-        QCOMPARE(
-            BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(), m_tab->path(u"other.blipsy"_s));
-        QCOMPARE(m_tab->popUp->currentText(), u"other"_s);
-        QTRY_VERIFY(m_tab->recorder.names().contains(u"Preferences Changed"_s));
+        QCOMPARE(left, m_document->path(u"test.blipsy"_s));
+        QVERIFY(m_document->entryCalled(u"other"_s));
+        QCOMPARE(BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(),
+            m_document->path(u"other.blipsy"_s));
+        QCOMPARE(m_popUp->currentText(), u"other"_s);
+        QTRY_VERIFY(recorder.names().contains(u"Preferences Changed"_s));
     }
 
     void keysOpenThePopUpAndChooseInIt_data()
@@ -87,32 +102,32 @@ private Q_SLOTS:
     {
         QFETCH(const QList<Qt::Key>, keys);
         QFETCH(const bool, prints);
-        m_tab->popUp->setFocus();
-        const auto press = [this](Qt::Key key) { QTest::keyClick(m_tab->window->windowHandle(), key); };
+        const QSignalSpy printed(m_commands.get(), &DocumentCommands::printRequested);
+        const auto press = [this](Qt::Key key) { QTest::keyClick(m_popUp->windowHandle(), key); };
         for (const Qt::Key key : keys.first(keys.size() - 1)) {
             press(key);
-            QVERIFY(m_tab->popUp->view()->isVisible());
-            QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(u"test.blipsy"_s));
-            QVERIFY(!m_tab->table->printClippingsWindow->isVisible());
+            QVERIFY(m_popUp->view()->isVisible());
+            QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(u"test.blipsy"_s));
+            QVERIFY(printed.isEmpty());
         }
         press(keys.last());
-        QVERIFY(!m_tab->popUp->view()->isVisible());
-        QCOMPARE(m_tab->table->printClippingsWindow->isVisible(), prints);
+        QVERIFY(!m_popUp->view()->isVisible());
+        QCOMPARE(printed.size(), prints ? 1 : 0);
         QFETCH(const QString, document);
-        QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(document));
+        QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(document));
     }
 
     void wheelAndShortcutsLeaveTheClosedPopUpAlone()
     {
-        m_tab->popUp->setFocus();
-        QTest::keyClick(m_tab->window->windowHandle(), Qt::Key_P, Qt::AltModifier);
-        const QPointF point = m_tab->popUp->rect().center();
-        QWheelEvent wheel(point, m_tab->popUp->mapToGlobal(point), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-            Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(m_tab->popUp, &wheel);
-        QVERIFY(!m_tab->popUp->view()->isVisible());
-        QCOMPARE(m_tab->popUp->currentText(), u"test"_s);
-        QVERIFY(!m_tab->table->printClippingsWindow->isVisible());
+        const QSignalSpy printed(m_commands.get(), &DocumentCommands::printRequested);
+        QTest::keyClick(m_popUp->windowHandle(), Qt::Key_P, Qt::AltModifier);
+        const QPointF point = m_popUp->rect().center();
+        QWheelEvent wheel(
+            point, m_popUp->mapToGlobal(point), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_popUp.get(), &wheel);
+        QVERIFY(!m_popUp->view()->isVisible());
+        QCOMPARE(m_popUp->currentText(), u"test"_s);
+        QVERIFY(printed.isEmpty());
     }
 
     void commandForgetsAnyDocumentButTheOneInUse()
@@ -120,42 +135,29 @@ private Q_SLOTS:
         choose(1, Qt::ControlModifier);
         QCOMPARE(Settings::recentFiles.value()->size(), 2);
         choose(0, Qt::ControlModifier);
-        QCOMPARE(Settings::recentFiles.value(), QStringList{m_tab->path(u"test.blipsy"_s)});
-        QVERIFY(m_tab->entryCalled(u"a"_s));
-        QVERIFY(QFile::exists(m_tab->path(u"other.blipsy"_s)));
-    }
-
-    void unsavedTextGoesToTheDocumentThatIsLeft()
-    {
-        m_tab->table->selectRow_byExtendingSelection(0, false);
-        QTest::keyClick(m_tab->editPane, u'X');
-        ModalDriver save(ModalDriver::click(u"Save"_s));
-        m_tab->table->useDocument(m_tab->path(u"other.blipsy"_s));
-        QVERIFY(save.wasAnswered());
-        QCOMPARE(m_tab->table->selectedRow(), -1);
-        QVERIFY(!m_tab->editPane->isVisible());
-        m_tab->table->useDocument(m_tab->path(u"test.blipsy"_s));
-        QCOMPARE(m_tab->entry(0)->value(PhraseKey::soundFilepath).string(), u"X"_s);
+        QCOMPARE(Settings::recentFiles.value(), QStringList{m_document->path(u"test.blipsy"_s)});
+        QVERIFY(m_document->entryCalled(u"a"_s));
+        QVERIFY(QFile::exists(m_document->path(u"other.blipsy"_s)));
     }
 
     void newDocumentHasOnePhrase()
     {
-        ModalDriver name(nameFile(m_tab->path(u"mine.Blipsy"_s)));
-        choose(m_tab->popUp->count() - 1);
+        ModalDriver name(nameFile(m_document->path(u"mine.Blipsy"_s)));
+        choose(m_popUp->count() - 1);
         QVERIFY(name.wasAnswered());
-        QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(u"mine.Blipsy.Blipsy"_s));
-        QCOMPARE(phrasesIn(m_tab->storedPhrases()), QStringList{u"newPhrase"_s});
-        QCOMPARE(m_tab->popUp->itemText(0), u"mine.Blipsy"_s);
+        QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(u"mine.Blipsy.Blipsy"_s));
+        QCOMPARE(phrasesIn(m_document->storedPhrases()), QStringList{u"newPhrase"_s});
+        QCOMPARE(m_popUp->itemText(0), u"mine.Blipsy"_s);
     }
 
     void cancelledPanelsChangeNothing()
     {
-        for (const int item : {m_tab->popUp->count() - 1, m_tab->popUp->count() - 2}) {
+        for (const int item : {m_popUp->count() - 1, m_popUp->count() - 2}) {
             ModalDriver cancel([](QWidget* modal) { QTest::keyClick(modal, Qt::Key_Escape); });
             choose(item);
             QVERIFY(cancel.wasAnswered());
-            QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(u"test.blipsy"_s));
-            QCOMPARE(m_tab->popUp->currentText(), u"test"_s);
+            QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(u"test.blipsy"_s));
+            QCOMPARE(m_popUp->currentText(), u"test"_s);
         }
     }
 
@@ -163,8 +165,8 @@ private Q_SLOTS:
     {
         writeSource(u"entries"_s, Dictionary::create({{u"abbr"_s, u"brb"_s}}), 1);
         importAs(u"imported"_s);
-        QCOMPARE(phrasesIn(m_tab->storedPhrases()), QStringList{u"brb"_s});
-        QCOMPARE(m_tab->popUp->currentText(), u"imported"_s);
+        QCOMPARE(phrasesIn(m_document->storedPhrases()), QStringList{u"brb"_s});
+        QCOMPARE(m_popUp->currentText(), u"imported"_s);
         QVERIFY(!BYGlobals::soundsPrefsArray());
     }
 
@@ -174,9 +176,9 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot import .*words.xml: .*no list"_s));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot read document .*imported"_s));
         importAs(u"imported"_s);
-        QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(u"imported.Blipsy"_s));
+        QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(u"imported.Blipsy"_s));
         QVERIFY(!QFile::exists(BYGlobals::defaultFilePath()));
-        QCOMPARE(m_tab->table->numberOfRows(), 0);
+        QVERIFY(!BYGlobals::clippingsArray());
     }
 
     void cancelledImportChangesNothing()
@@ -201,17 +203,17 @@ private Q_SLOTS:
         QVERIFY(cancel && cancel->wasAnswered());
         QVERIFY(done > 0 && done < 50'000);
         QCOMPARE(filesInFolder(), before);
-        QCOMPARE(BYGlobals::defaultFilePath(), m_tab->path(u"test.blipsy"_s));
+        QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(u"test.blipsy"_s));
         QCOMPARE(
             BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(), BYGlobals::defaultFilePath());
         QCOMPARE(Settings::recentFiles.value()->size(), 2);
-        QVERIFY(m_tab->entryCalled(u"a"_s));
+        QVERIFY(m_document->entryCalled(u"a"_s));
     }
 
     void fullDiskLeavesWhatIsThere()
     {
         writeSource(u"entries"_s, Dictionary::create({{u"exp"_s, QString(1'000, u'x')}}), 100);
-        QVERIFY(QFile::copy(m_tab->path(u"other.blipsy"_s), m_tab->path(u"taken.Blipsy"_s)));
+        QVERIFY(QFile::copy(m_document->path(u"other.blipsy"_s), m_document->path(u"taken.Blipsy"_s)));
         const QStringList before = filesInFolder();
         rlimit limit{};
         getrlimit(RLIMIT_FSIZE, &limit);
@@ -226,31 +228,32 @@ private Q_SLOTS:
         setrlimit(RLIMIT_FSIZE, &limit);
         QVERIFY(replace && replace->wasAnswered());
         QCOMPARE(filesInFolder(), before);
-        QCOMPARE(phrasesIn(m_tab->storedPhrases()), QStringList{u"other"_s});
-        QVERIFY(m_tab->entryCalled(u"other"_s));
+        QCOMPARE(phrasesIn(m_document->storedPhrases()), QStringList{u"other"_s});
+        QVERIFY(m_document->entryCalled(u"other"_s));
     }
 
     void printedListIsTheOneOfThePreview()
     {
-        const PropertyList::ArrayPointer phrases = PropertyList::Array::create();
+        QList<Value> phrases;
         for (int number = 0; number < 200; ++number) {
-            phrases->append(phraseEntry(u"phrase %1 "_s.arg(number), QString(number % 50 == 0 ? 9'000 : 10, u'x'),
-                number == 7 ? m_tab->path(u"Fine Editor.app"_s) : QString()));
+            phrases.append(phraseEntry(u"phrase %1 "_s.arg(number), QString(number % 50 == 0 ? 9'000 : 10, u'x'),
+                number == 7 ? m_document->path(u"Fine Editor.app"_s) : QString()));
         }
-        m_tab->write(u"large.blipsy"_s, Dictionary::create({{DocumentKey::clippings, phrases}}));
-        m_tab->table->useDocument(m_tab->path(u"large.blipsy"_s));
-        m_tab->table->showPrintClippingsWindow(nullptr);
-        const int pages = m_tab->table->printClippingsTextView->pageCount();
+        m_document->writePhrases(phrases, u"large.blipsy"_s);
+        m_commands->use(m_document->path(u"large.blipsy"_s));
+        PrintClippingsWindow window;
+        window.present();
+        const int pages = window.form().printClippingsTextView->pageCount();
         QVERIFY2(pages >= 8 && pages < 20, QByteArray::number(pages).constData());
 
-        const QString file = m_tab->path(u"list.pdf"_s);
+        const QString file = m_document->path(u"list.pdf"_s);
         ModalDriver print([&file](QWidget* modal) {
             modal->findChild<QLineEdit*>(u"filename"_s)->setText(file);
             ModalDriver::click(u"Print"_s)(modal);
         });
-        m_tab->table->printClippingsPrintButton->click();
+        window.form().printClippingsPrintButton->click();
         QVERIFY(print.wasAnswered());
-        QVERIFY(!m_tab->table->printClippingsWindow->isVisible());
+        QVERIFY(!window.isVisible());
         QProcess reader;
         reader.start(u"pdftotext"_s, {u"-layout"_s, file, u"-"_s});
         QVERIFY(reader.waitForFinished());
@@ -272,8 +275,8 @@ private:
     QStringList titles() const
     {
         QStringList titles;
-        for (int item = 0; item < m_tab->popUp->count(); ++item) {
-            titles.append(m_tab->popUp->itemText(item));
+        for (int item = 0; item < m_popUp->count(); ++item) {
+            titles.append(m_popUp->itemText(item));
         }
         return titles;
     }
@@ -281,8 +284,8 @@ private:
     /// Opens the pop-up and clicks an item.
     void choose(int item, Qt::KeyboardModifiers modifiers = {})
     {
-        m_tab->popUp->showPopup();
-        QAbstractItemView* view = m_tab->popUp->view();
+        m_popUp->showPopup();
+        QAbstractItemView* view = m_popUp->view();
         const QModelIndex index = view->model()->index(item, 0);
         view->setCurrentIndex(index);
         view->scrollTo(index);
@@ -296,7 +299,7 @@ private:
         for (int i = 0; i < count; ++i) {
             items->append(item);
         }
-        m_tab->write(name, Dictionary::create({{list, items}}));
+        m_document->write(name, Dictionary::create({{list, items}}));
     }
 
     /// Opens @p source and imports it under the name @p name; @p then runs when that name has been typed.
@@ -307,17 +310,17 @@ private:
         ModalDriver open([&](QWidget* modal) {
             saveAs = std::make_unique<ModalDriver>([&](QWidget* panel) {
                 then();
-                nameFile(m_tab->path(name))(panel);
+                nameFile(m_document->path(name))(panel);
             });
-            nameFile(m_tab->path(source))(modal);
+            nameFile(m_document->path(source))(modal);
         });
-        choose(m_tab->popUp->count() - 2);
+        choose(m_popUp->count() - 2);
         QVERIFY(saveAs && saveAs->wasAnswered());
     }
 
     QStringList filesInFolder() const
     {
-        return QDir(m_tab->m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(m_document->m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
     static ModalDriver::Act nameFile(const QString& path)
@@ -330,8 +333,10 @@ private:
         };
     }
 
-    std::unique_ptr<PhrasesTabFixture> m_tab;
+    std::unique_ptr<DocumentFixture> m_document;
+    std::unique_ptr<QComboBox> m_popUp;
+    std::unique_ptr<DocumentCommands> m_commands;
 };
 
-QTEST_MAIN(PhraseDocumentsTest)
-#include "PhraseDocumentsTest.moc"
+QTEST_MAIN(DocumentCommandsTest)
+#include "DocumentCommandsTest.moc"
