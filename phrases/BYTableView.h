@@ -2,21 +2,19 @@
 #pragma once
 
 #include "FileExistence.h"
+#include "HelperListener.h"
 #include "TypeAhead.h"
 
-#include <platform/bus/DistributedNotificationCenter.h>
 #include <platform/plist/PropertyList.h>
 #include <platform/table/TableView.h>
 #include <sounds/SoundChooser.h>
 
 #include <QIcon>
 #include <QString>
-#include <QStringList>
 
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 class DocumentCommands;
 class Matrix;
@@ -117,9 +115,7 @@ public:
     void updateVolumeSlider();
     /// Selects and shows the first phrase that is exactly @p phrase; nothing changes when there is none.
     void scrollToAbb(const QString& phrase);
-    /// Answers a notification with the helper's object, this pane's own included. While a question about a row is open
-    /// or a cell's text is being changed, those that would move rows wait. Rows that another pane has added or removed
-    /// are in its document, not in this one: it finishes them itself.
+    /// Answers a notification with the helper's object, this pane's own included.
     void prefsChanged(const DistributedNotification& notification);
     /// @}
 
@@ -193,20 +189,10 @@ public:
     /// @}
 
 private:
-    /// Rows keep their numbers as long as this lives (a question about a row is open, its text is being typed):
-    /// notifications that would move rows wait.
-    class RowHold final
-    {
-    public:
-        explicit RowHold(BYTableView& table);
-        ~RowHold();
-        Q_DISABLE_COPY_MOVE(RowHold)
-
-    private:
-        BYTableView& m_table;
-    };
+    using RowHold = HelperListener::RowHold;
 
     static QString localized(const QString& text);
+    static void selectCell(Matrix* matrix, int row, int column);
 
     void observeNotifications();
     void loadIcons();
@@ -220,15 +206,10 @@ private:
     void chooseApplication(const PropertyList::DictionaryPointer& entry);
     void askToClearApplication(const PropertyList::DictionaryPointer& entry);
 
-    void answer(const DistributedNotification& notification);
-    void answerWaitingNotifications();
-    PropertyList::DictionaryPointer upToDateEntry(const PropertyList::DictionaryPointer& entry);
-    void showRowAddedViaMenu(const QString& phrase);
     void editNewRow();
 
-    void announceRowChange(const QString& name);
     bool confirmRemoval();
-    void reloadDocument();
+    void reloadDocument(const std::function<void()>& load);
     void reloadFollowingSelection(const std::function<void()>& change);
     void reloadInPreferredOrder(const std::function<void()>& change);
     void clearEditPane();
@@ -247,7 +228,6 @@ private:
 
     void chooseSound(const PropertyList::DictionaryPointer& entry);
 
-
     QIcon genericAppIcon;
     QIcon revealIcon;
     QIcon playIcon;
@@ -259,12 +239,9 @@ private:
     SoundChooser m_soundChooser;
     /// Made by the set-up.
     std::unique_ptr<DocumentCommands> m_documents;
-    /// The holds on the rows, what the helper told meanwhile, and the hold of the cell being edited.
-    int m_rowHolds = 0;
-    std::vector<DistributedNotification> m_waitingNotifications;
+    HelperListener m_listener;
+    /// That of the cell being edited.
     std::optional<RowHold> m_editingHold;
-    /// What this pane has added and removed, by the name of the notification that has not come back yet.
-    QStringList m_unfinishedRowChanges;
     /// The table follows a phrase to its new row: it is no other phrase, so there is nothing to ask or to load.
     bool m_isFollowingSelection = false;
 };

@@ -6,7 +6,7 @@
 
 void BYTableView::openDoc(QObject*)
 {
-    const RowHold hold(*this);
+    const RowHold hold(m_listener);
     m_documents->carryOutChosenItem();
     updateVolumeSlider();
 }

@@ -27,7 +27,7 @@ void BYTableView::tableView_setObjectValue_forTableColumn_row(
     } else if (column == PhraseKey::app) {
         setOrClearApplication(entry);
     } else if (column != RowButtons::trashColumn) {
-        storeText(upToDateEntry(entry), column, value.toString());
+        storeText(m_listener.upToDateEntry(entry), column, value.toString());
     }
 }
 
@@ -67,12 +67,12 @@ void BYTableView::setOrClearApplication(const DictionaryPointer& entry)
 
 void BYTableView::chooseApplication(const DictionaryPointer& entry)
 {
-    const RowHold hold(*this);
+    const RowHold hold(m_listener);
     OpenPanel panel(window());
     panel.setAllowsMultipleSelection(false);
     const QStringList types{u"app"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
     const int result = panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types);
-    const DictionaryPointer asked = upToDateEntry(entry);
+    const DictionaryPointer asked = m_listener.upToDateEntry(entry);
     if (result == okButton && asked && !panel.filenames().isEmpty()) {
         Phrase(asked).setApp(panel.filenames().constFirst());
     }
@@ -81,7 +81,7 @@ void BYTableView::chooseApplication(const DictionaryPointer& entry)
 
 void BYTableView::askToClearApplication(const DictionaryPointer& entry)
 {
-    const RowHold hold(*this);
+    const RowHold hold(m_listener);
     Alert::beep();
     const QString name = QFileInfo(entry->value(PhraseKey::app).textValue()).completeBaseName();
     const QString message = localized(u"This abbreviation is associated with '"_s) + name +
@@ -89,7 +89,7 @@ void BYTableView::askToClearApplication(const DictionaryPointer& entry)
                             localized(u"\nDo you wish to clear the association?"_s);
     const int result =
         Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Clear"_s), localized(u"Cancel"_s));
-    const DictionaryPointer asked = upToDateEntry(entry);
+    const DictionaryPointer asked = m_listener.upToDateEntry(entry);
     if (result == Alert::defaultReturn && asked) {
         Phrase(asked).clearApp();
         Changes::saveDocument({});
@@ -101,7 +101,7 @@ bool BYTableView::textShouldBeginEditing(QWidget* fieldEditor)
     BYGlobals::sendNotification(NotificationName::turnExpansionOff);
     const bool shouldBegin = TableView::textShouldBeginEditing(fieldEditor);
     if (shouldBegin) {
-        m_editingHold.emplace(*this);
+        m_editingHold.emplace(m_listener);
     }
     return shouldBegin;
 }

@@ -41,7 +41,7 @@ void BYTableView::addRow(QObject*)
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
         phrases->append(entry);
     }
-    announceRowChange(NotificationName::newRowAdded);
+    m_listener.announceAddition(entry);
 }
 
 void BYTableView::removeRow(QObject*)
@@ -60,7 +60,7 @@ void BYTableView::removeRow(QObject*)
         return;
     }
     if (entry) {
-        row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), upToDateEntry(entry));
+        row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), m_listener.upToDateEntry(entry));
     }
     // Text that was not saved goes with its phrase: there is nothing left to ask about.
     setEditPaneDirty(false);
@@ -70,7 +70,7 @@ void BYTableView::removeRow(QObject*)
     }
     noteNumberOfRowsChanged();
     reloadData();
-    announceRowChange(NotificationName::rowRemoved);
+    m_listener.announceRemoval();
     clearEditPane();
     const int rowBefore = std::max(row - 1, -1);
     BYGlobals::setSelectedClippingRowForEditing(rowBefore);
@@ -79,16 +79,9 @@ void BYTableView::removeRow(QObject*)
     gConfirmRemove = true;
 }
 
-// The change is finished when the notification comes back.
-void BYTableView::announceRowChange(const QString& name)
-{
-    m_unfinishedRowChanges.append(name);
-    BYGlobals::sendNotification(name);
-}
-
 bool BYTableView::confirmRemoval()
 {
-    const RowHold hold(*this);
+    const RowHold hold(m_listener);
     return RemovalQuestion::confirm(window(),
         localized(u"Are you sure you wish to remove this phrase?\nYou will not be able to undo this operation."_s));
 }
@@ -105,12 +98,12 @@ void BYTableView::tableView_sortDescriptorsDidChange(TableView* table)
 
 // Both lists are new ones: the events table shows every event again, whatever its search field still holds, which is
 // meant. The selected event keeps its place in the document, not its row.
-void BYTableView::reloadDocument()
+void BYTableView::reloadDocument(const std::function<void()>& load)
 {
     const int eventRow = mySoundEventsTable ? mySoundEventsTable->selectedRow() : -1;
     const int event = PhraseList::rowOfEntry(
         BYGlobals::soundsPrefsArray(), PhraseList::entryAt(BYGlobals::soundsPrefsArrayFiltered(), eventRow));
-    reloadInPreferredOrder(&BYGlobals::fillArray);
+    reloadInPreferredOrder(load);
     if (mySoundEventsTable) {
         mySoundEventsTable->reloadData();
         mySoundEventsTable->selectRow_byExtendingSelection(

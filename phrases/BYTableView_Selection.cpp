@@ -59,13 +59,14 @@ void BYTableView::askAboutUnsavedText()
         return;
     }
     qCInfo(log).noquote() << u"do you wish to remove? "_s;
-    const RowHold hold(*this);
+    const RowHold hold(m_listener);
     const QString message = localized(u"Do you wish to save the changes you made to '"_s) +
                             entry->value(PhraseKey::phrase).textValue() + localized(u"'?"_s);
     const int result = Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Save"_s),
         localized(u"Discard"_s), Alert::Dismissal::IsRefused);
     std::fprintf(stderr, "NSRunAlertPanel result = %d.\n", result);
-    const DictionaryPointer edited = result == Alert::defaultReturn ? upToDateEntry(entry) : DictionaryPointer();
+    const DictionaryPointer edited =
+        result == Alert::defaultReturn ? m_listener.upToDateEntry(entry) : DictionaryPointer();
     if (edited) {
         saveEditedText(edited);
     }

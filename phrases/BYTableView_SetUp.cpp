@@ -16,6 +16,13 @@ using namespace Qt::StringLiterals;
 
 BYTableView::BYTableView(QWidget* parent)
     : TableView(parent)
+    , m_listener({
+          .reloadDocument = [this](const std::function<void()>& load) { reloadDocument(load); },
+          .showPhrase = [this](const QString& phrase) { scrollToAbb(phrase); },
+          .editNewRow = [this] { editNewRow(); },
+          .keepRich = [this] { selectCell(plainOrRichRadioButton, 0, 1); },
+          .showHelperOff = [this] { selectCell(onOffRadioButton, 0, 1); },
+      })
 {
 }
 
@@ -84,6 +91,6 @@ void BYTableView::makeDocumentCommands()
         askAboutUnsavedText();
         setEditPaneDirty(false);
     });
-    connect(m_documents.get(), &DocumentCommands::chosen, this, &BYTableView::reloadDocument);
+    connect(m_documents.get(), &DocumentCommands::chosen, this, [this] { reloadDocument(&BYGlobals::fillArray); });
     connect(m_documents.get(), &DocumentCommands::printRequested, this, [this] { showPrintClippingsWindow(this); });
 }

@@ -37,11 +37,11 @@ void BYTableView::handleAssignSoundDialog_row(QObject*, int row)
 
 void BYTableView::chooseSound(const DictionaryPointer& entry)
 {
-    const RowHold hold(*this);
+    const RowHold hold(m_listener);
     OpenPanel panel(window());
     prepareOpenPanel(&panel);
     const std::optional<QString> path = m_soundChooser.run(Phrase(entry).phrase());
-    const DictionaryPointer asked = upToDateEntry(entry);
+    const DictionaryPointer asked = m_listener.upToDateEntry(entry);
     if (path && asked) {
         Phrase(asked).setSoundFilepath(*path);
         Changes::saveDocument();

@@ -33,6 +33,7 @@ const QLatin1StringView documentSuffix(".Blipsy");
 
 /// What an item of the pop-up is, under itemRole. A document's path is its tool tip.
 enum Item { Document = 1, Print, Open, Create };
+
 constexpr int itemRole = Qt::UserRole;
 
 /// The user is asked once a conversion has taken this long.

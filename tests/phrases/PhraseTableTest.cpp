@@ -181,26 +181,6 @@ private Q_SLOTS:
         QVERIFY(m_tab->table->isEditing());
     }
 
-    void rowsOfAnotherPaneAreItsOwnToFinish_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("added") << u"NewRowAdded"_s;
-        QTest::newRow("removed") << u"RowRemoved"_s;
-    }
-
-    void rowsOfAnotherPaneAreItsOwnToFinish()
-    {
-        QFETCH(QString, name);
-        m_tab->table->selectRow_byExtendingSelection(0, false);
-        const auto newer = PropertyList::Array::create({phraseEntry(u"of the other pane"_s, u""_s)});
-        m_tab->write(u"test.blipsy"_s, PropertyList::Dictionary::create({{DocumentKey::clippings, newer}}));
-        BYGlobals::sendNotification(name);
-        m_tab->settle();
-        QCOMPARE(phrasesIn(m_tab->storedPhrases()), QStringList{u"of the other pane"_s});
-        QVERIFY(!m_tab->table->isEditing());
-        QCOMPARE(m_tab->recorder.names().count(NotificationName::refreshMenu), 1);
-    }
-
     void removalAsksUnlessCommandDelete()
     {
         m_tab->table->selectRow_byExtendingSelection(rowOf(u"Banana"_s), false);
@@ -241,26 +221,6 @@ private Q_SLOTS:
         m_tab->table->removeRow(nullptr);
         m_tab->table->addRow(nullptr);
         QCOMPARE(BYGlobals::clippingsArray()->size(), 4);
-    }
-
-    void onlySomeNotificationsAreAnswered_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("answers");
-        QTest::newRow("settings") << u"Preferences Changed"_s << 1;
-        QTest::newRow("an unknown one") << u"Whatever"_s << 1;
-        QTest::newRow("the answer itself") << u"RefreshMenu"_s << 0;
-        QTest::newRow("accessibility is off") << u"AXApiIsOff"_s << 0;
-    }
-
-    void onlySomeNotificationsAreAnswered()
-    {
-        QFETCH(QString, name);
-        QFETCH(int, answers);
-        BYGlobals::sendNotification(name);
-        m_tab->settle();
-        const int own = name == NotificationName::refreshMenu ? 1 : 0;
-        QCOMPARE(m_tab->recorder.names().count(NotificationName::refreshMenu), answers + own);
     }
 
     void helperMovesControlsAndRows()
