@@ -16,6 +16,7 @@
 #include <platform/richtext/TextView.h>
 #include <platform/storage/Preferences.h>
 #include <platform/table/TableView.h>
+#include <texts/EditSession.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -77,8 +78,9 @@ QFont mailFont()
 
 } // namespace
 
-BYEditPaneController::BYEditPaneController(QObject* parent)
+BYEditPaneController::BYEditPaneController(EditSession& session, QObject* parent)
     : QObject(parent)
+    , m_session(session)
 {
 }
 
@@ -230,24 +232,14 @@ void BYEditPaneController::saveEditedAbb(QObject* /*sender*/)
     if (editPane == nullptr || !phrase) {
         return;
     }
-    phrase.setRtfd(isRichChosen() ? std::optional(editPane->RTFDFromAll()) : std::nullopt);
-    phrase.setPlainText(editPane->string());
-    BYGlobals::setEditEntryPaneTextIsDirty(false);
-    enable(saveEditedAbbButton, false);
+    m_session.saveByButton(phrase);
     Changes::saveDocument({NotificationName::preferencesChanged});
     abbsTableView->reloadData();
 }
 
-// Without the choice the text is stored as it is.
-bool BYEditPaneController::isRichChosen() const
-{
-    return plainOrRichRadioButton != nullptr ? Matrix::tagOf(plainOrRichRadioButton->selectedCell()) == richTag
-                                             : editPane->isRichText();
-}
-
 void BYEditPaneController::plainOrRich(Matrix* sender)
 {
-    enable(saveEditedAbbButton, true);
+    m_session.offerSave();
     if (editPane == nullptr) {
         return;
     }
@@ -287,7 +279,7 @@ void BYEditPaneController::makePlain()
         return;
     }
     QString text = editPane->string();
-    BYGlobals::setEditEntryPaneTextIsDirty(true);
+    m_session.setDirty(true);
     showPlainAttributes();
     editPane->setString(text.remove(QChar(QChar::ObjectReplacementCharacter)));
 }
@@ -307,5 +299,5 @@ void BYEditPaneController::makeRich()
     editPane->setRichText(true);
     editPane->setImportsGraphics(true);
     editPane->setFontOfAll(mailFont());
-    BYGlobals::setEditEntryPaneTextIsDirty(true);
+    m_session.setDirty(true);
 }

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QObject>
 
+class EditSession;
 class Matrix;
 class PhraseReferences;
 class PullDownButton;
@@ -15,15 +16,15 @@ class TableView;
 class TextView;
 
 /// The controller of the pane below the phrase table: it inserts dates, markers and references to other phrases,
-/// switches between plain and rich text, and saves the text. The table itself loads the selected phrase into the text
-/// view.
+/// switches between plain and rich text, and has the session save the text.
 class BYEditPaneController final : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(BYEditPaneController)
 
 public:
-    explicit BYEditPaneController(QObject* parent = nullptr);
+    /// @p session belongs to the pane and outlives the controller.
+    explicit BYEditPaneController(EditSession& session, QObject* parent = nullptr);
 
     /// @name Outlets
     /// Set before awakeFromNib(); owned by the window. The two menus are made here where they are not set. Any other
@@ -61,11 +62,11 @@ private:
     void connectMenus();
     void connectItems(const QMenu& menu);
     void insert(const QString& text);
-    bool isRichChosen() const;
     void showPlainAttributes();
     void makePlain();
     void makeRich();
 
+    EditSession& m_session;
     QDateTime m_setUp;
     PhraseReferences* m_references = nullptr;
 };

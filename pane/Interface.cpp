@@ -127,6 +127,7 @@ void Interface::connectTable()
     table.editEntryPane = editPane.editEntryPane;
     table.dateTimePopUpButton = editPane.dateTimePopUpButton;
     table.textFormattingPopUpButton = editPane.textFormattingPopUpButton;
+    table.setEditSession(m_editPane->session());
     const SoundEventsController& events = m_events->controller();
     table.myVolumeSlider = events.myVolumeSlider;
     table.myVolumeSliderLabel = events.myVolumeSliderLabel;

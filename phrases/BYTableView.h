@@ -17,6 +17,7 @@
 #include <optional>
 
 class DocumentCommands;
+class EditSession;
 class Matrix;
 class OpenPanel;
 class PrintClippingsWindow;
@@ -80,6 +81,10 @@ public:
     QPushButton* printClippingsPrintButton = nullptr;
     QPushButton* printClippingsCancelButton = nullptr;
     /// @}
+
+    /// The text of the selected phrase is edited in @p session, which outlives the table's use. Without one it is not
+    /// shown.
+    void setEditSession(EditSession& session);
 
     /// One-time set-up, once the outlets are connected. Does not rely on another controller's having run.
     void awakeFromNib();
@@ -212,19 +217,12 @@ private:
     void reloadDocument(const std::function<void()>& load);
     void reloadFollowingSelection(const std::function<void()>& change);
     void reloadInPreferredOrder(const std::function<void()>& change);
-    void clearEditPane();
     bool selectPhraseStartingWithTypedKeys();
-    void editSelectedPhrase();
     void copySound();
     void pasteSound();
 
     void askAboutUnsavedText();
-    void saveEditedText(const PropertyList::DictionaryPointer& entry);
     void loadEditPane(int row);
-    void loadText(const PropertyList::Dictionary& entry);
-    void showEditPane(bool visible);
-    void setEditPaneDirty(bool dirty);
-    bool isRichSelected() const;
 
     void chooseSound(const PropertyList::DictionaryPointer& entry);
 
@@ -240,6 +238,7 @@ private:
     /// Made by the set-up.
     std::unique_ptr<DocumentCommands> m_documents;
     HelperListener m_listener;
+    EditSession* m_editSession;
     /// That of the cell being edited.
     std::optional<RowHold> m_editingHold;
     /// The table follows a phrase to its new row: it is no other phrase, so there is nothing to ask or to load.

@@ -7,6 +7,7 @@
 #include <core/SharedNames.h>
 #include <platform/desktop/Bundle.h>
 #include <sounds/RemovalQuestion.h>
+#include <texts/EditSession.h>
 
 #include <QLoggingCategory>
 #include <QScopedValueRollback>
@@ -63,7 +64,7 @@ void BYTableView::removeRow(QObject*)
         row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), m_listener.upToDateEntry(entry));
     }
     // Text that was not saved goes with its phrase: there is nothing left to ask about.
-    setEditPaneDirty(false);
+    m_editSession->setDirty(false);
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
         phrases && row >= 0 && row < phrases->size()) {
         phrases->removeAt(row);
@@ -71,7 +72,7 @@ void BYTableView::removeRow(QObject*)
     noteNumberOfRowsChanged();
     reloadData();
     m_listener.announceRemoval();
-    clearEditPane();
+    m_editSession->clear();
     const int rowBefore = std::max(row - 1, -1);
     BYGlobals::setSelectedClippingRowForEditing(rowBefore);
     selectRow_byExtendingSelection(rowBefore, false);
@@ -136,10 +137,10 @@ void BYTableView::reloadFollowingSelection(const std::function<void()>& change)
         selectRow_byExtendingSelection(row, false);
     }
     BYGlobals::setSelectedClippingRowForEditing(row);
-    if (row == -1 && BYGlobals::editEntryPaneTextIsDirty()) {
+    if (row == -1 && m_editSession->isDirty()) {
         qCWarning(log).noquote() << u"unsaved text dropped: its phrase is no longer in the document"_s;
     }
-    const bool holdsUnsavedText = row >= 0 && BYGlobals::editEntryPaneTextIsDirty();
+    const bool holdsUnsavedText = row >= 0 && m_editSession->isDirty();
     if (!isSameEntry && !holdsUnsavedText) {
         loadEditPane(row);
     }

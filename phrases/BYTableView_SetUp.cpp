@@ -11,6 +11,7 @@
 #include <platform/richtext/TextView.h>
 #include <platform/sound/Sound.h>
 #include <sounds/RowButtons.h>
+#include <texts/EditSession.h>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +24,7 @@ BYTableView::BYTableView(QWidget* parent)
           .keepRich = [this] { selectCell(plainOrRichRadioButton, 0, 1); },
           .showHelperOff = [this] { selectCell(onOffRadioButton, 0, 1); },
       })
+    , m_editSession(new EditSession({}, this))
 {
 }
 
@@ -89,7 +91,7 @@ void BYTableView::makeDocumentCommands()
     m_documents = std::make_unique<DocumentCommands>(defaultClippingsFileNSPopUpButton);
     connect(m_documents.get(), &DocumentCommands::leaving, this, [this] {
         askAboutUnsavedText();
-        setEditPaneDirty(false);
+        m_editSession->setDirty(false);
     });
     connect(m_documents.get(), &DocumentCommands::chosen, this, [this] { reloadDocument(&BYGlobals::fillArray); });
     connect(m_documents.get(), &DocumentCommands::printRequested, this, [this] { showPrintClippingsWindow(this); });

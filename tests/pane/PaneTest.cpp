@@ -15,6 +15,7 @@
 #include <platform/panels/Alert.h>
 #include <platform/richtext/TextView.h>
 #include <prefs/BYController.h>
+#include <texts/EditSession.h>
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -290,11 +291,13 @@ private:
 
     static void useEditPane(TableView* table)
     {
-        BYEditPaneController controller;
-        controller.abbsTableView = table;
-        controller.awakeFromNib();
         Matrix choice;
-        const auto act = [&] {
+        const auto act = [&](TextView* editPane) {
+            EditSession session({.text = editPane});
+            BYEditPaneController controller(session);
+            controller.abbsTableView = table;
+            controller.editPane = editPane;
+            controller.awakeFromNib();
             QAction item;
             controller.enterDateTimeSyntax(&item);
             controller.clippingMenuItemSelected(&item);
@@ -302,10 +305,9 @@ private:
             controller.plainOrRich(&choice);
             controller.alertDidEnd_returnCode_contextInfo(nullptr, Alert::firstButtonReturn, nullptr);
         };
-        act();
+        act(nullptr);
         TextView editPane;
-        controller.editPane = &editPane;
-        act();
+        act(&editPane);
     }
 
     static void useOptions(TableView*)

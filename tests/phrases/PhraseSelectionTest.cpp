@@ -207,20 +207,6 @@ private Q_SLOTS:
         verifyPaneShows(u"aa"_s);
     }
 
-    void savedPlainTextLosesItsFormatting()
-    {
-        m_tab->entry(1)->insert(PhraseKey::rtfd, m_tab->editPane->RTFDFromAll());
-        m_tab->table->selectRow_byExtendingSelection(1, false);
-        QCOMPARE(m_tab->table->plainOrRichRadioButton->selectedColumn(), 1);
-        QVERIFY(m_tab->editPane->isRichText());
-        m_tab->editPane->setRichText(false);
-        BYGlobals::setEditEntryPaneTextIsDirty(true);
-        ModalDriver driver(ModalDriver::click(u"Save"_s));
-        m_tab->table->selectRow_byExtendingSelection(0, false);
-        QVERIFY(driver.wasAnswered());
-        QVERIFY(!PhraseList::entryAt(m_tab->storedPhrases(), 1)->contains(PhraseKey::rtfd));
-    }
-
 private:
     using Meanwhile = std::function<void()>;
 

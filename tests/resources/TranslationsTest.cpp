@@ -62,8 +62,9 @@ private Q_SLOTS:
     void everyTextIsInEveryLanguage()
     {
         QSet<QString> texts;
-        for (const QString& folder : {u"PTHotKeysLib"_s, u"appfiles"_s, u"core"_s, u"editpane"_s, u"events"_s,
-                 u"host"_s, u"launcher"_s, u"pane"_s, u"phrases"_s, u"platform"_s, u"prefs"_s, u"sounds"_s}) {
+        for (const QString& folder :
+            {u"PTHotKeysLib"_s, u"appfiles"_s, u"core"_s, u"editpane"_s, u"events"_s, u"host"_s, u"launcher"_s,
+                u"pane"_s, u"phrases"_s, u"platform"_s, u"prefs"_s, u"sounds"_s, u"texts"_s}) {
             QDirIterator files(QStringLiteral(BLIPSY_SOURCES "/") + folder, {u"*.cpp"_s, u"*.h"_s, u"*.ui"_s},
                 QDir::Files, QDirIterator::Subdirectories);
             while (files.hasNext()) {
