@@ -19,6 +19,9 @@ struct udev_monitor;
 ///
 /// The locks and modifiers are followed from the keys of all keyboards together, as a compositor does it. The
 /// repetition of a held key is the kernel's; programs under a compositor repeat at a pace of their own.
+///
+/// Devices belong to the seat, and so to whatever session is in front: the owner must let go of this object while that
+/// is another user's.
 class DeviceInput final : public InputWatcher
 {
     Q_OBJECT

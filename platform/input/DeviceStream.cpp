@@ -16,13 +16,13 @@ using Bitmap = std::array<unsigned char, (bits + 7) / 8>;
 template <size_t size>
 void setBit(std::array<unsigned char, size>& bitmap, size_t bit)
 {
-    bitmap[bit / 8] = static_cast<unsigned char>(bitmap[bit / 8] | (1U << (bit % 8)));
+    bitmap[bit / 8] = static_cast<unsigned char>(unsigned(bitmap[bit / 8]) | (1U << (bit % 8)));
 }
 
 template <size_t size>
 bool hasBit(const std::array<unsigned char, size>& bitmap, size_t bit)
 {
-    return (bitmap[bit / 8] >> (bit % 8) & 1U) != 0;
+    return (unsigned(bitmap[bit / 8]) >> (bit % 8) & 1U) != 0;
 }
 
 template <size_t size>
