@@ -3,7 +3,7 @@
 
 #include "BYAppsFilesController.h"
 
-#include <platform/panels/InterfaceText.h>
+#include <platform/desktop/Text.h>
 
 namespace {
 
@@ -11,11 +11,11 @@ std::vector<TableModel::Column> columns(QMenu* menu)
 {
     using Kind = TableModel::Kind;
     return {
-        {.identifier = BYAppsFilesController::iconColumn, .title = localizedText("Icon"), .kind = Kind::Image},
-        {.identifier = BYAppsFilesController::appColumn, .title = localizedText("Application"), .width = 260},
-        {.identifier = BYAppsFilesController::pathColumn, .title = localizedText("What is done in it")},
+        {.identifier = BYAppsFilesController::iconColumn, .title = Text::tr("Icon"), .kind = Kind::Image},
+        {.identifier = BYAppsFilesController::appColumn, .title = Text::tr("Application"), .width = 260},
+        {.identifier = BYAppsFilesController::pathColumn, .title = Text::tr("What is done in it")},
         {.identifier = BYAppsFilesController::popUpColumn,
-            .title = localizedText("Choose what is done"),
+            .title = Text::tr("Choose what is done"),
             .kind = Kind::Menu,
             .menu = menu},
     };

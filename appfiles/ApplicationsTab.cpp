@@ -3,6 +3,8 @@
 
 #include "ui_ApplicationsTab.h"
 
+#include <platform/desktop/Text.h>
+
 #include <QMenu>
 
 ApplicationsTab::ApplicationsTab(QWidget* parent)
@@ -11,8 +13,8 @@ ApplicationsTab::ApplicationsTab(QWidget* parent)
     Ui::ApplicationsTab form;
     form.setupUi(this);
     auto* menu = new QMenu(this);
-    menu->addAction(localizedText("Do not expand"))->setData(1);
-    menu->addAction(localizedText("Expand using a document…"))->setData(2);
+    menu->addAction(Text::tr("Do not expand"))->setData(1);
+    menu->addAction(Text::tr("Expand using a document…"))->setData(2);
     m_controller.appsFilesTable = form.appsFilesTable;
     m_controller.removeAppButton = form.removeAppButton;
     m_controller.appsPopUp = menu;

@@ -2,10 +2,9 @@
 #include "BYAppsFilesController.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/controls/Pasteboard.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/panels/OpenPanel.h>
 #include <platform/table/TableView.h>
 
@@ -59,7 +58,7 @@ void BYAppsFilesController::appsPopUpAction(QAction* sender)
 void BYAppsFilesController::chooseDocumentFor(const QString& application)
 {
     OpenPanel panel(appsFilesTable);
-    panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose a Sounds Document"_s));
+    panel.setTitle(Text::tr("Choose a Sounds Document"));
     const QStringList types = {
         documentExtension, u"plist"_s, u"textpander"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("XPND"))};
     if (panel.runModalForDirectory_file_types(QDir::homePath(), {}, types) == okButton) {
@@ -72,7 +71,7 @@ void BYAppsFilesController::chooseDocumentFor(const QString& application)
 void BYAppsFilesController::addAppToExclusionList(QObject* /*sender*/)
 {
     OpenPanel panel(appsFilesTable);
-    panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose an Application"_s));
+    panel.setTitle(Text::tr("Choose an Application"));
     const QStringList types = {applicationExtension, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
     if (panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types) == okButton) {
         for (const QString& path : panel.filenames()) {

@@ -2,8 +2,7 @@
 #include "BYAppsFilesController.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/table/TableView.h>
 
@@ -42,16 +41,15 @@ void BYAppsFilesController::reloadTable()
 /// What is done in an application. A document that has gone shows as such, since the helper finds nothing in it.
 QString BYAppsFilesController::documentTextFor(const QString& application) const
 {
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     const DictionaryPointer file4app = BYGlobals::file4app();
     const QString document = file4app ? file4app->value(application).string() : QString();
     if (!file4app || (!document.isEmpty() && !QFileInfo::exists(document))) {
-        return bundle.localizedString(u"missing file"_s);
+        return Text::tr("missing file");
     }
     if (document.isEmpty()) {
-        return bundle.localizedString(u"do not expand"_s);
+        return Text::tr("do not expand");
     }
-    return bundle.localizedString(u"expand using: %@"_s).replace(u"%@"_s, QFileInfo(document).completeBaseName());
+    return Text::tr("expand using: %@").replace(u"%@"_s, QFileInfo(document).completeBaseName());
 }
 
 QVariant BYAppsFilesController::tableView_objectValueForTableColumn_row(
@@ -84,8 +82,7 @@ QString BYAppsFilesController::tableView_toolTipForTableColumn_row(TableView* /*
         return BYGlobals::file4app()->value(application).string();
     }
     if (column == popUpColumn) {
-        return Bundle::bundleWithIdentifier(paneBundleIdentifier)
-            .localizedString(u"Choose what is done in this application"_s);
+        return Text::tr("Choose what is done in this application");
     }
     return application;
 }

@@ -53,6 +53,8 @@ function(blipsy_add_library name)
         endif()
     endforeach()
     add_library(${name} STATIC ${arg_SOURCES})
+    list(TRANSFORM arg_SOURCES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    set_property(GLOBAL APPEND PROPERTY BLIPSY_TEXT_SOURCES ${arg_SOURCES})
     blipsy_show_folder(${name} PUBLIC)
     blipsy_record_room(${name} ${arg_LINKS})
     target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE ${arg_PRIVATE_LINKS} blipsy_flags)
@@ -60,8 +62,9 @@ endfunction()
 
 # blipsy_add_forms(NAME form...)
 #
-# Compiles interface files of this folder, form.ui, into NAME with the pane's own text look-up, so that their texts come
-# from the same strings table as all others. Those that link NAME can include what comes of a form, "ui_form.h".
+# Compiles interface files of this folder, form.ui, into NAME with the product's text look-up, so that their texts come
+# from the same strings table as all others. Those that link NAME can include what comes of a form, "ui_form.h". What
+# comes of it is also what the texts are collected from: in the form itself each would belong to the form.
 function(blipsy_add_forms name)
     set(folder ${CMAKE_CURRENT_BINARY_DIR}/forms)
     file(MAKE_DIRECTORY ${folder})
@@ -69,12 +72,17 @@ function(blipsy_add_forms name)
         set(output ${folder}/ui_${form}.h)
         add_custom_command(
             OUTPUT ${output}
-            COMMAND Qt6::uic --no-autoconnection --translate localizedText --include platform/panels/InterfaceText.h
+            COMMAND Qt6::uic --no-autoconnection --translate Text::tr --include platform/desktop/Text.h
                 -o ${output} ${CMAKE_CURRENT_SOURCE_DIR}/${form}.ui
             DEPENDS ${form}.ui
             VERBATIM)
         target_sources(${name} PRIVATE ${output})
+        set_property(GLOBAL APPEND PROPERTY BLIPSY_TEXT_SOURCES ${output})
+        list(APPEND outputs ${output})
     endforeach()
+    # A target of its own: for the translations the forms are compiled without the libraries below them.
+    add_custom_target(${name}_forms DEPENDS ${outputs})
+    set_property(GLOBAL APPEND PROPERTY BLIPSY_FORMS ${name}_forms)
     target_include_directories(${name} PUBLIC ${folder})
 endfunction()
 

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 QString HelperProcess::bundlePath()
 {
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).bundlePath() + u"/Contents/BlipsyMenu.app"_s;
+    return Bundle::path() + u"/Contents/BlipsyMenu.app"_s;
 }
 
 void HelperProcess::isRunning(QObject* context, const std::function<void(bool)>& answered)

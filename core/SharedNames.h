@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <product/Product.h>
-
 #include <QString>
 
 /// The names that the pane and the helper share, each in one place. Values are what other programs see: none may
@@ -76,6 +74,3 @@ inline const QString playSuitcase = QStringLiteral("PlaySfil");
 
 /// The helper: the domain of its settings, the object of every notification, the name of its service.
 inline const QString helperIdentifier = QStringLiteral("com.blipsy.BlipsyMenu");
-
-/// The identifier of the pane's own bundle.
-inline const QString paneBundleIdentifier = QStringLiteral(PRODUCT_BUNDLE_IDENTIFIER);

@@ -10,7 +10,7 @@
 #include <core/BYGlobals.h>
 #include <core/Phrase.h>
 #include <platform/controls/Matrix.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/panels/Alert.h>
 #include <platform/richtext/RtfTables.h>
 #include <platform/richtext/TextView.h>
@@ -46,11 +46,6 @@ constexpr int phraseMenuIndex = 5;
 constexpr int mostReferenceItems = 500;
 constexpr QSize referenceListSize(360, 420);
 constexpr int referenceListSpacing = 2;
-
-QString localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
-}
 
 void enable(QWidget* control, bool enabled)
 {
@@ -257,11 +252,10 @@ void BYEditPaneController::plainOrRich(Matrix* sender)
             self->alertDidEnd_returnCode_contextInfo(nullptr, returnCode, nullptr);
         }
     };
-    Alert::beginSheet(editPane->window(), localized(u"Really make this plain text?"_s),
-        localized(
-            u"Once you save the clipping as plain text, you won't be able to retrieve any attributes such as font, "
-            u"style or colour."_s),
-        localized(u"Make Plain"_s), localized(u"Keep Rich"_s), didEnd);
+    Alert::beginSheet(editPane->window(), Text::tr("Really make this plain text?"),
+        Text::tr("Once you save the clipping as plain text, you won't be able to retrieve any attributes such as font, "
+                 "style or colour."),
+        Text::tr("Make Plain"), Text::tr("Keep Rich"), didEnd);
 }
 
 void BYEditPaneController::alertDidEnd_returnCode_contextInfo(QDialog* /*alert*/, int returnCode, void* /*contextInfo*/)

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "EditPaneMenus.h"
 
-#include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 
 #include <QMenu>
 
 #include <array>
 #include <span>
-
-using namespace Qt::StringLiterals;
 
 namespace EditPaneMenus {
 
@@ -27,30 +24,23 @@ constexpr auto times = std::to_array<const char*>(
     {"%H:%M", "%H:%M:%S", "%1H:%M", "%H.%M", "%Hh%M", "%H%M", "%H%M%S", "%1I:%M %p", "%1I:%M:%S %p", "%I:%M %p",
         "%I:%M:%S %p", "%H:%M:%S%z", "%H:%M:%S %Z", "%Y-%m-%dT%H:%M:%S%z", "%Y%m%dT%H%M%S"});
 
-/// Marks a text that localized() is given later.
-constexpr const char* localizable(const char* text)
-{
-    return text;
-}
-
 struct Item
 {
     const char* title;
     const char* inserted;
 };
 
-constexpr auto userFormats = std::to_array<Item>({{localizable("Short date as in the settings"), "[[0]]"},
-    {localizable("Long date as in the settings"), "[[1]]"}, {localizable("Time as in the settings"), "[[4]]"}});
-constexpr auto markers = std::to_array<Item>({{localizable("Insertion point"), "%|"}, {localizable("Move left"), "%<"},
-    {localizable("Move up"), "%^"}, {localizable("Move right"), "%>"}, {localizable("Move down"), "%v"},
-    {localizable("Keep the trigger character"), "%+"}, {localizable("Leave out the trigger character"), "%-"}});
-constexpr auto symbols = std::to_array<const char*>(
-    {localizable("– Dash"), localizable("• Bullet"), localizable("… Ellipsis"), localizable("→ Arrow")});
-
-QString localized(const char* text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(QString::fromUtf8(text));
-}
+constexpr auto userFormats = std::to_array<Item>({{QT_TRANSLATE_NOOP("Text", "Short date as in the settings"), "[[0]]"},
+    {QT_TRANSLATE_NOOP("Text", "Long date as in the settings"), "[[1]]"},
+    {QT_TRANSLATE_NOOP("Text", "Time as in the settings"), "[[4]]"}});
+constexpr auto markers = std::to_array<Item>(
+    {{QT_TRANSLATE_NOOP("Text", "Insertion point"), "%|"}, {QT_TRANSLATE_NOOP("Text", "Move left"), "%<"},
+        {QT_TRANSLATE_NOOP("Text", "Move up"), "%^"}, {QT_TRANSLATE_NOOP("Text", "Move right"), "%>"},
+        {QT_TRANSLATE_NOOP("Text", "Move down"), "%v"}, {QT_TRANSLATE_NOOP("Text", "Keep the trigger character"), "%+"},
+        {QT_TRANSLATE_NOOP("Text", "Leave out the trigger character"), "%-"}});
+constexpr auto symbols =
+    std::to_array<const char*>({QT_TRANSLATE_NOOP("Text", "– Dash"), QT_TRANSLATE_NOOP("Text", "• Bullet"),
+        QT_TRANSLATE_NOOP("Text", "… Ellipsis"), QT_TRANSLATE_NOOP("Text", "→ Arrow")});
 
 void addItem(QMenu& menu, const QString& title, const QString& toolTip, int tag)
 {
@@ -71,26 +61,26 @@ void addFormats(QMenu& menu, std::span<const char* const> formats, int firstTag)
 
 QMenu* makeDateFormats(QWidget* parent)
 {
-    auto* const menu = new QMenu(localized("Date and Time"), parent);
+    auto* const menu = new QMenu(Text::tr("Date and Time"), parent);
     menu->setToolTipsVisible(true);
-    addFormats(*menu->addMenu(localized("Date")), dates, 0);
-    addFormats(*menu->addMenu(localized("Time")), times, firstTimeTag);
+    addFormats(*menu->addMenu(Text::tr("Date")), dates, 0);
+    addFormats(*menu->addMenu(Text::tr("Time")), times, firstTimeTag);
     for (int tag = firstUserTag; const Item& item : userFormats) {
-        addItem(*menu, localized(item.title), QString::fromLatin1(item.inserted), tag++);
+        addItem(*menu, Text::tr(item.title), QString::fromLatin1(item.inserted), tag++);
     }
-    menu->addMenu(localized("Phrase"))->setToolTipsVisible(true);
+    menu->addMenu(Text::tr("Phrase"))->setToolTipsVisible(true);
     return menu;
 }
 
 QMenu* makeTextFormats(QWidget* parent)
 {
-    auto* const menu = new QMenu(localized("Formatting"), parent);
+    auto* const menu = new QMenu(Text::tr("Formatting"), parent);
     menu->setToolTipsVisible(true);
     for (int tag = firstMarkerTag; const Item& item : markers) {
-        addItem(*menu, localized(item.title), QString::fromLatin1(item.inserted), tag++);
+        addItem(*menu, Text::tr(item.title), QString::fromLatin1(item.inserted), tag++);
     }
     for (int tag = firstSymbolTag; const char* const symbol : symbols) {
-        const QString title = localized(symbol);
+        const QString title = Text::tr(symbol);
         addItem(*menu, title, title.first(1), tag++);
     }
     return menu;

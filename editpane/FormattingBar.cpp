@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FormattingBar.h"
 
-#include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/richtext/CharacterSize.h>
 #include <platform/richtext/ParagraphSide.h>
 #include <platform/richtext/TextView.h>
@@ -27,11 +26,6 @@ namespace {
 constexpr int iconSize = 16;
 constexpr qreal smallestPoints = 4;
 constexpr qreal largestPoints = 288;
-
-QString localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
-}
 
 QPixmap emptyIcon(const QWidget& widget)
 {
@@ -92,8 +86,8 @@ void FormattingBar::addFontControls(QHBoxLayout& layout)
 {
     m_font = new QFontComboBox(this);
     m_font->setObjectName(u"fontFamily"_s);
-    m_font->setAccessibleName(localized(u"Font"_s));
-    m_font->setToolTip(localized(u"Font"_s));
+    m_font->setAccessibleName(Text::tr("Font"));
+    m_font->setToolTip(Text::tr("Font"));
     m_font->setFocusPolicy(Qt::StrongFocus);
     m_font->setMinimumContentsLength(10);
     m_font->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -106,8 +100,8 @@ void FormattingBar::addFontControls(QHBoxLayout& layout)
 
     m_size = new QComboBox(this);
     m_size->setObjectName(u"fontSize"_s);
-    m_size->setAccessibleName(localized(u"Font size"_s));
-    m_size->setToolTip(localized(u"Font size in points"_s));
+    m_size->setAccessibleName(Text::tr("Font size"));
+    m_size->setToolTip(Text::tr("Font size in points"));
     m_size->setFocusPolicy(Qt::StrongFocus);
     m_size->setEditable(true);
     m_size->setInsertPolicy(QComboBox::NoInsert);
@@ -137,10 +131,10 @@ QToolButton* FormattingBar::addButton(
 
 void FormattingBar::addStyleButtons(QHBoxLayout& layout)
 {
-    m_bold = addButton(layout, u"bold"_s, localized(u"B"_s), localized(u"Bold"_s));
-    m_italic = addButton(layout, u"italic"_s, localized(u"I"_s), localized(u"Italic"_s));
-    m_underline = addButton(layout, u"underline"_s, localized(u"U"_s), localized(u"Underline"_s));
-    m_strike = addButton(layout, u"strike"_s, localized(u"S"_s), localized(u"Strikethrough"_s));
+    m_bold = addButton(layout, u"bold"_s, Text::tr("B"), Text::tr("Bold"));
+    m_italic = addButton(layout, u"italic"_s, Text::tr("I"), Text::tr("Italic"));
+    m_underline = addButton(layout, u"underline"_s, Text::tr("U"), Text::tr("Underline"));
+    m_strike = addButton(layout, u"strike"_s, Text::tr("S"), Text::tr("Strikethrough"));
     QFont sample = font();
     sample.setBold(true);
     m_bold->setFont(sample);
@@ -178,7 +172,7 @@ void FormattingBar::addStyleButtons(QHBoxLayout& layout)
 
 void FormattingBar::addColorButton(QHBoxLayout& layout)
 {
-    m_color = addButton(layout, u"color"_s, QString(), localized(u"Text color"_s));
+    m_color = addButton(layout, u"color"_s, QString(), Text::tr("Text color"));
     m_color->setCheckable(false);
     connect(m_color, &QToolButton::clicked, this, &FormattingBar::chooseColor);
 }
@@ -188,7 +182,7 @@ void FormattingBar::addSideButtons(QHBoxLayout& layout)
     layout.addSpacing(4);
     auto* const group = new QButtonGroup(this);
     const auto add = [this, &layout, group](const QString& name, const QString& toolTip, Qt::Alignment side) {
-        QToolButton* const button = addButton(layout, name, QString(), localized(toolTip));
+        QToolButton* const button = addButton(layout, name, QString(), toolTip);
         group->addButton(button);
         m_sides.append({button, side});
         connect(button, &QToolButton::clicked, this, [this, side] {
@@ -196,10 +190,10 @@ void FormattingBar::addSideButtons(QHBoxLayout& layout)
             m_view->setFocus();
         });
     };
-    add(u"alignLeft"_s, u"Align left"_s, Qt::AlignLeft);
-    add(u"alignCenter"_s, u"Center"_s, Qt::AlignHCenter);
-    add(u"alignRight"_s, u"Align right"_s, Qt::AlignRight);
-    add(u"justify"_s, u"Justify"_s, Qt::AlignJustify);
+    add(u"alignLeft"_s, Text::tr("Align left"), Qt::AlignLeft);
+    add(u"alignCenter"_s, Text::tr("Center"), Qt::AlignHCenter);
+    add(u"alignRight"_s, Text::tr("Align right"), Qt::AlignRight);
+    add(u"justify"_s, Text::tr("Justify"), Qt::AlignJustify);
 }
 
 void FormattingBar::setTextView(TextView* view)
@@ -247,7 +241,7 @@ void FormattingBar::applySize(const QString& text)
 
 void FormattingBar::chooseColor()
 {
-    const QColor color = QColorDialog::getColor(m_view->textColor(), this, localized(u"Text color"_s));
+    const QColor color = QColorDialog::getColor(m_view->textColor(), this, Text::tr("Text color"));
     if (color.isValid() && m_view) {
         QTextCharFormat format;
         format.setForeground(color);

@@ -6,7 +6,7 @@
 #include <core/BYGlobals.h>
 #include <core/SoundEvent.h>
 #include <platform/controls/Pasteboard.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/keyboard/KeyCharacters.h>
 #include <sounds/RemovalQuestion.h>
@@ -14,8 +14,6 @@
 #include <sounds/SoundPasteboard.h>
 
 #include <QKeyEvent>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -37,11 +35,9 @@ void BYEventsTableView::removeRow(QObject* /*sender*/)
         return;
     }
     const SoundEvent shown = EventEntries::shownAt(row);
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
-    const bool confirmed =
-        !gConfirmRemove ||
-        RemovalQuestion::confirm(this, bundle.localizedString(u"Are you sure you wish to remove this sound?"_s) +
-                                           bundle.localizedString(u"\nYou will not be able to undo this operation."_s));
+    const bool confirmed = !gConfirmRemove || RemovalQuestion::confirm(
+                                                  this, Text::tr("Are you sure you wish to remove this sound?") +
+                                                            Text::tr("\nYou will not be able to undo this operation."));
     gConfirmRemove = true;
     const SoundEvent event = EventEntries::firstWithEventOf(BYGlobals::soundsPrefsArray(), shown);
     if (!confirmed || !event) {

@@ -4,7 +4,7 @@
 #include "SoundEventsController.h"
 
 #include <core/SharedNames.h>
-#include <platform/panels/InterfaceText.h>
+#include <platform/desktop/Text.h>
 #include <platform/table/TableView.h>
 #include <sounds/RowButtons.h>
 
@@ -18,15 +18,13 @@ namespace {
 std::vector<TableModel::Column> columns(QMenu* menu)
 {
     std::vector<TableModel::Column> columns{
-        {.identifier = EventKey::eventName, .title = localizedText("Event"), .width = 220},
-        {.identifier = EventKey::eventCatName, .title = localizedText("Category"), .width = 110},
-        {.identifier = EventKey::soundFilepath, .title = localizedText("Sound")},
+        {.identifier = EventKey::eventName, .title = Text::tr("Event"), .width = 220},
+        {.identifier = EventKey::eventCatName, .title = Text::tr("Category"), .width = 110},
+        {.identifier = EventKey::soundFilepath, .title = Text::tr("Sound")},
     };
     std::ranges::move(RowButtons::columns(), std::back_inserter(columns));
-    columns.push_back({.identifier = u"actionPopUp"_s,
-        .title = localizedText("Filter"),
-        .kind = TableModel::Kind::Menu,
-        .menu = menu});
+    columns.push_back(
+        {.identifier = u"actionPopUp"_s, .title = Text::tr("Filter"), .kind = TableModel::Kind::Menu, .menu = menu});
     return columns;
 }
 

@@ -7,7 +7,7 @@
 #include <core/BYGlobals.h>
 #include <core/SoundEvent.h>
 #include <platform/bytes/PathNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/sound/Sound.h>
 #include <platform/table/TableView.h>
@@ -45,7 +45,7 @@ QVariant soundText(const SoundEvent& event)
         return {};
     }
     if (!QFileInfo::exists(path)) {
-        return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"cannot find assigned sound!"_s);
+        return Text::tr("cannot find assigned sound!");
     }
     return lastPathComponent(path).toString();
 }

@@ -4,27 +4,24 @@
 #include "EventEntries.h"
 
 #include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/table/TableView.h>
 
 #include <QLineEdit>
 #include <QMenu>
-
-using namespace Qt::StringLiterals;
 
 void SoundEventsController::fillVolumePopUp()
 {
     if (myVolumePopUp == nullptr) {
         return;
     }
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     const auto add = [this](const QString& title, const QString& key) {
         connect(myVolumePopUp->addAction(title), &QAction::triggered, this, [this, key] { searchForValue(key); });
     };
-    add(bundle.localizedString(u"Show Only This Category"_s), EventKey::eventCatName);
-    add(bundle.localizedString(u"Show Events with This Sound"_s), EventKey::soundFilepath);
+    add(Text::tr("Show Only This Category"), EventKey::eventCatName);
+    add(Text::tr("Show Events with This Sound"), EventKey::soundFilepath);
     myVolumePopUp->addSeparator();
-    add(bundle.localizedString(u"Show All Events"_s), {});
+    add(Text::tr("Show All Events"), {});
 }
 
 /// Searches for what the selected entry holds under @p key; for everything when it holds nothing.

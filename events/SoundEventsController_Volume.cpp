@@ -6,7 +6,7 @@
 #include <core/BYGlobals.h>
 #include <core/SoundEvent.h>
 #include <platform/controls/Slider.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/sound/AlertVolume.h>
 #include <platform/table/TableView.h>
 
@@ -54,17 +54,16 @@ float generalVolume()
 void SoundEventsController::tableViewSelectionDidChange()
 {
     const SoundEvent event = EventEntries::shownAt(selectedRow());
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     QString label;
     float volume = 0;
     if (!event) {
-        label = bundle.localizedString(u"Set volume:"_s);
+        label = Text::tr("Set volume:");
         volume = generalVolume();
     } else if (event.isSystemAlert()) {
-        label = bundle.localizedString(u"Alert volume:"_s);
+        label = Text::tr("Alert volume:");
         volume = alertVolume();
     } else {
-        label = bundle.localizedString(u"Event volume:"_s);
+        label = Text::tr("Event volume:");
         volume = event.volume();
     }
     if (myVolumeSlider != nullptr) {

@@ -72,7 +72,7 @@ void BYlauncher::handleTimer()
 
 void BYlauncher::start()
 {
-    const QString panePath = Bundle::bundleWithIdentifier(paneBundleIdentifier).bundlePath();
+    const QString panePath = Bundle::path();
     if (const auto error = LoginItemScript::execute(creationScript.arg(LoginItemScript::escaped(panePath)))) {
         qCWarning(log).noquote() << *error;
     }

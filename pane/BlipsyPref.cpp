@@ -4,7 +4,6 @@
 #include "Interface.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
 #include <phrases/RecentDocuments.h>
 #include <platform/desktop/Bundle.h>
 
@@ -17,7 +16,7 @@ BlipsyPref::~BlipsyPref() = default;
 
 void BlipsyPref::setBundlePath(const QString& path)
 {
-    Bundle::registerBundle(paneBundleIdentifier, path);
+    Bundle::registerBundle(path);
 }
 
 void BlipsyPref::openDocument(const QString& path)

@@ -4,7 +4,6 @@
 #include "ui_MainView.h"
 
 #include <appfiles/ApplicationsTab.h>
-#include <core/SharedNames.h>
 #include <editpane/EditPane.h>
 #include <events/EventsTab.h>
 #include <launcher/BYlauncher.h>
@@ -12,6 +11,7 @@
 #include <platform/controls/TemplateIcon.h>
 #include <platform/controls/WheelGuard.h>
 #include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/sound/Sound.h>
 #include <prefs/OptionsTab.h>
 #include <sounds/SoundPanelAccessory.h>
@@ -21,11 +21,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
-}
 
 /// Builds the main form in @p view and answers its tabs, as yet none.
 QTabWidget* makeTabs(QWidget* view)
@@ -103,14 +98,14 @@ void Interface::willUnselect()
 
 void Interface::addTabs()
 {
-    const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
-    const auto addTab = [&](QWidget* page, const QString& name) {
-        m_tabs->addTab(page, templateIcon(resources + u'/' + name.toLower() + u".tif"_s), localized(name));
+    const QString resources = Bundle::resourcePath();
+    const auto addTab = [&](QWidget* page, const QString& icon, const QString& title) {
+        m_tabs->addTab(page, templateIcon(resources + u'/' + icon + u".tif"_s), title);
     };
-    addTab(m_phrases, u"Phrases"_s);
-    addTab(m_events, u"Events"_s);
-    addTab(m_applications, u"Applications"_s);
-    addTab(scrolling(m_options), u"Options"_s);
+    addTab(m_phrases, u"phrases"_s, Text::tr("Phrases"));
+    addTab(m_events, u"events"_s, Text::tr("Events"));
+    addTab(m_applications, u"applications"_s, Text::tr("Applications"));
+    addTab(scrolling(m_options), u"options"_s, Text::tr("Options"));
     for (QWidget* page : std::initializer_list<QWidget*>{m_phrases, m_events, m_applications, m_options}) {
         new WheelGuard(page);
     }

@@ -196,7 +196,6 @@ public:
 private:
     using RowHold = HelperListener::RowHold;
 
-    static QString localized(const QString& text);
     static void selectCell(Matrix* matrix, int row, int column);
 
     void observeNotifications();

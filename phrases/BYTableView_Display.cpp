@@ -4,6 +4,7 @@
 #include <core/BYGlobals.h>
 #include <core/Phrase.h>
 #include <platform/bytes/PathNames.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <sounds/RowButtons.h>
 
@@ -16,7 +17,7 @@ int BYTableView::numberOfRowsInTableView(TableView*)
     const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
     const int count = phrases ? int(phrases->size()) : 0;
     if (numClippings) {
-        numClippings->setText(localized(u"%d clippings"_s).replace(u"%d"_s, QString::number(count)));
+        numClippings->setText(Text::tr("%d clippings").replace(u"%d"_s, QString::number(count)));
     }
     return count;
 }
@@ -46,7 +47,7 @@ QVariant BYTableView::tableView_objectValueForTableColumn_row(TableView*, const 
     QString text = phrase->value(column).textValue();
     if (column != PhraseKey::phrase) {
         // A path shows as its file name, the placeholder of a picture in a text as words.
-        text = lastPathComponent(text.replace(attachChar, localized(u"(Picture)"_s))).toString();
+        text = lastPathComponent(text.replace(attachChar, Text::tr("(Picture)"))).toString();
     }
     return text;
 }
@@ -70,11 +71,11 @@ QString BYTableView::tableView_toolTipForTableColumn_row(TableView*, const QStri
     }
     if (column == PhraseKey::soundFilepath) {
         const QString path = phrase.soundFilepath();
-        return isMissing(path) ? localized(u"%@\nThis sound cannot be found."_s).replace(u"%@"_s, path) : path;
+        return isMissing(path) ? Text::tr("%@\nThis sound cannot be found.").replace(u"%@"_s, path) : path;
     }
     if (column == PhraseKey::app) {
         const QString application = phrase.app();
-        return application.isEmpty() ? localized(u"In every application: click to choose one"_s) : application;
+        return application.isEmpty() ? Text::tr("In every application: click to choose one") : application;
     }
     return RowButtons::toolTip(column, phrase.hasSound());
 }

@@ -4,6 +4,7 @@
 #include <core/BYGlobals.h>
 #include <core/Phrase.h>
 #include <platform/classic/FileTypes.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/panels/Alert.h>
 #include <platform/panels/OpenPanel.h>
@@ -84,11 +85,11 @@ void BYTableView::askToClearApplication(const DictionaryPointer& entry)
     const RowHold hold(m_listener);
     Alert::beep();
     const QString name = QFileInfo(entry->value(PhraseKey::app).textValue()).completeBaseName();
-    const QString message = localized(u"This abbreviation is associated with '"_s) + name +
-                            localized(u"' and will only expand in that application."_s) +
-                            localized(u"\nDo you wish to clear the association?"_s);
+    const QString message = Text::tr("This abbreviation is associated with '") + name +
+                            Text::tr("' and will only expand in that application.") +
+                            Text::tr("\nDo you wish to clear the association?");
     const int result =
-        Alert::runAlertPanel(window(), localized(u"Blipsy"_s), message, localized(u"Clear"_s), localized(u"Cancel"_s));
+        Alert::runAlertPanel(window(), Text::tr("Blipsy"), message, Text::tr("Clear"), Text::tr("Cancel"));
     const DictionaryPointer asked = m_listener.upToDateEntry(entry);
     if (result == Alert::defaultReturn && asked) {
         Phrase(asked).clearApp();

@@ -6,11 +6,10 @@
 #include <core/SharedNames.h>
 #include <platform/controls/Matrix.h>
 #include <platform/controls/Slider.h>
+#include <platform/desktop/Text.h>
 
 #include <QCheckBox>
 #include <QLabel>
-
-using namespace Qt::StringLiterals;
 
 using PropertyList::Value;
 
@@ -48,7 +47,7 @@ void BYTableView::updateVolumeSlider()
         myVolumeSlider->setFloatValue(volume ? float(volume->doubleValue()) : 0);
     }
     if (myVolumeSliderLabel) {
-        myVolumeSliderLabel->setText(localized(u"Set volume:"_s));
+        myVolumeSliderLabel->setText(Text::tr("Set volume:"));
     }
 }
 
@@ -69,7 +68,7 @@ void BYTableView::prefsChanged(const DistributedNotification& notification)
 void BYTableView::editNewRow()
 {
     reloadInPreferredOrder(&BYGlobals::sortArray);
-    scrollToAbb(localized(u"newabb"_s));
+    scrollToAbb(Text::tr("newabb"));
     editColumn_row_withEvent_select(phraseColumn, selectedRow(), nullptr, true);
     Changes::saveDocument({});
 }

@@ -6,6 +6,7 @@
 #include <core/PhraseOrder.h>
 #include <core/SharedNames.h>
 #include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <sounds/RemovalQuestion.h>
 #include <texts/EditSession.h>
 
@@ -34,11 +35,10 @@ void BYTableView::addRow(QObject*)
     if (editEntryInProgress) {
         return;
     }
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
+    const QString defaultSound = Bundle::resourcePath() + u"/defaultPhraseSound.aif"_s;
     const DictionaryPointer entry = PropertyList::Dictionary::create();
-    entry->insert(PhraseKey::phrase, bundle.localizedString(u"my new phrase"_s));
-    entry->insert(
-        PhraseKey::soundFilepath, bundle.localizedString(bundle.resourcePath() + u"/defaultPhraseSound.aif"_s));
+    entry->insert(PhraseKey::phrase, Text::tr("my new phrase"));
+    entry->insert(PhraseKey::soundFilepath, Text::tr(defaultSound.toUtf8().constData()));
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
         phrases->append(entry);
     }
@@ -84,7 +84,7 @@ bool BYTableView::confirmRemoval()
 {
     const RowHold hold(m_listener);
     return RemovalQuestion::confirm(window(),
-        localized(u"Are you sure you wish to remove this phrase?\nYou will not be able to undo this operation."_s));
+        Text::tr("Are you sure you wish to remove this phrase?\nYou will not be able to undo this operation."));
 }
 
 void BYTableView::tableView_sortDescriptorsDidChange(TableView* table)

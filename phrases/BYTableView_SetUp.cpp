@@ -5,8 +5,6 @@
 #include "PhrasesModel.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/richtext/TextView.h>
 #include <platform/sound/Sound.h>
@@ -33,11 +31,6 @@ BYTableView::~BYTableView()
     // The base class lives longer than what it would ask and tell.
     disconnect(this, nullptr, this, nullptr);
     setModel(nullptr);
-}
-
-QString BYTableView::localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
 }
 
 void BYTableView::awakeFromNib()

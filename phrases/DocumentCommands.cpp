@@ -8,6 +8,7 @@
 #include <core/SharedNames.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/panels/OpenPanel.h>
 #include <platform/panels/SavePanel.h>
 #include <platform/storage/AtomicFile.h>
@@ -66,11 +67,6 @@ void reportImportProblem(const QString& path, const QString& problem)
     qCWarning(log).noquote() << u"cannot import %1: %2"_s.arg(path, problem);
 }
 
-QString localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
-}
-
 QStringList importableTypes()
 {
     return {u"Blipsy"_s, u"plist"_s, u"xml"_s, u"textpander"_s, u"textexpander"_s,
@@ -89,9 +85,9 @@ DocumentCommands::DocumentCommands(QComboBox* popUp, QObject* parent)
             m_popUp->addItem(title);
             m_popUp->setItemData(m_popUp->count() - 1, item, itemRole);
         };
-        add(localized(u"Print…"_s), Print);
-        add(localized(u"Open…"_s), Open);
-        add(localized(u"New sounds document…"_s), Create);
+        add(Text::tr("Print…"), Print);
+        add(Text::tr("Open…"), Open);
+        add(Text::tr("New sounds document…"), Create);
     }
 }
 
@@ -167,7 +163,7 @@ void DocumentCommands::useDefaultOnFirstStart()
     if (!BYGlobals::defaultFilePath().isEmpty()) {
         return;
     }
-    const QString path = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath() + u"/default.blipsy"_s;
+    const QString path = Bundle::resourcePath() + u"/default.blipsy"_s;
     BYGlobals::setDefaultFilePath(path);
     Settings::defaultFilePath.store(path);
     RecentDocuments::add(path);
@@ -185,7 +181,7 @@ void DocumentCommands::forget(const QString& path)
 void DocumentCommands::create()
 {
     const std::optional<QString> path =
-        chooseNewPath(window(), localized(u"New Sounds Document"_s), QDir::homePath(), localized(u"new sound set"_s));
+        chooseNewPath(window(), Text::tr("New Sounds Document"), QDir::homePath(), Text::tr("new sound set"));
     if (!path) {
         return;
     }
@@ -197,7 +193,7 @@ void DocumentCommands::create()
 void DocumentCommands::open()
 {
     OpenPanel panel(window());
-    panel.setTitle(localized(u"Open a Sounds Document or Import Phrases"_s));
+    panel.setTitle(Text::tr("Open a Sounds Document or Import Phrases"));
     panel.setAllowsMultipleSelection(false);
     if (panel.runModalForDirectory_file_types(QDir::homePath(), {}, importableTypes()) != okButton) {
         return;
@@ -216,7 +212,7 @@ void DocumentCommands::open()
 
 void DocumentCommands::import(const QString& path, Importers::Source source)
 {
-    const std::optional<QString> newPath = chooseNewPath(window(), localized(u"Save the Imported Phrases"_s),
+    const std::optional<QString> newPath = chooseNewPath(window(), Text::tr("Save the Imported Phrases"),
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), QFileInfo(path).completeBaseName());
     if (!newPath) {
         qCInfo(log).noquote() << Importers::cancelledText(source);
@@ -244,8 +240,8 @@ Conversion DocumentCommands::convertShowingProgress(const QString& path, Importe
         reportImportProblem(path, root.error());
         return {.outcome = Conversion::Outcome::NoList};
     }
-    QProgressDialog progress(localized(u"Importing phrases…"_s), localized(u"Cancel"_s), 0, 0, window());
-    progress.setWindowTitle(localized(u"Blipsy"_s));
+    QProgressDialog progress(Text::tr("Importing phrases…"), Text::tr("Cancel"), 0, 0, window());
+    progress.setWindowTitle(Text::tr("Blipsy"));
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(progressDelayMilliseconds);
     Conversion conversion =

@@ -4,7 +4,7 @@
 #include "BYTableView.h"
 
 #include <core/SharedNames.h>
-#include <platform/panels/InterfaceText.h>
+#include <platform/desktop/Text.h>
 #include <sounds/RowButtons.h>
 
 #include <QGuiApplication>
@@ -19,13 +19,13 @@ std::vector<TableModel::Column> columns()
 {
     using Kind = TableModel::Kind;
     std::vector<TableModel::Column> columns{
-        {.identifier = PhraseKey::app, .title = localizedText("Application"), .kind = Kind::Button},
+        {.identifier = PhraseKey::app, .title = Text::tr("Application"), .kind = Kind::Button},
         {.identifier = PhraseKey::phrase,
-            .title = localizedText("Phrase"),
+            .title = Text::tr("Phrase"),
             .kind = Kind::EditableText,
             .width = 220,
             .sorts = true},
-        {.identifier = PhraseKey::soundFilepath, .title = localizedText("Sound"), .sorts = true},
+        {.identifier = PhraseKey::soundFilepath, .title = Text::tr("Sound"), .sorts = true},
     };
     std::ranges::move(RowButtons::columns(), std::back_inserter(columns));
     return columns;

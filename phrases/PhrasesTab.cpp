@@ -3,6 +3,7 @@
 
 #include "PrintClippingsWindow.h"
 
+#include <platform/desktop/Text.h>
 #include <sounds/SoundPanelAccessory.h>
 
 #include <QStackedLayout>
@@ -38,7 +39,7 @@ void PhrasesTab::makePrintWindow()
 void PhrasesTab::setEditPane(QWidget* editPane)
 {
     QWidget* place = m_form.editPanePlaceholder;
-    auto* hint = new QLabel(localizedText("Select a phrase to see its text."), place);
+    auto* hint = new QLabel(Text::tr("Select a phrase to see its text."), place);
     hint->setAlignment(Qt::AlignCenter);
     hint->setEnabled(false);
     auto* layout = new QStackedLayout(place);

@@ -5,7 +5,7 @@
 
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/panels/Alert.h>
 
@@ -22,11 +22,6 @@ Q_LOGGING_CATEGORY(log, "blipsy.printing")
 
 /// A preview holds all its pages in memory; nobody looks at more of them.
 constexpr size_t previewedPages = 100;
-
-QString localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
-}
 
 QString documentName()
 {
@@ -49,8 +44,8 @@ PhraseListPrinter phrasesToPrint()
                 entry->value(PhraseKey::soundFilepath).textValue()});
         }
     }
-    return {documentName(), {localized(u"Phrase"_s), localized(u"Application"_s), localized(u"Sound"_s)},
-        localized(u"Page %1 of %2"_s), rows};
+    return {documentName(), {Text::tr("Phrase"), Text::tr("Application"), Text::tr("Sound")}, Text::tr("Page %1 of %2"),
+        rows};
 }
 
 } // namespace
@@ -87,6 +82,6 @@ void PrintClippingsWindow::print()
     }
     const QString target = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
     qCWarning(log).noquote() << u"cannot print to %1"_s.arg(target);
-    Alert::runAlertPanel(this, localized(u"The phrases cannot be printed."_s),
-        localized(u"Choose another printer or file."_s), localized(u"OK"_s), {});
+    Alert::runAlertPanel(this, Text::tr("The phrases cannot be printed."), Text::tr("Choose another printer or file."),
+        Text::tr("OK"), {});
 }

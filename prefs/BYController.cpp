@@ -8,6 +8,7 @@
 #include <platform/controls/Matrix.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/HelpViewer.h>
+#include <platform/desktop/Text.h>
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -169,9 +170,8 @@ void BYController::enterSortPref(Matrix* sender)
 
 void BYController::showHelp(QWidget* /*sender*/)
 {
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
-    const QString bookName = bundle.localizedString(u"Blipsy 1.x Help"_s);
-    const int error = HelpViewer::openBook(bookName, bundle.resourcePath() + u"/Help"_s);
+    const QString bookName = Text::tr("Blipsy 1.x Help");
+    const int error = HelpViewer::openBook(bookName, Bundle::resourcePath() + u"/Help"_s);
     if (error != 0) {
         qCWarning(log, "AHGotoPage returned error: %d", error);
     }

@@ -4,7 +4,7 @@
 #include "ControlTitle.h"
 
 #include <core/Settings.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/keyboard/HotKeyGrabs.h>
 
 #include <QPushButton>
@@ -12,19 +12,10 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
-}
-
-} // namespace
-
 void BYController::setUpHotKeys()
 {
     theHotButtons = {addHotKeyButton, editHotKeyButton, pauseHotKeyButton};
-    theHotKeysNames = {localized(u"Add a Clipping"_s), localized(u"Edit Clippings"_s), localized(u"Pause/Resume"_s)};
+    theHotKeysNames = {Text::tr("Add a Clipping"), Text::tr("Edit Clippings"), Text::tr("Pause/Resume")};
     const bool canReserve = HotKeyGrabs::arePossible();
     for (size_t i = 0; i < hotKeyCount; ++i) {
         const QString& name = theHotKeysNames[i];
@@ -34,9 +25,9 @@ void BYController::setUpHotKeys()
         if (QPushButton* const button = theHotButtons[i]) {
             m_buttonNameFormats[i] = button->accessibleName();
             if (!canReserve) {
-                button->setToolTip(localized(
-                    u"Record another key combination. It is stored, but does nothing in this session, where no "
-                    "program can reserve keys for itself."_s));
+                button->setToolTip(
+                    Text::tr("Record another key combination. It is stored, but does nothing in this session, where no "
+                             "program can reserve keys for itself."));
             }
         }
         showCombination(i);

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "TriggerCells.h"
 
-#include <core/SharedNames.h>
 #include <platform/controls/Matrix.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -59,11 +58,10 @@ static_assert(cells.size() == size_t(TriggerCells::rowCount * TriggerCells::colu
 void TriggerCells::fill(Matrix& matrix, QWidget* previous)
 {
     auto* const grid = qobject_cast<QGridLayout*>(matrix.layout());
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     for (int i = 0; i < int(cells.size()); ++i) {
         const TriggerCell& description = cells[size_t(i)];
         auto* const cell = new QCheckBox(QString::fromUtf8(description.title), &matrix);
-        cell->setToolTip(bundle.localizedString(QString::fromUtf8(description.name)));
+        cell->setToolTip(Text::tr(description.name));
         cell->setAccessibleName(cell->toolTip());
         cell->setChecked(description.isDefault);
         cell->setProperty("tag", description.tag);

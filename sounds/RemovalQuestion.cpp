@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "RemovalQuestion.h"
 
-#include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/panels/Alert.h>
-
-using namespace Qt::StringLiterals;
 
 bool RemovalQuestion::confirm(QWidget* parent, const QString& question)
 {
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     Alert::beep();
-    return Alert::runAlertPanel(parent, bundle.localizedString(u"Confirm remove"_s), question,
-               bundle.localizedString(u"Remove"_s), bundle.localizedString(u"Cancel"_s)) == Alert::defaultReturn;
+    return Alert::runAlertPanel(parent, Text::tr("Confirm remove"), question, Text::tr("Remove"), Text::tr("Cancel")) ==
+           Alert::defaultReturn;
 }

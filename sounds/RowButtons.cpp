@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "RowButtons.h"
 
-#include <core/SharedNames.h>
 #include <platform/controls/TemplateIcon.h>
 #include <platform/desktop/Bundle.h>
-#include <platform/panels/InterfaceText.h>
+#include <platform/desktop/Text.h>
 
 using namespace Qt::StringLiterals;
 
@@ -14,7 +13,7 @@ const QString RowButtons::trashColumn = u"Trash"_s;
 
 RowButtons::Icons RowButtons::loadIcons()
 {
-    const QString resources = Bundle::bundleWithIdentifier(paneBundleIdentifier).resourcePath();
+    const QString resources = Bundle::resourcePath();
     return {
         .reveal = templateIcon(resources + u"/reveal.tif"_s),
         .play = templateIcon(resources + u"/play.tif"_s),
@@ -25,16 +24,14 @@ RowButtons::Icons RowButtons::loadIcons()
 
 QString RowButtons::toolTip(const QString& column, bool hasSound)
 {
-    const Bundle bundle = Bundle::bundleWithIdentifier(paneBundleIdentifier);
     if (column == playColumn) {
-        return bundle.localizedString(u"Play the sound"_s);
+        return Text::tr("Play the sound");
     }
     if (column == revealColumn) {
-        return bundle.localizedString(u"Show the sound in the file manager"_s);
+        return Text::tr("Show the sound in the file manager");
     }
     if (column == trashColumn) {
-        return hasSound ? bundle.localizedString(u"Take the sound away"_s)
-                        : bundle.localizedString(u"Choose a sound"_s);
+        return hasSound ? Text::tr("Take the sound away") : Text::tr("Choose a sound");
     }
     return {};
 }
@@ -43,10 +40,10 @@ std::vector<TableModel::Column> RowButtons::columns()
 {
     using Kind = TableModel::Kind;
     return {
-        {.identifier = playColumn, .title = localizedText("Play"), .kind = Kind::Button},
-        {.identifier = revealColumn, .title = localizedText("Show in the file manager"), .kind = Kind::Button},
+        {.identifier = playColumn, .title = Text::tr("Play"), .kind = Kind::Button},
+        {.identifier = revealColumn, .title = Text::tr("Show in the file manager"), .kind = Kind::Button},
         {.identifier = trashColumn,
-            .title = localizedText("Choose or take away the sound"),
+            .title = Text::tr("Choose or take away the sound"),
             .kind = Kind::Button,
             .keyEquivalent = u"a"_s},
     };

@@ -3,8 +3,7 @@
 
 #include "SoundKinds.h"
 
-#include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/panels/OpenPanel.h>
 #include <platform/sound/Sound.h>
 
@@ -66,7 +65,7 @@ std::optional<QString> SoundChooser::run(const QString& name)
         m_controls.chosenFor->setText(name);
     }
     OpenPanel& panel = *m_activePanel;
-    panel.setTitle(Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(u"Choose a Sound"_s));
+    panel.setTitle(Text::tr("Choose a Sound"));
     panel.setAllowsMultipleSelection(false);
     panel.setCanChooseDirectories(true);
     panel.setCanChooseFiles(true);

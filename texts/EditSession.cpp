@@ -5,7 +5,7 @@
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
 #include <platform/controls/Matrix.h>
-#include <platform/desktop/Bundle.h>
+#include <platform/desktop/Text.h>
 #include <platform/panels/Alert.h>
 #include <platform/richtext/Rtfd.h>
 #include <platform/richtext/TextView.h>
@@ -23,11 +23,6 @@ Q_LOGGING_CATEGORY(log, "blipsy.phrases")
 constexpr int plainColumn = 0;
 constexpr int richColumn = 1;
 constexpr int richTag = 1;
-
-QString localized(const QString& text)
-{
-    return Bundle::bundleWithIdentifier(paneBundleIdentifier).localizedString(text);
-}
 
 void enable(QWidget* control, bool enabled)
 {
@@ -127,9 +122,9 @@ bool EditSession::confirmSave(const QString& phrase) const
         return false;
     }
     qCInfo(log).noquote() << u"do you wish to remove? "_s;
-    const QString message = localized(u"Do you wish to save the changes you made to '"_s) + phrase + localized(u"'?"_s);
-    const int result = Alert::runAlertPanel(m_views.text->window(), localized(u"Blipsy"_s), message,
-        localized(u"Save"_s), localized(u"Discard"_s), Alert::Dismissal::IsRefused);
+    const QString message = Text::tr("Do you wish to save the changes you made to '") + phrase + Text::tr("'?");
+    const int result = Alert::runAlertPanel(m_views.text->window(), Text::tr("Blipsy"), message, Text::tr("Save"),
+        Text::tr("Discard"), Alert::Dismissal::IsRefused);
     std::fprintf(stderr, "NSRunAlertPanel result = %d.\n", result);
     return result == Alert::defaultReturn;
 }

@@ -2,9 +2,10 @@
 #include "PTKeyCombo.h"
 
 #include "PTKeyCodeTranslator.h"
-#include "PaneBundle.h"
 
+#include <platform/desktop/Bundle.h>
 #include <platform/desktop/Gestalt.h>
+#include <platform/desktop/Text.h>
 
 #include <QHash>
 #include <QLoggingCategory>
@@ -64,7 +65,7 @@ constexpr qint64 maximumTableSize = 1 << 20;
 
 PropertyList::DictionaryPointer readKeyCodes()
 {
-    const QString path = paneBundle().resourcePath() + u"/PTKeyCodes.plist"_s;
+    const QString path = Bundle::resourcePath() + u"/PTKeyCodes.plist"_s;
     const auto names = PropertyList::readFile(path, maximumTableSize);
     if (!names) {
         qCWarning(log).noquote() << path << "is no table of key names:" << names.error();
@@ -92,7 +93,7 @@ struct NameCache
 QString PTKeyCombo::description() const
 {
     if (!isValidHotKeyCombo()) {
-        return paneBundle().localizedString(u"(None)"_s);
+        return Text::tr("(None)");
     }
     return _stringForModifiers(quint32(mModifiers)) + _stringForKeyCode(qint16(mKeyCode));
 }

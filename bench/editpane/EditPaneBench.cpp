@@ -90,7 +90,7 @@ public:
         file.close();
         BYGlobals::storeSetting(file.fileName(), SettingKey::defaultFilePath);
         BYGlobals::storeSetting(u"10012"_s, SettingKey::menuBuild);
-        Bundle::registerBundle(paneBundleIdentifier, QStringLiteral(BLIPSY_BENCH_BUNDLE));
+        Bundle::registerBundle(QStringLiteral(BLIPSY_BENCH_BUNDLE));
         m_interface = std::make_unique<Interface>();
         for (const auto& setUp : m_interface->setUps()) {
             setUp();

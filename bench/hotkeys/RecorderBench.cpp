@@ -78,7 +78,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_BENCH_BUNDLE));
+    Bundle::registerBundle(QStringLiteral(BLIPSY_BENCH_BUNDLE));
 
     QWidget window;
     window.resize(860, 680);

@@ -34,7 +34,7 @@ int main(int argc, char* argv[])
     const QString resources = bundle.path() + u"/Contents/Resources"_s;
     QDir().mkpath(resources);
     QFile::copy(QStringLiteral(KEY_CODES), resources + u"/PTKeyCodes.plist"_s);
-    Bundle::registerBundle(u"com.blipsy.prefpanel"_s, bundle.path());
+    Bundle::registerBundle(bundle.path());
 
     std::vector<PTKeyCombo> combos;
     for (int i = 0; i < combinations; ++i) {

@@ -47,7 +47,7 @@ int show(QWidget* content)
 
 std::unique_ptr<Interface> setUpInterface()
 {
-    Bundle::registerBundle(paneBundleIdentifier, QStringLiteral(BLIPSY_BENCH_BUNDLE));
+    Bundle::registerBundle(QStringLiteral(BLIPSY_BENCH_BUNDLE));
     BYGlobals::storeSetting(u"10012"_s, SettingKey::menuBuild);
     auto interface = std::make_unique<Interface>();
     for (const auto& setUp : interface->setUps()) {

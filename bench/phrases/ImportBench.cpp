@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <core/SharedNames.h>
 #include <phrases/FormattedText.h>
 #include <phrases/Importers.h>
 #include <platform/archive/ArchivedText.h>

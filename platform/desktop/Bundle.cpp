@@ -1,41 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "Bundle.h"
 
+#include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
-#include <QHash>
 #include <QLocale>
+#include <QPointer>
 #include <QTranslator>
-
-#include <map>
-#include <memory>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct RegisteredBundle
+QString& registeredPath()
 {
-    QString path;
-    std::unique_ptr<QTranslator> strings;
-};
-
-std::map<QString, RegisteredBundle>& registeredBundles()
-{
-    static std::map<QString, RegisteredBundle> bundles;
-    return bundles;
-}
-
-const RegisteredBundle* find(const QString& identifier)
-{
-    const auto found = registeredBundles().find(identifier);
-    return found == registeredBundles().end() ? nullptr : &found->second;
-}
-
-QString resources(const QString& bundlePath)
-{
-    return bundlePath + u"/Contents/Resources"_s;
+    static QString path;
+    return path;
 }
 
 bool isEnglish(const QString& language)
@@ -58,55 +37,28 @@ QStringList languages()
     return result;
 }
 
-std::unique_ptr<QTranslator> loadStrings(const QString& bundlePath)
+} // namespace
+
+void Bundle::registerBundle(const QString& path)
 {
-    auto translator = std::make_unique<QTranslator>();
+    registeredPath() = QDir(path).absolutePath();
+    static QPointer<QTranslator> strings;
+    delete strings;
+    strings = new QTranslator(QCoreApplication::instance());
     for (const QString& language : languages()) {
-        if (translator->load(resources(bundlePath) + u'/' + language + u".lproj/Localizable.qm"_s)) {
+        if (strings->load(resourcePath() + u'/' + language + u".lproj/Localizable.qm"_s)) {
             break;
         }
     }
-    return translator;
+    QCoreApplication::installTranslator(strings);
 }
 
-} // namespace
-
-Bundle::Bundle(QString identifier)
-    : m_identifier(std::move(identifier))
+QString Bundle::path()
 {
+    return registeredPath();
 }
 
-Bundle Bundle::bundleWithIdentifier(const QString& identifier)
+QString Bundle::resourcePath()
 {
-    return Bundle(identifier);
-}
-
-void Bundle::registerBundle(const QString& identifier, const QString& path)
-{
-    const QString absolute = QDir(path).absolutePath();
-    registeredBundles().insert_or_assign(identifier, RegisteredBundle{absolute, loadStrings(absolute)});
-}
-
-QString Bundle::bundlePath() const
-{
-    const RegisteredBundle* bundle = find(m_identifier);
-    return bundle == nullptr ? QString() : bundle->path;
-}
-
-QString Bundle::resourcePath() const
-{
-    const QString path = bundlePath();
-    return path.isEmpty() ? QString() : resources(path);
-}
-
-QString Bundle::localizedString(const QString& key, const QString& value) const
-{
-    const RegisteredBundle* bundle = find(m_identifier);
-    const QString translation =
-        bundle == nullptr ? QString()
-                          : bundle->strings->translate(m_identifier.toUtf8().constData(), key.toUtf8().constData());
-    if (!translation.isEmpty()) {
-        return translation;
-    }
-    return value.isEmpty() ? key : value;
+    return path().isEmpty() ? QString() : path() + u"/Contents/Resources"_s;
 }

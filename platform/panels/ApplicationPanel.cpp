@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ApplicationPanel.h"
 
-#include "PanelText.h"
-
 #include <platform/desktop/DesktopApplications.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 
 #include <QAbstractListModel>
@@ -81,20 +80,20 @@ ApplicationPanel::ApplicationPanel(QWidget* parent)
     , m_filter(new QSortFilterProxyModel(this))
 {
     setObjectName(u"OpenPanel"_s);
-    setWindowTitle(panelText(u"Applications"_s));
+    setWindowTitle(Text::tr("Applications"));
     resize(420, 480);
-    m_search->setPlaceholderText(panelText(u"Search"_s));
+    m_search->setPlaceholderText(Text::tr("Search"));
     m_search->setClearButtonEnabled(true);
     m_filter->setSourceModel(new ApplicationModel(this));
     m_filter->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_list->setModel(m_filter);
     m_list->setIconSize(QSize(iconSize, iconSize));
     m_list->setUniformItemSizes(true);
-    m_list->setAccessibleName(panelText(u"Applications"_s));
+    m_list->setAccessibleName(Text::tr("Applications"));
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Open | QDialogButtonBox::Cancel, this);
     m_openButton = buttons->button(QDialogButtonBox::Open);
-    auto* const browseButton = buttons->addButton(panelText(u"Other…"_s), QDialogButtonBox::ActionRole);
+    auto* const browseButton = buttons->addButton(Text::tr("Other…"), QDialogButtonBox::ActionRole);
     auto* const column = new QVBoxLayout(this);
     column->addWidget(m_search);
     column->addWidget(m_list);

@@ -23,6 +23,12 @@ namespace {
 /// The first row of a file dialog's grid below its file list.
 constexpr int rowBelowList = 2;
 
+/// A text of the file dialog itself, whose translation comes with the toolkit.
+QString toolkitText(const char* text)
+{
+    return QFileDialog::tr(text);
+}
+
 /// Moves the items from @p firstRow on down by one row.
 void makeRow(QGridLayout& grid, int firstRow)
 {
@@ -75,8 +81,8 @@ FilePanel::FilePanel(const PanelRules& rules, QWidget* parent)
     setOption(ShowDirsOnly, false);
     setProxyModel(new PanelFilter(rules.types, rules.canChooseFiles, this));
     setViewMode(Detail);
-    setLabelText(FileName, QFileDialog::tr("File &name:"));
-    setLabelText(Accept, QFileDialog::tr("&Open"));
+    setLabelText(FileName, toolkitText("File &name:"));
+    setLabelText(Accept, toolkitText("&Open"));
     hideTypes(*this);
     auto* const list = findChild<QListView*>(u"listView"_s);
     if (!rules.allowsMultipleSelection) {

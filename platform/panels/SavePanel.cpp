@@ -3,7 +3,8 @@
 
 #include "Alert.h"
 #include "FilePanel.h"
-#include "PanelText.h"
+
+#include <platform/desktop/Text.h>
 
 #include <QDir>
 #include <QFileDialog>
@@ -46,13 +47,13 @@ private:
     bool mayWrite(const QFileInfo& file)
     {
         if (file.isDir()) {
-            refuse(panelText(u"“%1” is a folder."_s).arg(file.fileName()), panelText(u"Choose another name."_s));
+            refuse(Text::tr("“%1” is a folder.").arg(file.fileName()), Text::tr("Choose another name."));
             return false;
         }
         const bool isWritable = QFileInfo(file.absolutePath()).isWritable() && (!file.exists() || file.isWritable());
         if (!isWritable) {
-            refuse(panelText(u"“%1” cannot be saved here."_s).arg(file.fileName()),
-                panelText(u"Choose another name or another folder."_s));
+            refuse(Text::tr("“%1” cannot be saved here.").arg(file.fileName()),
+                Text::tr("Choose another name or another folder."));
             return false;
         }
         return !file.exists() || mayReplace(file);
@@ -60,14 +61,14 @@ private:
 
     void refuse(const QString& what, const QString& advice)
     {
-        Alert::runAlertPanel(this, what, advice, panelText(u"OK"_s), {});
+        Alert::runAlertPanel(this, what, advice, Text::tr("OK"), {});
     }
 
     bool mayReplace(const QFileInfo& file)
     {
-        return Alert::runAlertPanel(this, panelText(u"“%1” already exists."_s).arg(file.fileName()),
-                   panelText(u"Do you want to replace it?"_s), panelText(u"Replace"_s),
-                   panelText(u"Cancel"_s)) == Alert::defaultReturn;
+        return Alert::runAlertPanel(this, Text::tr("“%1” already exists.").arg(file.fileName()),
+                   Text::tr("Do you want to replace it?"), Text::tr("Replace"),
+                   Text::tr("Cancel")) == Alert::defaultReturn;
     }
 
     QString m_suffix;

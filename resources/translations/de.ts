@@ -94,11 +94,11 @@ Dieser Klang ist nicht zu finden.</translation>
         <translation>Klang&amp;dokument:</translation>
     </message>
     <message>
-        <source>' and will only expand in that application.</source>
+        <source>&apos; and will only expand in that application.</source>
         <translation>“ zugeordnet und gilt nur in diesem Programm.</translation>
     </message>
     <message>
-        <source>'?</source>
+        <source>&apos;?</source>
         <translation>“ sichern?</translation>
     </message>
     <message>
@@ -148,10 +148,6 @@ Dieser Klang ist nicht zu finden.</translation>
     <message>
         <source>Applications</source>
         <translation>Programme</translation>
-    </message>
-    <message>
-        <source>Are you sure you wish to remove this phrase?</source>
-        <translation>Möchten Sie dieses Kürzel wirklich entfernen?</translation>
     </message>
     <message>
         <source>Are you sure you wish to remove this phrase?
@@ -280,7 +276,7 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Möchten Sie es ersetzen?</translation>
     </message>
     <message>
-        <source>Do you wish to save the changes you made to '</source>
+        <source>Do you wish to save the changes you made to &apos;</source>
         <translation>Möchten Sie die Änderungen an „</translation>
     </message>
     <message>
@@ -496,10 +492,6 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Neues Klangdokument …</translation>
     </message>
     <message>
-        <source>No application chosen</source>
-        <translation>Kein Programm gewählt</translation>
-    </message>
-    <message>
         <source>No applications: phrases work the same everywhere</source>
         <translation>Keine Programme: Kürzel gelten überall gleich</translation>
     </message>
@@ -532,7 +524,7 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>OK</translation>
     </message>
     <message>
-        <source>Once you save the clipping as plain text, you won't be able to retrieve any attributes such as font, style or colour.</source>
+        <source>Once you save the clipping as plain text, you won&apos;t be able to retrieve any attributes such as font, style or colour.</source>
         <translation>Ist das Kürzel erst als reiner Text gesichert, lassen sich Schrift, Stil oder Farbe nicht mehr zurückholen.</translation>
     </message>
     <message>
@@ -824,7 +816,7 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Die Lautstärke des gewählten Ereignisses; ohne Auswahl die von allem</translation>
     </message>
     <message>
-        <source>This abbreviation is associated with '</source>
+        <source>This abbreviation is associated with &apos;</source>
         <translation>Dieses Kürzel ist dem Programm „</translation>
     </message>
     <message>
@@ -1010,6 +1002,22 @@ Das lässt sich nicht rückgängig machen.</translation>
     <message>
         <source>S</source>
         <translation>D</translation>
+    </message>
+    <message>
+        <source>Align left</source>
+        <translation>Linksbündig</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Zentriert</translation>
+    </message>
+    <message>
+        <source>Align right</source>
+        <translation>Rechtsbündig</translation>
+    </message>
+    <message>
+        <source>Justify</source>
+        <translation>Blocksatz</translation>
     </message>
 </context>
 </TS>

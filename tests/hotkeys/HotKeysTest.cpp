@@ -83,7 +83,7 @@ class HotKeysTest final : public QObject
 
 private Q_SLOTS:
 
-    void initTestCase() { Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_TEST_BUNDLE)); }
+    void initTestCase() { Bundle::registerBundle(QStringLiteral(BLIPSY_TEST_BUNDLE)); }
 
     void init()
     {

@@ -27,7 +27,7 @@ private Q_SLOTS:
         const QString resources = m_bundle.path() + u"/Contents/Resources"_s;
         QVERIFY(QDir().mkpath(resources));
         QVERIFY(QFile::copy(QFINDTESTDATA("../../resources/PTKeyCodes.plist"), resources + u"/PTKeyCodes.plist"_s));
-        Bundle::registerBundle(u"com.blipsy.prefpanel"_s, m_bundle.path());
+        Bundle::registerBundle(m_bundle.path());
     }
 
     void readsStoredForm_data()

@@ -49,7 +49,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir bundle;
         Files::write(bundle.path() + u"/Contents/Resources/PTKeyCodes.plist"_s, "(a, b)");
-        Bundle::registerBundle(u"com.blipsy.prefpanel"_s, bundle.path());
+        Bundle::registerBundle(bundle.path());
         QTest::ignoreMessage(QtWarningMsg,
             QRegularExpression(u"PTKeyCodes.plist is no table of key names: its root is no dictionary"_s));
         QVERIFY(!PTKeyCombo::_keyCodesDictionary());
@@ -210,7 +210,7 @@ private Q_SLOTS:
     void panelSpeaksTheUsersLanguage()
     {
         QLocale::setDefault(QLocale::German);
-        Bundle::registerBundle(u"com.blipsy.prefpanel"_s, QStringLiteral(BLIPSY_TEST_BUNDLE));
+        Bundle::registerBundle(QStringLiteral(BLIPSY_TEST_BUNDLE));
         PTKeyComboPanel panel;
         QVERIFY(panel.window()->findChild<QPushButton*>(u"cancelButton"_s)->text().contains(u"Abbrechen"_s));
         panel.setKeyBindingName(u"Pause"_s);

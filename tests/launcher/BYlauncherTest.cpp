@@ -82,7 +82,7 @@ private Q_SLOTS:
         auto* layout = new QHBoxLayout(&m_switch);
         layout->addWidget(new QRadioButton(u"On"_s));
         layout->addWidget(new QRadioButton(u"Off"_s));
-        Bundle::registerBundle(paneBundleIdentifier, m_bundle);
+        Bundle::registerBundle(m_bundle);
     }
 
     void init()

@@ -71,7 +71,7 @@ class PaneTest final : public QObject
 
 private Q_SLOTS:
 
-    void initTestCase() { Bundle::registerBundle(paneBundleIdentifier, QStringLiteral(BLIPSY_TEST_BUNDLE)); }
+    void initTestCase() { Bundle::registerBundle(QStringLiteral(BLIPSY_TEST_BUNDLE)); }
 
     void init()
     {

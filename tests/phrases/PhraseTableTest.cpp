@@ -35,7 +35,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         QFile(m_bundle.filePath(u"boing.wav"_s)).open(QIODevice::WriteOnly);
-        Bundle::registerBundle(paneBundleIdentifier, m_bundle.path());
+        Bundle::registerBundle(m_bundle.path());
     }
 
     void init()

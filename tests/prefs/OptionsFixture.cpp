@@ -17,7 +17,7 @@ void OptionsFixture::initTestCase()
     QVERIFY(QFile::copy(QStringLiteral(STAND_IN_HELPER), program));
     QVERIFY(QFile::copy(QFINDTESTDATA("../../resources/PTKeyCodes.plist"),
         m_bundle.path() + u"/Contents/Resources/PTKeyCodes.plist"_s));
-    Bundle::registerBundle(paneBundleIdentifier, m_bundle.path());
+    Bundle::registerBundle(m_bundle.path());
 }
 
 void OptionsFixture::init()
