@@ -9,7 +9,9 @@ namespace {
 /// Not left out by the compiler, unlike an assignment to memory that is not read any more.
 void wipe(QChar* begin, qsizetype count)
 {
-    explicit_bzero(begin, size_t(count) * sizeof(QChar));
+    if (count > 0) {
+        explicit_bzero(begin, size_t(count) * sizeof(QChar));
+    }
 }
 
 } // namespace
