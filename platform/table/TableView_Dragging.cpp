@@ -30,6 +30,8 @@ void TableView::dropEvent(QDropEvent* event)
 {
     validateDrop(event);
     const QModelIndex target = m_model ? m_model->index(m_dropRow, 0) : QModelIndex();
+    // The mark goes, and all rows are painted again when this event is over: one that has got a sound by the drop shows
+    // it then, though its controller reloads nothing.
     QDragLeaveEvent leave;
     dragLeaveEvent(&leave);
     if (event->isAccepted() && !m_model->dropMimeData(event->mimeData(), event->dropAction(), -1, -1, target)) {
