@@ -14,7 +14,6 @@
 
 #include <DataTable.h>
 #include <Files.h>
-#include <ModalDriver.h>
 
 using namespace Qt::StringLiterals;
 
@@ -123,25 +122,6 @@ private Q_SLOTS:
         QCOMPARE(entry->contains(PhraseKey::rtfd), isStoredRich);
         QCOMPARE(isStoredRich && entry->value(PhraseKey::rtfd).data().contains("before"), isStoredRich);
         QCOMPARE(m_session->isDirty(), !byButton);
-    }
-
-    void questionNamesThePhrase_data()
-    {
-        const DataTable<QString, bool> row("button", "isSaved");
-        row("save", u"Save"_s, true);
-        row("discard", u"Discard"_s, false);
-    }
-
-    void questionNamesThePhrase()
-    {
-        const auto [button, isSaved] = currentRow<QString, bool>();
-        QString question;
-        ModalDriver driver([&question, &button = button](QWidget* modal) {
-            question = modal->property("informativeText").toString();
-            ModalDriver::click(button)(modal);
-        });
-        QCOMPARE(m_session->confirmSave(u"a"_s), isSaved);
-        QVERIFY2(question.contains(u"'a'"), qPrintable(question));
     }
 
 private:
