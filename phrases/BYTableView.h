@@ -30,9 +30,10 @@ class Slider;
 class Sound;
 class TextView;
 
-/// The phrase list: a table that is its own data source and shows one row per phrase entry of the document. It also
-/// holds most of the pane's other controls, keeps them in step with the settings, listens to the helper, and carries
-/// out the document commands.
+/// The phrase list: a table that shows one row per phrase entry of the document, and the façade that has the given
+/// names. The document commands, the text in the edit pane, the helper's notifications and the choice of a sound are
+/// objects of their own, which it connects; it also keeps most of the pane's controls in step with the
+/// settings.
 ///
 /// Row and index in BYGlobals::clippingsArray() are the same number. A row whose entry is no dictionary shows empty
 /// cells and cannot be changed. Outlets belong to the interface file; one that is null is left out. Main thread only.
@@ -195,8 +196,6 @@ public:
 
 private:
     using RowHold = HelperListener::RowHold;
-
-    static void selectCell(Matrix* matrix, int row, int column);
 
     void observeNotifications();
     void loadIcons();

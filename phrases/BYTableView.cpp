@@ -3,15 +3,37 @@
 
 #include "DocumentCommands.h"
 #include "PhrasesModel.h"
+#include "PrintClippingsWindow.h"
 
 #include <core/BYGlobals.h>
+#include <core/PhraseList.h>
+#include <core/SharedNames.h>
+#include <platform/controls/Matrix.h>
+#include <platform/controls/Slider.h>
+#include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/richtext/TextView.h>
 #include <platform/sound/Sound.h>
 #include <sounds/RowButtons.h>
 #include <texts/EditSession.h>
 
+#include <QCheckBox>
+#include <QLabel>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int phraseColumn = 1;
+
+void selectCell(Matrix* matrix, int row, int column)
+{
+    if (matrix) {
+        matrix->setState_atRow_column(true, row, column);
+    }
+}
+
+} // namespace
 
 BYTableView::BYTableView(QWidget* parent)
     : TableView(parent)
@@ -88,4 +110,76 @@ void BYTableView::makeDocumentCommands()
     });
     connect(m_documents.get(), &DocumentCommands::chosen, this, [this] { reloadDocument(&BYGlobals::fillArray); });
     connect(m_documents.get(), &DocumentCommands::printRequested, this, [this] { showPrintClippingsWindow(this); });
+}
+
+void BYTableView::updateSettingsFromPrefs()
+{
+    BYGlobals::fillArray();
+    if (playSoundOnDropPrefButton) {
+        playSoundOnDropPrefButton->setChecked(Settings::playSoundOnDrop.value());
+    }
+    selectCell(menuPrefsMatrix, Settings::menuPref.value(), 0);
+    selectCell(sortPrefsMatrix, 0, Settings::sortPref.value());
+    selectCell(iTunesAnnouncerPrefMatrix, 0, Settings::announcerPref.value());
+    updateClippingsPopUpButton();
+    updateVolumeSlider();
+}
+
+void BYTableView::updateVolumeSlider()
+{
+    const PropertyList::DictionaryPointer root = BYGlobals::clippingsDictionary();
+    const PropertyList::Value* volume = root ? root->find(DocumentKey::setVolume) : nullptr;
+    if (myVolumeSlider) {
+        myVolumeSlider->setFloatValue(volume ? float(volume->doubleValue()) : 0);
+    }
+    if (myVolumeSliderLabel) {
+        myVolumeSliderLabel->setText(Text::tr("Set volume:"));
+    }
+}
+
+void BYTableView::scrollToAbb(const QString& phrase)
+{
+    const int row = PhraseList::rowOfPhrase(BYGlobals::clippingsArray(), phrase);
+    if (row >= 0) {
+        selectRow_byExtendingSelection(row, false);
+        scrollRowToVisible(row);
+    }
+}
+
+void BYTableView::prefsChanged(const DistributedNotification& notification)
+{
+    m_listener.hear(notification);
+}
+
+void BYTableView::editNewRow()
+{
+    reloadInPreferredOrder(&BYGlobals::sortArray);
+    scrollToAbb(Text::tr("newabb"));
+    editColumn_row_withEvent_select(phraseColumn, selectedRow(), nullptr, true);
+    Changes::saveDocument({});
+}
+
+void BYTableView::openDoc(QObject*)
+{
+    const RowHold hold(m_listener);
+    m_documents->carryOutChosenItem();
+    updateVolumeSlider();
+}
+
+void BYTableView::useDocument(const QString& path)
+{
+    m_documents->use(path);
+    updateVolumeSlider();
+}
+
+void BYTableView::updateClippingsPopUpButton()
+{
+    m_documents->updatePopUp();
+}
+
+void BYTableView::showPrintClippingsWindow(QObject*)
+{
+    if (printClippingsWindow) {
+        printClippingsWindow->present();
+    }
 }
