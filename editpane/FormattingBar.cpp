@@ -131,43 +131,28 @@ QToolButton* FormattingBar::addButton(
 
 void FormattingBar::addStyleButtons(QHBoxLayout& layout)
 {
-    m_bold = addButton(layout, u"bold"_s, Text::tr("B"), Text::tr("Bold"));
-    m_italic = addButton(layout, u"italic"_s, Text::tr("I"), Text::tr("Italic"));
-    m_underline = addButton(layout, u"underline"_s, Text::tr("U"), Text::tr("Underline"));
-    m_strike = addButton(layout, u"strike"_s, Text::tr("S"), Text::tr("Strikethrough"));
-    QFont sample = font();
-    sample.setBold(true);
-    m_bold->setFont(sample);
-    sample = font();
-    sample.setItalic(true);
-    m_italic->setFont(sample);
-    sample = font();
-    sample.setUnderline(true);
-    m_underline->setFont(sample);
-    sample = font();
-    sample.setStrikeOut(true);
-    m_strike->setFont(sample);
-
-    connect(m_bold, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontWeight(on ? QFont::Bold : QFont::Normal);
-        apply(format);
-    });
-    connect(m_italic, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontItalic(on);
-        apply(format);
-    });
-    connect(m_underline, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontUnderline(on);
-        apply(format);
-    });
-    connect(m_strike, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontStrikeOut(on);
-        apply(format);
-    });
+    using Change = void (*)(QTextCharFormat&, bool);
+    const auto add = [this, &layout](const QString& name, const QString& text, const QString& toolTip,
+                         void (QFont::*setSample)(bool), Change change) {
+        QToolButton* const button = addButton(layout, name, text, toolTip);
+        QFont sample = font();
+        (sample.*setSample)(true);
+        button->setFont(sample);
+        connect(button, &QToolButton::clicked, this, [this, change](bool on) {
+            QTextCharFormat format;
+            change(format, on);
+            apply(format);
+        });
+        return button;
+    };
+    m_bold = add(u"bold"_s, Text::tr("B"), Text::tr("Bold"), &QFont::setBold,
+        [](auto& format, bool on) { format.setFontWeight(on ? QFont::Bold : QFont::Normal); });
+    m_italic = add(u"italic"_s, Text::tr("I"), Text::tr("Italic"), &QFont::setItalic,
+        [](auto& format, bool on) { format.setFontItalic(on); });
+    m_underline = add(u"underline"_s, Text::tr("U"), Text::tr("Underline"), &QFont::setUnderline,
+        [](auto& format, bool on) { format.setFontUnderline(on); });
+    m_strike = add(u"strike"_s, Text::tr("S"), Text::tr("Strikethrough"), &QFont::setStrikeOut,
+        [](auto& format, bool on) { format.setFontStrikeOut(on); });
 }
 
 void FormattingBar::addColorButton(QHBoxLayout& layout)
