@@ -41,8 +41,8 @@ QByteArray rtfdOf(const AttributedText& text)
 
 Formatting rtfdOfAttributedString(const QByteArray& archive)
 {
-    ArchivedText result = unarchivedText(archive);
-    return result.text ? Formatting{rtfdOf(*result.text), std::move(result.warnings)} : Formatting();
+    const Result<ArchivedText> result = unarchivedText(archive);
+    return result ? Formatting{rtfdOf(result->text), result->warnings} : Formatting();
 }
 
 Formatting rtfdOfImage(const QByteArray& archive)

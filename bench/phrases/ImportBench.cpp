@@ -39,7 +39,7 @@ void save(const DictionaryPointer& root, const QString& path)
 DictionaryPointer load(const QString& path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? PropertyList::read(file.readAll()).root.dictionary() : DictionaryPointer();
+    return file.open(QIODevice::ReadOnly) ? PropertyList::read(file.readAll())->dictionary() : DictionaryPointer();
 }
 
 void import(const QString& source, Source kind, const QString& document)
@@ -94,7 +94,7 @@ void benchFormattedItems(const QTemporaryDir& folder)
         const QByteArray archive = formattedText(number);
         items->append(Dictionary::create({{u"Plain Text"_s, u"plain"_s}, {u"Formatted Text"_s, archive}}));
         texts.push_back(std::make_unique<QTextDocument>());
-        unarchivedText(archive).text->fill(*texts.back());
+        unarchivedText(archive)->text.fill(*texts.back());
     }
     const QString source = folder.filePath(u"words.textexpander"_s);
     const QString document = folder.filePath(u"words.blipsy"_s);
@@ -106,7 +106,7 @@ void benchFormattedItems(const QTemporaryDir& folder)
         qsizetype size = 0;
         for (int number = 0; number < formattedItems; ++number) {
             const QByteArray archive = archives->at(number).dictionary()->value(u"Formatted Text").data();
-            size += unarchivedText(archive).text->text.size();
+            size += unarchivedText(archive)->text.text.size();
             size += Rtfd::write(*texts[size_t(number)]).size();
         }
         if (size == 0) {

@@ -45,7 +45,7 @@ public:
     {
     }
 
-    ArchivedText read(const Entry& root);
+    Result<ArchivedText> read(const Entry& root);
 
 private:
     bool readRuns(Items& items);
@@ -76,18 +76,21 @@ private:
     qsizetype m_visits = 0;
 };
 
-ArchivedText Interpreter::read(const Entry& root)
+Result<ArchivedText> Interpreter::read(const Entry& root)
 {
     Items items(m_archive, root);
     const Entry* string = items.nextObject();
     if (string == nullptr || !m_archive.isKindOf(*string, "NSString")) {
-        return {std::nullopt, u"the attributed string has no text"_s, {}};
+        return Failure{u"the attributed string has no text"_s};
     }
     m_text.text = textOf(*string);
     if (!readRuns(items)) {
-        return {std::nullopt, u"the runs do not match the text"_s, {}};
+        return Failure{u"the runs do not match the text"_s};
     }
-    return {std::move(m_text), {}, std::move(m_warnings)};
+    if (m_archive.endsEarly) {
+        warn(u"something unreadable follows the text"_s);
+    }
+    return ArchivedText{std::move(m_text), std::move(m_warnings)};
 }
 
 /// Pairs of a run's number (from 1) and length; where a number comes first, its dictionary follows.
@@ -278,30 +281,26 @@ const Entry* Interpreter::fileDataBelow(const Entry& entry)
 
 } // namespace
 
-ArchivedText unarchivedText(QByteArrayView bytes)
+Result<ArchivedText> unarchivedText(QByteArrayView bytes)
 {
-    const TypedStream::ReadResult archived = TypedStream::read(bytes);
-    if (!archived.archive) {
-        return {std::nullopt, archived.error, {}};
+    const Result<Archive> archive = TypedStream::read(bytes);
+    if (!archive) {
+        return Failure{archive.error()};
     }
-    const Entry* root = archived.archive->rootObject();
-    if (root == nullptr || !archived.archive->isKindOf(*root, "NSAttributedString")) {
-        return {std::nullopt, u"the archive holds no attributed string"_s, {}};
+    const Entry* root = archive->rootObject();
+    if (root == nullptr || !archive->isKindOf(*root, "NSAttributedString")) {
+        return Failure{u"the archive holds no attributed string"_s};
     }
-    ArchivedText result = Interpreter(*archived.archive).read(*root);
-    if (!archived.warning.isEmpty()) {
-        result.warnings.append(u"something unreadable follows the text"_s);
-    }
-    return result;
+    return Interpreter(*archive).read(*root);
 }
 
 std::optional<QByteArray> unarchivedImageFile(QByteArrayView bytes)
 {
-    const TypedStream::ReadResult archived = TypedStream::read(bytes);
-    if (!archived.archive) {
+    const Result<Archive> archived = TypedStream::read(bytes);
+    if (!archived) {
         return std::nullopt;
     }
-    const Archive& archive = *archived.archive;
+    const Archive& archive = *archived;
     const auto isBitmap = [&archive](const Entry& entry) {
         return entry.kind == Entry::Kind::Object && archive.isKindOf(entry, "NSBitmapImageRep");
     };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TypedStream.h"
 
-#include "TypedStreamInput.h"
+#include <platform/bytes/ByteReader.h>
 
 #include <string_view>
 
@@ -11,7 +11,24 @@ namespace TypedStream {
 
 namespace {
 
-using Mark = Input::Mark;
+constexpr QByteArrayView littleEndianSignature("\x04\x0Bstreamtyped");
+constexpr QByteArrayView bigEndianSignature("\x04\x0Btypedstream");
+
+/// The marks that stand where a number or a thing may stand.
+enum class Mark : quint8 {
+    Short = 0x81,
+    Long = 0x82,
+    Real = 0x83,
+    New = 0x84,
+    Nil = 0x85,
+    EndOfObject = 0x86,
+    LongLong = 0x87
+};
+
+constexpr quint8 firstReserved = 0x80;
+constexpr quint8 lastReserved = 0x91;
+/// The number of the first entry of a table: the lowest that fits into a byte beside the marks.
+constexpr qint64 firstReference = -110;
 
 constexpr int maximumDepth = 64;
 constexpr int maximumClassDepth = 32;
@@ -39,116 +56,137 @@ std::optional<std::string_view> takeBracketed(std::string_view& encoding)
     return std::nullopt;
 }
 
+/// Reads one archive. After a problem everything reads as nothing, and no more values are kept.
 class Reader final
 {
 public:
     explicit Reader(QByteArrayView bytes)
-        : m_input(bytes)
+        : m_input(bytes, bytes.startsWith(littleEndianSignature) ? QSysInfo::LittleEndian : QSysInfo::BigEndian)
     {
     }
 
-    ReadResult read();
+    Result<Archive> read();
 
 private:
-    bool readGroup(Group& group, int depth);
-    bool readTypes(std::string_view encoding, std::vector<Item>& items, int depth);
-    bool readType(std::string_view& encoding, std::vector<Item>& items, int depth);
-    bool readArray(std::string_view inner, std::vector<Item>& items, int depth);
-    bool readItem(char type, Item& item, int depth);
-    bool readObject(Item& item, int depth);
-    bool readClass(std::optional<size_t>& number, int depth);
-    bool readCString(Item& item);
-    bool readReference(Entry::Kind kind, size_t& number);
+    void readGroup(std::vector<Item>& items, int depth);
+    void readTypes(std::string_view encoding, std::vector<Item>& items, int depth);
+    void readType(std::string_view& encoding, std::vector<Item>& items, int depth);
+    void readArray(std::string_view inner, std::vector<Item>& items, int depth);
+    Item readItem(char type, int depth);
+    Item readObject(int depth);
+    Item readCString();
+    std::optional<size_t> readClass(int depth);
+    /// The number of an entry in a table; nothing after a problem.
+    std::optional<size_t> readNumber(size_t tableSize);
+    std::optional<size_t> readReference(Entry::Kind kind);
+    /// A number of any width behind its mark, or a small one in one byte.
+    qint64 readInteger();
+    /// A float or, for the type 'd', a double; whole numbers may be written as integers.
+    double readReal(char type);
+    /// Nil, or bytes behind their length.
+    std::optional<QByteArray> readUnsharedString();
+    /// The same, or a reference to one read before.
+    std::optional<QByteArray> readSharedString();
 
-    bool countSteps(size_t steps)
+    bool isNext(Mark mark) const { return !m_input.atEnd() && m_input.peek() == quint8(mark); }
+
+    /// Goes past @p mark where it is what comes next.
+    bool take(Mark mark) { return isNext(mark) && !m_input.take(1).isEmpty(); }
+
+    bool hasFailed() const { return m_input.problem().isNoted(); }
+
+    void countSteps(size_t steps)
     {
         m_steps += steps;
-        return m_steps <= maximumSteps || m_input.fail(u"values are repeated too often");
+        if (m_steps > maximumSteps) {
+            m_input.fail(u"values are repeated too often");
+        }
     }
 
-    Input m_input;
+    ByteReader m_input;
+    std::vector<QByteArray> m_strings;
     size_t m_steps = 0;
     Archive m_archive;
 };
 
-ReadResult Reader::read()
+template <typename Value>
+Item itemOf(std::optional<Value> value)
 {
-    if (!m_input.readHeader()) {
-        return {std::nullopt, m_input.error(), {}};
+    return value ? Item(*std::move(value)) : Item();
+}
+
+Item itemOf(std::optional<size_t> number)
+{
+    return number ? Item(Reference{*number}) : Item();
+}
+
+Result<Archive> Reader::read()
+{
+    m_input.take(littleEndianSignature.size());
+    readInteger(); // the version of the system that wrote it
+    size_t complete = 0;
+    while (!m_input.atEnd()) {
+        readGroup(m_archive.items, 0);
+        complete = hasFailed() ? complete : m_archive.items.size();
     }
-    while (m_input.hasByte()) {
-        Group group;
-        if (!readGroup(group, 0)) {
-            break;
-        }
-        m_archive.groups.push_back(std::move(group));
-    }
-    if (m_archive.groups.empty()) {
+    m_archive.items.resize(complete);
+    m_archive.endsEarly = hasFailed();
+    if (complete == 0) {
         m_input.fail(u"there is no value");
-        return {std::nullopt, m_input.error(), {}};
+        return Failure{m_input.problem().text()};
     }
-    return {std::move(m_archive), {}, m_input.error()};
+    return std::move(m_archive);
 }
 
-bool Reader::readGroup(Group& group, int depth)
+void Reader::readGroup(std::vector<Item>& items, int depth)
 {
-    std::optional<QByteArray> encoding;
-    if (!m_input.readSharedString(encoding)) {
-        return false;
-    }
+    const std::optional<QByteArray> encoding = readSharedString();
     if (!encoding) {
-        return m_input.fail(u"a value without a type");
+        m_input.fail(u"a value without a type");
+        return;
     }
-    group.encoding = *encoding;
-    return readTypes({encoding->constData(), size_t(encoding->size())}, group.items, depth);
+    readTypes({encoding->constData(), size_t(encoding->size())}, items, depth);
 }
 
-bool Reader::readTypes(std::string_view encoding, std::vector<Item>& items, int depth)
+void Reader::readTypes(std::string_view encoding, std::vector<Item>& items, int depth)
 {
     if (depth > maximumDepth) {
-        return m_input.fail(u"values are nested too deeply");
+        m_input.fail(u"values are nested too deeply");
     }
-    while (!encoding.empty()) {
-        if (!readType(encoding, items, depth)) {
-            return false;
-        }
+    while (!encoding.empty() && !hasFailed()) {
+        readType(encoding, items, depth);
     }
-    return true;
 }
 
-bool Reader::readType(std::string_view& encoding, std::vector<Item>& items, int depth)
+void Reader::readType(std::string_view& encoding, std::vector<Item>& items, int depth)
 {
     const char type = encoding.front();
     encoding.remove_prefix(1);
-    if (!countSteps(1)) {
-        return false;
-    }
+    countSteps(1);
     if (type == '!') {
-        return true;
+        return;
     }
     if (!isOpening(type)) {
-        Item item;
-        if (!readItem(type, item, depth)) {
-            return false;
+        Item item = readItem(type, depth);
+        if (!hasFailed()) {
+            items.push_back(std::move(item));
         }
-        items.push_back(std::move(item));
-        return true;
+        return;
     }
     const std::optional<std::string_view> inner = takeBracketed(encoding);
     if (!inner) {
-        return m_input.fail(u"a type with a bracket that has no end");
+        m_input.fail(u"a type with a bracket that has no end");
+        return;
     }
-    if (!countSteps(inner->size())) {
-        return false;
-    }
+    countSteps(inner->size());
     if (type == '[') {
-        return readArray(*inner, items, depth + 1);
+        readArray(*inner, items, depth + 1);
+    } else if (const size_t name = inner->find('='); name != std::string_view::npos) {
+        readTypes(inner->substr(name + 1), items, depth + 1);
     }
-    const size_t name = inner->find('=');
-    return name == std::string_view::npos || readTypes(inner->substr(name + 1), items, depth + 1);
 }
 
-bool Reader::readArray(std::string_view inner, std::vector<Item>& items, int depth)
+void Reader::readArray(std::string_view inner, std::vector<Item>& items, int depth)
 {
     qint64 count = 0;
     while (!inner.empty() && inner.front() >= '0' && inner.front() <= '9' && count <= m_input.remaining()) {
@@ -156,145 +194,173 @@ bool Reader::readArray(std::string_view inner, std::vector<Item>& items, int dep
         inner.remove_prefix(1);
     }
     if (inner == "c" || inner == "C") {
-        QByteArray bytes;
-        if (!m_input.readRaw(count, bytes)) {
-            return false;
-        }
-        items.emplace_back(std::move(bytes));
-        return true;
+        items.emplace_back(m_input.take(count).toByteArray());
+        return;
     }
     if (count > m_input.remaining()) {
-        return m_input.fail(u"an array reaches beyond the end");
+        m_input.fail(u"an array reaches beyond the end");
     }
-    for (qint64 i = 0; i < count; ++i) {
-        if (!countSteps(1) || !readTypes(inner, items, depth)) {
-            return false;
-        }
+    for (qint64 i = 0; i < count && !hasFailed(); ++i) {
+        countSteps(1);
+        readTypes(inner, items, depth);
     }
-    return true;
 }
 
-bool Reader::readItem(char type, Item& item, int depth)
+Item Reader::readItem(char type, int depth)
 {
     switch (type) {
-    case 'c': {
-        qint8 number = 0;
-        const bool isRead = m_input.readFixed(number);
-        item = qint64(number);
-        return isRead;
-    }
+    case 'c':
+        return qint64(m_input.number<qint8>());
     case 'C':
-    case 'B': {
-        quint8 number = 0;
-        const bool isRead = m_input.readFixed(number);
-        item = qint64(number);
-        return isRead;
-    }
+    case 'B':
+        return qint64(m_input.number<quint8>());
     case 'f':
     case 'd':
-        return m_input.readReal(type, item.emplace<double>());
+        return readReal(type);
     case '@':
-        return readObject(item, depth + 1);
-    case '#': {
-        std::optional<size_t> number;
-        const bool isRead = readClass(number, 0);
-        item = number ? Item(Reference{*number}) : Item();
-        return isRead;
-    }
+        return readObject(depth + 1);
+    case '#':
+        return itemOf(readClass(0));
     case '*':
-        return readCString(item);
+        return readCString();
     case ':':
     case '%':
-    case '+': {
-        std::optional<QByteArray> text;
-        const bool isRead = type == '+' ? m_input.readUnsharedString(text) : m_input.readSharedString(text);
-        item = text ? Item(*std::move(text)) : Item();
-        return isRead;
-    }
+        return itemOf(readSharedString());
+    case '+':
+        return itemOf(readUnsharedString());
     default:
-        return std::string_view("sSiIlLqQ").find(type) != std::string_view::npos
-                   ? m_input.readInteger(item.emplace<qint64>())
-                   : m_input.fail(u"an unknown type");
+        if (std::string_view("sSiIlLqQ").find(type) == std::string_view::npos) {
+            m_input.fail(u"an unknown type");
+        }
+        return readInteger();
     }
 }
 
-bool Reader::readObject(Item& item, int depth)
+Item Reader::readObject(int depth)
 {
     if (depth > maximumDepth) {
-        return m_input.fail(u"objects are nested too deeply");
+        m_input.fail(u"objects are nested too deeply");
     }
-    if (m_input.take(Mark::Nil)) {
-        return true;
+    if (take(Mark::Nil)) {
+        return {};
     }
-    if (!m_input.take(Mark::New)) {
-        return readReference(Entry::Kind::Object, item.emplace<Reference>().number);
+    if (!take(Mark::New)) {
+        return itemOf(readReference(Entry::Kind::Object));
     }
     // The number comes first, so that what is inside can refer to this object. Entries move when the table grows.
     const size_t number = m_archive.entries.size();
     m_archive.entries.emplace_back();
-    item = Reference{number};
-    std::optional<size_t> objectClass;
-    if (!readClass(objectClass, 0)) {
-        return false;
+    const std::optional<size_t> objectClass = readClass(0);
+    std::vector<Item> items;
+    while (!take(Mark::EndOfObject) && !hasFailed()) {
+        readGroup(items, depth);
     }
     m_archive.entries[number].parent = objectClass;
-    while (!m_input.take(Mark::EndOfObject)) {
-        Group group;
-        if (!readGroup(group, depth)) {
-            return false;
-        }
-        m_archive.entries[number].groups.push_back(std::move(group));
-    }
-    return true;
+    m_archive.entries[number].items = std::move(items);
+    return Reference{number};
 }
 
-bool Reader::readClass(std::optional<size_t>& number, int depth)
+std::optional<size_t> Reader::readClass(int depth)
 {
     if (depth > maximumClassDepth) {
-        return m_input.fail(u"a class with too many superclasses");
+        m_input.fail(u"a class with too many superclasses");
     }
-    if (m_input.take(Mark::Nil)) {
-        return true;
+    if (take(Mark::Nil)) {
+        return std::nullopt;
     }
-    if (!m_input.take(Mark::New)) {
-        return readReference(Entry::Kind::Class, number.emplace());
+    if (!take(Mark::New)) {
+        return readReference(Entry::Kind::Class);
     }
-    std::optional<QByteArray> name;
-    qint64 version = 0;
-    if (!m_input.readSharedString(name) || !m_input.readInteger(version)) {
-        return false;
-    }
-    number = m_archive.entries.size();
-    m_archive.entries.push_back({Entry::Kind::Class, name.value_or(QByteArray()), version, std::nullopt, {}});
-    std::optional<size_t> superclass;
-    if (!readClass(superclass, depth + 1)) {
-        return false;
-    }
-    m_archive.entries[*number].parent = superclass;
-    return true;
+    const QByteArray name = readSharedString().value_or(QByteArray());
+    readInteger(); // the class's version
+    const size_t number = m_archive.entries.size();
+    m_archive.entries.push_back({Entry::Kind::Class, name, std::nullopt, {}});
+    const std::optional<size_t> superclass = readClass(depth + 1);
+    m_archive.entries[number].parent = superclass;
+    return number;
 }
 
-bool Reader::readCString(Item& item)
+Item Reader::readCString()
 {
-    if (m_input.take(Mark::Nil)) {
-        return true;
+    if (take(Mark::Nil)) {
+        return {};
     }
-    if (!m_input.take(Mark::New)) {
-        return readReference(Entry::Kind::Text, item.emplace<Reference>().number);
+    if (!take(Mark::New)) {
+        return itemOf(readReference(Entry::Kind::Text));
     }
-    std::optional<QByteArray> text;
-    if (!m_input.readSharedString(text)) {
-        return false;
-    }
-    item = Reference{m_archive.entries.size()};
-    m_archive.entries.push_back({Entry::Kind::Text, text.value_or(QByteArray()), 0, std::nullopt, {}});
-    return true;
+    const QByteArray text = readSharedString().value_or(QByteArray());
+    m_archive.entries.push_back({Entry::Kind::Text, text, std::nullopt, {}});
+    return Reference{m_archive.entries.size() - 1};
 }
 
-bool Reader::readReference(Entry::Kind kind, size_t& number)
+std::optional<size_t> Reader::readReference(Entry::Kind kind)
 {
-    return m_input.readReference(m_archive.entries.size(), number) &&
-           (m_archive.entries[number].kind == kind || m_input.fail(u"a reference to something of another kind"));
+    const std::optional<size_t> number = readNumber(m_archive.entries.size());
+    if (number && m_archive.entries[*number].kind != kind) {
+        m_input.fail(u"a reference to something of another kind");
+        return std::nullopt;
+    }
+    return number;
+}
+
+std::optional<size_t> Reader::readNumber(size_t tableSize)
+{
+    const qint64 reference = readInteger();
+    // Unsigned, since the distance of two numbers may be more than the largest of them.
+    const size_t number = size_t(reference) - size_t(firstReference);
+    if (reference < firstReference || number >= tableSize) {
+        m_input.fail(u"a reference to nothing");
+    }
+    return hasFailed() ? std::nullopt : std::optional(number);
+}
+
+qint64 Reader::readInteger()
+{
+    const auto first = m_input.number<quint8>();
+    switch (Mark(first)) {
+    case Mark::Short:
+        return m_input.number<qint16>();
+    case Mark::Long:
+        return m_input.number<qint32>();
+    case Mark::LongLong:
+        return m_input.number<qint64>();
+    default:
+        break;
+    }
+    if (first >= firstReserved && first <= lastReserved) {
+        m_input.fail(u"no integer where one should be");
+    }
+    return qint8(first);
+}
+
+double Reader::readReal(char type)
+{
+    if (!take(Mark::Real)) {
+        return double(readInteger());
+    }
+    return type == 'd' ? m_input.number<double>() : double(m_input.number<float>());
+}
+
+std::optional<QByteArray> Reader::readUnsharedString()
+{
+    if (take(Mark::Nil)) {
+        return std::nullopt;
+    }
+    return m_input.take(readInteger()).toByteArray();
+}
+
+std::optional<QByteArray> Reader::readSharedString()
+{
+    if (take(Mark::Nil)) {
+        return std::nullopt;
+    }
+    if (take(Mark::New)) {
+        std::optional<QByteArray> text = readUnsharedString();
+        m_strings.push_back(text.value_or(QByteArray()));
+        return text;
+    }
+    const std::optional<size_t> number = readNumber(m_strings.size());
+    return number ? std::optional(m_strings[*number]) : std::nullopt;
 }
 
 } // namespace
@@ -323,11 +389,14 @@ const Entry* Archive::object(const Item& item) const
 
 const Entry* Archive::rootObject() const
 {
-    return groups.empty() || groups.front().items.empty() ? nullptr : object(groups.front().items.front());
+    return items.empty() ? nullptr : object(items.front());
 }
 
-ReadResult read(QByteArrayView bytes)
+Result<Archive> read(QByteArrayView bytes)
 {
+    if (!bytes.startsWith(littleEndianSignature) && !bytes.startsWith(bigEndianSignature)) {
+        return Failure{u"byte 0: no typed stream of version 4"_s};
+    }
     return Reader(bytes).read();
 }
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QString>
 
 #include <optional>
 #include <variant>
@@ -24,14 +25,6 @@ struct Reference
 /// One value: nil, an integer (of any width, sign-extended), a real, bytes (raw data, selectors), or an entry.
 using Item = std::variant<std::monostate, qint64, double, QByteArray, Reference>;
 
-/// Values that were written together. Those of structures and arrays stand one after the other; an array of bytes is
-/// one item.
-struct Group
-{
-    QByteArray encoding;
-    std::vector<Item> items;
-};
-
 /// What has a number: an object, a class, or a C string.
 struct Entry
 {
@@ -40,18 +33,21 @@ struct Entry
     Kind kind = Kind::Object;
     /// The name of a class, or the bytes of a C string.
     QByteArray text;
-    qint64 version = 0;
     /// An object's class, or a class's superclass.
     std::optional<size_t> parent;
-    std::vector<Group> groups;
+    /// An object's values in order. Those of structures and arrays stand one after the other; an array of bytes is one
+    /// item.
+    std::vector<Item> items;
 };
 
 /// An archive. Entries may refer to each other in circles, but every reference is one to an entry of the right kind.
 struct Archive
 {
     std::vector<Entry> entries;
-    /// The values outside of all objects: normally one group with the root object.
-    std::vector<Group> groups;
+    /// The values outside of all objects: normally the root object alone.
+    std::vector<Item> items;
+    /// Something unreadable follows them.
+    bool endsEarly = false;
 
     /// Whether @p entry is an object of the class @p className or of a subclass.
     bool isKindOf(const Entry& entry, QByteArrayView className) const;
@@ -61,16 +57,7 @@ struct Archive
     const Entry* rootObject() const;
 };
 
-/// No archive and an error text that names the byte offset, or an archive; a warning where something unreadable follows
-/// a complete group.
-struct ReadResult
-{
-    std::optional<Archive> archive;
-    QString error;
-    QString warning;
-};
-
-/// Reads an archive of version 4, of either byte order.
-ReadResult read(QByteArrayView bytes);
+/// Reads an archive of version 4, of either byte order. A failure names the byte offset.
+Result<Archive> read(QByteArrayView bytes);
 
 } // namespace TypedStream

@@ -77,32 +77,9 @@ QString serializedString(const QByteArray& bytes)
 
 } // namespace
 
-Items::Items(const Archive& archive, const Entry& entry)
-    : m_archive(archive)
-    , m_entry(entry)
-{
-    // A group may be empty; the place is always that of a value, or behind the last group.
-    while (!atEnd() && m_entry.groups[m_group].items.empty()) {
-        ++m_group;
-    }
-}
-
-bool Items::atEnd() const
-{
-    return m_group == m_entry.groups.size();
-}
-
 const Item* Items::next()
 {
-    if (atEnd()) {
-        return nullptr;
-    }
-    const Item* item = &m_entry.groups[m_group].items[m_item++];
-    while (!atEnd() && m_item >= m_entry.groups[m_group].items.size()) {
-        ++m_group;
-        m_item = 0;
-    }
-    return item;
+    return atEnd() ? nullptr : &m_items[m_next++];
 }
 
 std::optional<qint64> Items::nextInteger()

@@ -5,17 +5,22 @@
 
 #include <QColor>
 
-/// The objects of typed streams that formatted text is made of, each read from its groups. Objects of another class
+/// The objects of typed streams that formatted text is made of, each read from its values. Objects of another class
 /// than expected, or with other values, give empty results.
 namespace TypedStream {
 
-/// Goes through all values of an object, as if its groups were one. The archive must outlive it.
+/// Goes through the values of an object. The archive must outlive it.
 class Items final
 {
 public:
-    Items(const Archive& archive, const Entry& entry);
+    Items(const Archive& archive, const Entry& entry)
+        : m_archive(archive)
+        , m_items(entry.items)
+    {
+    }
 
-    bool atEnd() const;
+    bool atEnd() const { return m_next == m_items.size(); }
+
     /// The next value, whatever it is; null at the end.
     const Item* next();
     /// The next value as an integer, a real (or integer), bytes or an object; nothing or null where it is none.
@@ -26,9 +31,8 @@ public:
 
 private:
     const Archive& m_archive;
-    const Entry& m_entry;
-    size_t m_group = 0;
-    size_t m_item = 0;
+    const std::vector<Item>& m_items;
+    size_t m_next = 0;
 };
 
 /// The UTF-8 bytes of a string object.

@@ -42,6 +42,16 @@ public:
         return contains(offset, sizeof(Number)) ? qFromBigEndian<Number>(m_bytes.data() + offset) : Number(0);
     }
 
+    /// The big-endian number of the @p width bytes (at most 8) at @p offset; 0 outside.
+    quint64 big(quint64 offset, quint64 width) const noexcept
+    {
+        quint64 number = 0;
+        for (const char byte : contains(offset, width) ? slice(offset, width) : QByteArrayView()) {
+            number = number << 8 | quint8(byte);
+        }
+        return number;
+    }
+
     /// The little-endian number at @p offset; 0 outside.
     template <typename Number>
     Number little(quint64 offset) const noexcept

@@ -13,7 +13,7 @@ namespace PropertyList {
 
 namespace {
 
-ReadResult readUtf8(QByteArrayView bytes)
+Result<Value> readUtf8(QByteArrayView bytes)
 {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     std::string_view text(bytes.data(), size_t(bytes.size()));
@@ -28,7 +28,7 @@ ReadResult readUtf8(QByteArrayView bytes)
 
 } // namespace
 
-ReadResult read(QByteArrayView bytes)
+Result<Value> read(QByteArrayView bytes)
 {
     if (bytes.startsWith("bplist")) {
         return readBinary(bytes);
@@ -39,9 +39,7 @@ ReadResult read(QByteArrayView bytes)
     QStringDecoder decoder(QStringDecoder::Utf16, QStringConverter::Flag::Stateless);
     const QString text = decoder(bytes);
     if (decoder.hasError() || !text.isValidUtf16()) {
-        Findings findings;
-        findings.fail(u"the text is no valid UTF-16", 0);
-        return std::move(findings).result({});
+        return Failure{u"byte 0: the text is no valid UTF-16"_s};
     }
     return readUtf8(text.toUtf8());
 }
@@ -52,11 +50,14 @@ Result<DictionaryPointer> readFile(const QString& path, qint64 maximumSize)
     if (!contents) {
         return Failure{contents.error()};
     }
-    const ReadResult result = read(*contents);
-    if (const DictionaryPointer root = result.root.dictionary()) {
-        return root;
+    const Result<Value> root = read(*contents);
+    if (!root) {
+        return Failure{root.error()};
     }
-    return Failure{result.error.isEmpty() ? u"its root is no dictionary"_s : result.error};
+    if (const DictionaryPointer dictionary = root->dictionary()) {
+        return dictionary;
+    }
+    return Failure{u"its root is no dictionary"_s};
 }
 
 QByteArray write(const Value& root)

@@ -77,7 +77,7 @@ public:
     bool isNull() const noexcept { return type() == Type::Null; }
 
     /// The text of a string; a null QString for every other type.
-    QString string() const;
+    QString string() const { return valueOr<QString>(); }
 
     /// The same without touching the reference count; valid as long as this value.
     QStringView stringView() const noexcept
@@ -87,12 +87,15 @@ public:
     }
 
     /// The bytes of data; empty for every other type.
-    QByteArray data() const;
+    QByteArray data() const { return valueOr<QByteArray>(); }
+
     /// The moment of a date (UTC); invalid for every other type.
-    QDateTime date() const;
+    QDateTime date() const { return valueOr<QDateTime>(); }
+
     /// The container itself, or a null pointer for every other type.
-    ArrayPointer array() const;
-    DictionaryPointer dictionary() const;
+    ArrayPointer array() const { return valueOr<ArrayPointer>(); }
+
+    DictionaryPointer dictionary() const { return valueOr<DictionaryPointer>(); }
 
     /// The dictionary without touching its reference count, for scans of long lists; valid as long as this value.
     const Dictionary* dictionaryInPlace() const noexcept
@@ -101,7 +104,11 @@ public:
         return pointer != nullptr ? pointer->constData() : nullptr;
     }
 
-    std::optional<Uid> uid() const;
+    std::optional<Uid> uid() const
+    {
+        const auto* reference = std::get_if<Uid>(&m_value);
+        return reference != nullptr ? std::optional(*reference) : std::nullopt;
+    }
 
     /// The integer-value conversion that numbers and strings answer alike: a number truncated towards zero, a
     /// boolean as 0 or 1, the leading decimal integer of a string (after white space, with an optional sign), held to
@@ -131,6 +138,13 @@ private:
 
         bool operator==(const Real& other) const noexcept;
     };
+
+    template <typename Held>
+    Held valueOr() const
+    {
+        const auto* held = std::get_if<Held>(&m_value);
+        return held != nullptr ? *held : Held();
+    }
 
     // quint64 holds only what qint64 cannot, so that equal integers have equal representations.
     std::variant<std::monostate, bool, qint64, quint64, Real, QString, QDateTime, QByteArray, Uid, ArrayPointer,
@@ -192,7 +206,8 @@ public:
 
     bool isEmpty() const noexcept { return m_entries.empty(); }
 
-    bool contains(QStringView key) const;
+    bool contains(QStringView key) const { return find(key) != nullptr; }
+
     /// The value under @p key, or a null Value where there is none.
     Value value(QStringView key) const;
     /// The value under @p key in place; null where there is none. Valid until the dictionary changes.
@@ -216,28 +231,19 @@ private:
 /// Containers may be nested this deep; readers refuse deeper ones, and so do writers.
 inline constexpr int maximumDepth = 64;
 
-/// What a reader made of some bytes. A null root with an error text (which names the byte offset) means that they
-/// are no property list; warnings (at most 16) tell what was odd but harmless.
-struct ReadResult
-{
-    Value root;
-    QString error;
-    QStringList warnings;
-};
-
-/// Reads the XML, binary or old-style text form, told apart by the leading bytes.
+/// Reads the XML, binary or old-style text form, told apart by the leading bytes. Why bytes are no property list names
+/// the byte offset; bytes without any value (an empty file) are none.
 ///
 /// Text: UTF-8, or UTF-16 with a byte order mark; XML also what its declaration names, as far as Qt knows it; the
 /// old-style form falls back to Mac OS Roman. Invalid UTF-8 and NUL in XML are errors, raw control characters
-/// (ill-formed XML, but written by other programs) are kept, with a warning; line ends are kept as they are. Duplicate
-/// keys: the last one counts, with a warning. In XML a dictionary with "CF$UID" as its only key and a non-negative
-/// integer under it is a Uid. A set of the binary form becomes an array, and its null elements are left out, both with
-/// a warning. Objects that a binary file refers to several times become separate containers. Bytes without any value
-/// (an empty file) are an error.
-ReadResult read(QByteArrayView bytes);
+/// (ill-formed XML, but written by other programs) are kept; line ends are kept as they are. Of duplicate keys the last
+/// one counts. In XML a dictionary with "CF$UID" as its only key and a non-negative integer under it is a Uid. A set of
+/// the binary form becomes an array, and its null elements are left out. Objects that a binary file refers to several
+/// times become separate containers.
+Result<Value> read(QByteArrayView bytes);
 
 /// The dictionary that the ordinary file at @p path holds in one of those forms. What is no such file, has more than
-/// @p maximumSize bytes or another root is refused; the reason does not name the path. Warnings are dropped.
+/// @p maximumSize bytes or another root is refused; the reason does not name the path.
 Result<DictionaryPointer> readFile(const QString& path, qint64 maximumSize);
 
 /// The XML form, exactly as the platform's own writer lays it out (tabs, keys sorted by code unit, base64 lines), so

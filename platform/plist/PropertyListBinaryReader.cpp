@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PropertyListForms.h"
 
+#include <platform/bytes/BoundedBytes.h>
+
 #include <QtEndian>
 
 #include <cmath>
@@ -20,11 +22,12 @@ class BinaryReader final
 {
 public:
     explicit BinaryReader(QByteArrayView bytes)
-        : m_bytes(bytes)
+        : m_file(bytes)
+        , m_objects(bytes)
     {
     }
 
-    ReadResult read();
+    Result<Value> read();
 
 private:
     /// A marker byte taken apart: what kind of object, how many elements, and where they begin.
@@ -37,9 +40,8 @@ private:
     };
 
     bool readTrailer();
-    bool readOffset(quint64 index, quint64& offset);
+    std::optional<quint64> offsetOf(quint64 index);
     std::optional<Head> readHead(quint64 offset);
-    bool readCount(Head& head);
     Value readObject(quint64 index, int depth);
     Value readSingle(const Head& head);
     Value readInteger(const Head& head);
@@ -49,31 +51,15 @@ private:
     Value readArray(const Head& head, int depth);
     Value readDictionary(const Head& head, int depth);
     std::optional<QString> readKey(quint64 index);
-
-    quint64 bigEndian(quint64 offset, quint64 width) const
-    {
-        quint64 number = 0;
-        for (quint64 i = 0; i < width; ++i) {
-            number = number << 8 | static_cast<unsigned char>(m_bytes[qsizetype(offset + i)]);
-        }
-        return number;
-    }
-
-    const char* at(quint64 offset) const { return m_bytes.data() + offset; }
-
-    bool holds(quint64 offset, quint64 length) const
-    {
-        return offset <= m_tableOffset && length <= m_tableOffset - offset;
-    }
+    bool holdsReferences(const Head& head, quint64 count, int depth);
+    bool isNullObject(quint64 index);
 
     quint64 reference(const Head& head, quint64 place) const
     {
-        return bigEndian(head.body + place * m_referenceSize, m_referenceSize);
+        return m_objects.big(head.body + place * m_referenceSize, m_referenceSize);
     }
 
-    bool isNullObject(quint64 index);
-
-    bool fail(QStringView what, quint64 offset) { return m_findings.fail(what, qsizetype(offset)); }
+    bool fail(QStringView what, quint64 offset) { return m_problem.note(what, qsizetype(offset)); }
 
     Value failed(QStringView what, quint64 offset)
     {
@@ -81,94 +67,92 @@ private:
         return {};
     }
 
-    QByteArrayView m_bytes;
-    Findings m_findings;
+    BoundedBytes m_file;
+    /// The beginning of the file, up to the table of objects.
+    BoundedBytes m_objects;
+    FirstProblem m_problem;
     quint64 m_offsetSize = 0;
     quint64 m_referenceSize = 0;
     quint64 m_count = 0;
-    quint64 m_tableOffset = 0;
     quint64 m_expansions = 0;
     // Texts are shared between all references to one object; a null QString stands for "not read yet".
     std::vector<QString> m_texts;
 };
 
-ReadResult BinaryReader::read()
+Result<Value> BinaryReader::read()
 {
     Value root;
     if (readTrailer()) {
         m_texts.resize(m_count);
-        root = readObject(bigEndian(quint64(m_bytes.size()) - 16, 8), 0);
+        root = readObject(m_file.big<quint64>(m_file.size() - 16), 0);
         if (root.isNull()) {
             fail(u"the root is null", headerSize);
         }
     }
-    return std::move(m_findings).result(std::move(root));
+    return resultOf(std::move(root), m_problem);
 }
 
 bool BinaryReader::readTrailer()
 {
-    const auto size = quint64(m_bytes.size());
-    if (!m_bytes.startsWith("bplist00") || size < headerSize + trailerSize) {
+    if (!m_file.slice(0, headerSize).startsWith("bplist00") || m_file.size() < headerSize + trailerSize) {
         return fail(u"an unknown version, or too short", 0);
     }
-    const quint64 trailer = size - trailerSize;
-    m_offsetSize = bigEndian(trailer + 6, 1);
-    m_referenceSize = bigEndian(trailer + 7, 1);
-    m_count = bigEndian(trailer + 8, 8);
-    m_tableOffset = bigEndian(trailer + 24, 8);
+    const quint64 trailer = m_file.size() - trailerSize;
+    m_offsetSize = m_file.big<quint8>(trailer + 6);
+    m_referenceSize = m_file.big<quint8>(trailer + 7);
+    m_count = m_file.big<quint64>(trailer + 8);
+    const auto table = m_file.big<quint64>(trailer + 24);
     if (m_offsetSize < 1 || m_offsetSize > 8 || m_referenceSize < 1 || m_referenceSize > 8) {
         return fail(u"an impossible width of offsets or references", trailer + 6);
     }
-    if (m_tableOffset <= headerSize || m_tableOffset > trailer || m_count > (trailer - m_tableOffset) / m_offsetSize) {
+    if (table <= headerSize || table > trailer || m_count > (trailer - table) / m_offsetSize) {
         return fail(u"an impossible table of objects", trailer + 8);
     }
+    m_objects = BoundedBytes(m_file.slice(0, table));
     return true;
 }
 
-bool BinaryReader::readOffset(quint64 index, quint64& offset)
+std::optional<quint64> BinaryReader::offsetOf(quint64 index)
 {
+    const quint64 table = m_objects.size();
     if (index >= m_count) {
-        return fail(u"a reference to no object", m_tableOffset);
+        fail(u"a reference to no object", table);
+        return std::nullopt;
     }
-    const quint64 entry = m_tableOffset + index * m_offsetSize;
-    offset = bigEndian(entry, m_offsetSize);
-    return (offset >= headerSize && offset < m_tableOffset) || fail(u"an object outside the file", entry);
+    const quint64 offset = m_file.big(table + index * m_offsetSize, m_offsetSize);
+    if (offset < headerSize || offset >= table) {
+        fail(u"an object outside the file", table + index * m_offsetSize);
+        return std::nullopt;
+    }
+    return offset;
 }
 
 std::optional<BinaryReader::Head> BinaryReader::readHead(quint64 offset)
 {
-    const auto marker = unsigned(bigEndian(offset, 1));
+    const unsigned marker = m_objects.big<quint8>(offset);
     Head head{marker >> 4, marker & 0xF, marker & 0xF, offset + 1};
-    const bool hasCount = head.kind >= 0x4 && head.kind != 0x8;
-    if (hasCount && head.low == 0xF && !readCount(head)) {
+    if (head.low != 0xF || head.kind < 0x4 || head.kind == 0x8) {
+        return head;
+    }
+    // The count follows as an integer object.
+    const unsigned countMarker = m_objects.big<quint8>(head.body);
+    const quint64 width = quint64(1) << (countMarker & 0xF);
+    if (countMarker >> 4 != 1 || width > 8 || !m_objects.contains(head.body + 1, width)) {
+        fail(u"a count that is no integer", head.body);
         return std::nullopt;
     }
-    return head;
-}
-
-/// The count behind a marker with the low bits 15: an integer object.
-bool BinaryReader::readCount(Head& head)
-{
-    const quint64 marker = holds(head.body, 1) ? bigEndian(head.body, 1) : 0;
-    const quint64 width = quint64(1) << (marker & 0xF);
-    if (marker >> 4 != 1 || width > 8 || !holds(head.body + 1, width)) {
-        return fail(u"a count that is no integer", head.body);
-    }
-    head.count = bigEndian(head.body + 1, width);
+    head.count = m_objects.big(head.body + 1, width);
     head.body += 1 + width;
-    return true;
+    return head;
 }
 
 Value BinaryReader::readObject(quint64 index, int depth)
 {
-    quint64 offset = 0;
-    if (!readOffset(index, offset)) {
-        return {};
+    const std::optional<quint64> offset = offsetOf(index);
+    if (offset && ++m_expansions > freeExpansions + m_file.size()) {
+        return failed(u"objects are repeated too often", *offset);
     }
-    if (++m_expansions > freeExpansions + quint64(m_bytes.size())) {
-        return failed(u"objects are repeated too often", offset);
-    }
-    const std::optional<Head> head = readHead(offset);
+    const std::optional<Head> head = offset ? readHead(*offset) : std::nullopt;
     if (!head) {
         return {};
     }
@@ -207,11 +191,11 @@ Value BinaryReader::readSingle(const Head& head)
     case 0x3:
         return readDate(head);
     case 0x4:
-        return holds(head.body, head.count) ? Value(QByteArray(at(head.body), qsizetype(head.count)))
-                                            : failed(u"data reaches beyond its end", head.body);
+        return m_objects.contains(head.body, head.count) ? Value(m_objects.slice(head.body, head.count).toByteArray())
+                                                         : failed(u"data reaches beyond its end", head.body);
     case 0x8:
-        if (head.low < 8 && holds(head.body, head.low + 1)) {
-            return Uid{bigEndian(head.body, head.low + 1)};
+        if (head.low < 8 && m_objects.contains(head.body, head.low + 1)) {
+            return Uid{m_objects.big(head.body, head.low + 1)};
         }
         break;
     default:
@@ -223,31 +207,30 @@ Value BinaryReader::readSingle(const Head& head)
 Value BinaryReader::readInteger(const Head& head)
 {
     const quint64 width = quint64(1) << head.low;
-    if (head.low > 4 || !holds(head.body, width)) {
+    if (head.low > 4 || !m_objects.contains(head.body, width)) {
         return failed(u"an impossible integer", head.body);
     }
     if (width < 8) {
-        return bigEndian(head.body, width);
+        return m_objects.big(head.body, width);
     }
-    const quint64 low = bigEndian(head.body + width - 8, 8);
-    const bool negative = qint64(low) < 0;
+    const auto low = m_objects.big<quint64>(head.body + width - 8);
     if (width == 8) {
         return qint64(low);
     }
-    const quint64 high = bigEndian(head.body, 8);
+    const auto high = m_objects.big<quint64>(head.body);
     if (high == 0) {
         return low;
     }
-    return ~high == 0 && negative ? Value(qint64(low)) : failed(u"an integer beyond 64 bits", head.body);
+    return ~high == 0 && qint64(low) < 0 ? Value(qint64(low)) : failed(u"an integer beyond 64 bits", head.body);
 }
 
 Value BinaryReader::readReal(const Head& head)
 {
-    if (head.low == 2 && holds(head.body, 4)) {
-        return double(qFromBigEndian<float>(at(head.body)));
+    if (head.low == 2 && m_objects.contains(head.body, 4)) {
+        return double(m_objects.big<float>(head.body));
     }
-    if (head.low == 3 && holds(head.body, 8)) {
-        return qFromBigEndian<double>(at(head.body));
+    if (head.low == 3 && m_objects.contains(head.body, 8)) {
+        return m_objects.big<double>(head.body);
     }
     return failed(u"an impossible real", head.body);
 }
@@ -256,10 +239,10 @@ Value BinaryReader::readDate(const Head& head)
 {
     // Far beyond every calendar, and well inside what milliseconds in 64 bits hold.
     constexpr double farthestSeconds = 1e12;
-    if (head.low != 3 || !holds(head.body, 8)) {
+    if (head.low != 3 || !m_objects.contains(head.body, 8)) {
         return failed(u"an impossible date", head.body);
     }
-    const auto seconds = qFromBigEndian<double>(at(head.body));
+    const auto seconds = m_objects.big<double>(head.body);
     if (!(std::abs(seconds) <= farthestSeconds)) {
         return failed(u"a date out of range", head.body);
     }
@@ -269,41 +252,46 @@ Value BinaryReader::readDate(const Head& head)
 Value BinaryReader::readString(const Head& head)
 {
     const quint64 width = head.kind == 0x6 ? 2 : 1;
-    if (head.count > quint64(m_bytes.size()) || !holds(head.body, head.count * width)) {
+    if (head.count > m_file.size() || !m_objects.contains(head.body, head.count * width)) {
         return failed(u"text reaches beyond its end", head.body);
     }
-    const auto count = qsizetype(head.count);
+    const QByteArrayView bytes = m_objects.slice(head.body, head.count * width);
     if (width == 2) {
-        QString text(count, Qt::Uninitialized);
-        qFromBigEndian<char16_t>(at(head.body), count, text.data());
+        QString text(qsizetype(head.count), Qt::Uninitialized);
+        qFromBigEndian<char16_t>(bytes.data(), text.size(), text.data());
         return text;
     }
-    std::optional<QString> text = decodeUtf8(QByteArrayView(at(head.body), count));
+    std::optional<QString> text = decodeUtf8(bytes);
     return text ? Value(*std::move(text)) : failed(u"text is no valid UTF-8", head.body);
 }
 
+/// Null objects are left out wherever they stand.
 bool BinaryReader::isNullObject(quint64 index)
 {
-    quint64 offset = 0;
-    return readOffset(index, offset) && (m_bytes[qsizetype(offset)] == '\0' || m_bytes[qsizetype(offset)] == '\x0F');
+    const std::optional<quint64> offset = offsetOf(index);
+    const int marker = offset ? m_objects.big<quint8>(*offset) : -1;
+    return marker == 0x00 || marker == 0x0F;
+}
+
+/// Whether the container @p head can hold @p count references; with the reason where it cannot.
+bool BinaryReader::holdsReferences(const Head& head, quint64 count, int depth)
+{
+    if (depth == maximumDepth) {
+        return fail(u"containers are nested too deeply, or contain themselves", head.body);
+    }
+    return (head.count <= m_file.size() && m_objects.contains(head.body, count * m_referenceSize)) ||
+           fail(u"a container reaches beyond its end", head.body);
 }
 
 Value BinaryReader::readArray(const Head& head, int depth)
 {
-    if (depth == maximumDepth) {
-        return failed(u"containers are nested too deeply, or contain themselves", head.body);
-    }
-    if (head.count > quint64(m_bytes.size()) || !holds(head.body, head.count * m_referenceSize)) {
-        return failed(u"an array reaches beyond its end", head.body);
-    }
-    if (head.kind == 0xC) {
-        m_findings.warn(u"a set is read as an array", qsizetype(head.body));
+    if (!holdsReferences(head, head.count, depth)) {
+        return {};
     }
     std::vector<Value> items;
     for (quint64 place = 0; place < head.count; ++place) {
         const quint64 index = reference(head, place);
         if (isNullObject(index)) {
-            m_findings.warn(u"a null element is left out", qsizetype(head.body));
             continue;
         }
         Value item = readObject(index, depth + 1);
@@ -322,24 +310,20 @@ std::optional<QString> BinaryReader::readKey(quint64 index)
     if (key.type() == Type::String) {
         return key.string();
     }
-    fail(u"a key that is no text", m_tableOffset);
+    fail(u"a key that is no text", m_objects.size());
     return std::nullopt;
 }
 
 Value BinaryReader::readDictionary(const Head& head, int depth)
 {
-    if (depth == maximumDepth) {
-        return failed(u"containers are nested too deeply, or contain themselves", head.body);
-    }
-    if (head.count > quint64(m_bytes.size()) || !holds(head.body, head.count * 2 * m_referenceSize)) {
-        return failed(u"a dictionary reaches beyond its end", head.body);
+    if (!holdsReferences(head, head.count * 2, depth)) {
+        return {};
     }
     std::vector<Dictionary::Entry> entries;
     for (quint64 place = 0; place < head.count; ++place) {
         const quint64 index = reference(head, head.count + place);
         std::optional<QString> key = readKey(reference(head, place));
         if (key && isNullObject(index)) {
-            m_findings.warn(u"a null element is left out", qsizetype(head.body));
             continue;
         }
         Value value = key ? readObject(index, depth + 1) : Value();
@@ -349,17 +333,12 @@ Value BinaryReader::readDictionary(const Head& head, int depth)
         entries.push_back({*std::move(key), std::move(value)});
     }
     entries.shrink_to_fit();
-    const auto count = qsizetype(entries.size());
-    DictionaryPointer dictionary = Dictionary::create(std::move(entries));
-    if (dictionary->size() != count) {
-        m_findings.warn(u"a dictionary has a key more than once", qsizetype(head.body));
-    }
-    return dictionary;
+    return Dictionary::create(std::move(entries));
 }
 
 } // namespace
 
-ReadResult readBinary(QByteArrayView bytes)
+Result<Value> readBinary(QByteArrayView bytes)
 {
     return BinaryReader(bytes).read();
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "PropertyListForms.h"
 
+#include <platform/bytes/ByteWriter.h>
+
 #include <QHash>
-#include <QtEndian>
 
 #include <algorithm>
 #include <bit>
+
+using ByteWriter::appendBig;
 
 namespace PropertyList {
 
@@ -34,16 +37,15 @@ private:
         std::vector<quint64> references;
     };
 
-    bool collect(const Value& value, int depth, quint64& index);
-    bool collectArray(const Array& array, int depth, quint64 index);
-    bool collectDictionary(const Dictionary& dictionary, int depth, quint64 index);
+    /// The number of the object that @p value becomes; nothing when it is nested too deeply.
+    std::optional<quint64> collect(const Value& value, int depth);
+    bool collectItems(const Array& array, int depth, std::vector<quint64>& references);
+    bool collectEntries(const Dictionary& dictionary, int depth, std::vector<quint64>& references);
     quint64 collectText(QStringView text);
     void writeObject(const Object& object);
     void writeText(QStringView text);
     void writeInteger(const Value& value);
-    void writeContainer(unsigned marker, const Object& object, size_t count);
     void writeHead(unsigned marker, quint64 count);
-    void writeTrailer(quint64 tableOffset, unsigned offsetSize);
 
     void number(quint64 value, unsigned width)
     {
@@ -60,8 +62,7 @@ private:
 
 QByteArray BinaryWriter::write(const Value& root)
 {
-    quint64 rootIndex = 0;
-    if (root.isNull() || !collect(root, 0, rootIndex)) {
+    if (root.isNull() || !collect(root, 0)) {
         return {};
     }
     m_referenceSize = widthFor(m_objects.size() - 1);
@@ -77,35 +78,34 @@ QByteArray BinaryWriter::write(const Value& root)
     for (const quint64 offset : offsets) {
         number(offset, offsetSize);
     }
-    writeTrailer(tableOffset, offsetSize);
+    m_bytes.append(6, '\0');
+    m_bytes.append(char(offsetSize));
+    m_bytes.append(char(m_referenceSize));
+    for (const quint64 value : {quint64(m_objects.size()), quint64(0), tableOffset}) {
+        appendBig(m_bytes, value); // how many objects, which is the root, where the table is
+    }
     return std::move(m_bytes);
 }
 
-void BinaryWriter::writeTrailer(quint64 tableOffset, unsigned offsetSize)
-{
-    m_bytes.append(6, '\0');
-    number(offsetSize, 1);
-    number(m_referenceSize, 1);
-    number(m_objects.size(), 8);
-    number(0, 8);
-    number(tableOffset, 8);
-}
-
-bool BinaryWriter::collect(const Value& value, int depth, quint64& index)
+std::optional<quint64> BinaryWriter::collect(const Value& value, int depth)
 {
     if (value.type() == Type::String) {
-        index = collectText(value.stringView());
-        return true;
+        return collectText(value.stringView());
     }
-    index = m_objects.size();
+    const quint64 index = m_objects.size();
     m_objects.push_back({&value, {}, {}});
-    if (const ArrayPointer array = value.array()) {
-        return depth < maximumDepth && collectArray(*array, depth + 1, index);
+    const ArrayPointer array = value.array();
+    const DictionaryPointer dictionary = value.dictionary();
+    if (!array && !dictionary) {
+        return index;
     }
-    if (const DictionaryPointer dictionary = value.dictionary()) {
-        return depth < maximumDepth && collectDictionary(*dictionary, depth + 1, index);
+    std::vector<quint64> references;
+    if (depth == maximumDepth || (array && !collectItems(*array, depth + 1, references)) ||
+        (dictionary && !collectEntries(*dictionary, depth + 1, references))) {
+        return std::nullopt;
     }
-    return true;
+    m_objects[index].references = std::move(references);
+    return index;
 }
 
 quint64 BinaryWriter::collectText(QStringView text)
@@ -120,38 +120,33 @@ quint64 BinaryWriter::collectText(QStringView text)
     return index;
 }
 
-bool BinaryWriter::collectArray(const Array& array, int depth, quint64 index)
+bool BinaryWriter::collectItems(const Array& array, int depth, std::vector<quint64>& references)
 {
-    std::vector<quint64> references;
     for (const Value& item : array) {
-        quint64 itemIndex = 0;
-        if (item.isNull()) {
-            continue;
+        if (!item.isNull()) {
+            const std::optional<quint64> index = collect(item, depth);
+            if (!index) {
+                return false;
+            }
+            references.push_back(*index);
         }
-        if (!collect(item, depth, itemIndex)) {
-            return false;
-        }
-        references.push_back(itemIndex);
     }
-    m_objects[index].references = std::move(references);
     return true;
 }
 
-bool BinaryWriter::collectDictionary(const Dictionary& dictionary, int depth, quint64 index)
+bool BinaryWriter::collectEntries(const Dictionary& dictionary, int depth, std::vector<quint64>& references)
 {
-    std::vector<quint64> references;
     references.reserve(size_t(dictionary.size()) * 2);
     for (const auto& entry : dictionary) {
         references.push_back(collectText(entry.key));
     }
     for (const auto& entry : dictionary) {
-        quint64 valueIndex = 0;
-        if (!collect(entry.value, depth, valueIndex)) {
+        const std::optional<quint64> index = collect(entry.value, depth);
+        if (!index) {
             return false;
         }
-        references.push_back(valueIndex);
+        references.push_back(*index);
     }
-    m_objects[index].references = std::move(references);
     return true;
 }
 
@@ -171,11 +166,11 @@ void BinaryWriter::writeObject(const Object& object)
         break;
     case Type::Real:
         m_bytes.append('\x23');
-        number(std::bit_cast<quint64>(value.doubleValue()), 8);
+        appendBig(m_bytes, value.doubleValue());
         break;
     case Type::Date:
         m_bytes.append('\x33');
-        number(std::bit_cast<quint64>(double(value.date().toMSecsSinceEpoch() - millisecondsFrom1970To2001) / 1000), 8);
+        appendBig(m_bytes, double(value.date().toMSecsSinceEpoch() - millisecondsFrom1970To2001) / 1000);
         break;
     case Type::Data:
         writeHead(0x40, quint64(value.data().size()));
@@ -189,13 +184,16 @@ void BinaryWriter::writeObject(const Object& object)
         break;
     }
     case Type::Array:
-        writeContainer(0xA0, object, object.references.size());
+        writeHead(0xA0, object.references.size());
         break;
     case Type::Dictionary:
-        writeContainer(0xD0, object, object.references.size() / 2);
+        writeHead(0xD0, object.references.size() / 2);
         break;
     default:
         break;
+    }
+    for (const quint64 reference : object.references) {
+        number(reference, m_referenceSize);
     }
 }
 
@@ -226,21 +224,13 @@ void BinaryWriter::writeInteger(const Value& value)
     const quint64 magnitude = value.unsignedIntegerValue();
     if (integer >= 0 && magnitude > quint64(integer)) {
         m_bytes.append('\x14');
-        number(0, 8);
-        number(magnitude, 8);
+        appendBig(m_bytes, quint64(0));
+        appendBig(m_bytes, magnitude);
         return;
     }
     const unsigned width = integer < 0 ? 8 : widthFor(magnitude);
     m_bytes.append(char(0x10 | unsigned(std::countr_zero(width))));
     number(quint64(integer), width);
-}
-
-void BinaryWriter::writeContainer(unsigned marker, const Object& object, size_t count)
-{
-    writeHead(marker, count);
-    for (const quint64 reference : object.references) {
-        number(reference, m_referenceSize);
-    }
 }
 
 } // namespace

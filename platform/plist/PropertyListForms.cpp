@@ -12,45 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace PropertyList {
 
-namespace {
-
-constexpr qsizetype maximumWarnings = 16;
-
-QString located(QStringView what, qsizetype offset)
-{
-    return u"byte %1: %2"_s.arg(offset).arg(what);
-}
-
-} // namespace
-
-bool Findings::fail(QStringView what, qsizetype offset)
-{
-    if (!failed()) {
-        m_error = located(what, offset);
-    }
-    return false;
-}
-
-void Findings::warn(QStringView what, qsizetype offset)
-{
-    if (!isFull()) {
-        m_warnings.append(located(what, offset));
-    }
-}
-
-bool Findings::isFull() const noexcept
-{
-    return m_warnings.size() >= maximumWarnings;
-}
-
-ReadResult Findings::result(Value root) &&
-{
-    if (failed()) {
-        return {Value(), std::move(m_error), std::move(m_warnings)};
-    }
-    return {std::move(root), QString(), std::move(m_warnings)};
-}
-
 std::optional<QString> decodeUtf8(QByteArrayView bytes)
 {
     if (bytes.isEmpty()) {

@@ -3,6 +3,8 @@
 
 #include "PropertyList.h"
 
+#include <platform/bytes/ByteReader.h>
+
 #include <QByteArrayView>
 #include <QString>
 
@@ -13,30 +15,15 @@
 /// What the readers and writers of the three forms share; private to the property list files.
 namespace PropertyList {
 
-ReadResult readXml(QByteArrayView bytes);
-ReadResult readBinary(QByteArrayView bytes);
-ReadResult readText(QByteArrayView bytes);
+Result<Value> readXml(QByteArrayView bytes);
+Result<Value> readBinary(QByteArrayView bytes);
+Result<Value> readText(QByteArrayView bytes);
 
-/// Collects the one error and the warnings of a reader, each with the byte offset.
-class Findings final
+/// What a reader answers that has read @p root.
+inline Result<Value> resultOf(Value root, const FirstProblem& problem)
 {
-public:
-    /// Notes the error (the first one counts) and answers false, for use as `return findings.fail(...)`.
-    bool fail(QStringView what, qsizetype offset);
-    void warn(QStringView what, qsizetype offset);
-
-    bool failed() const noexcept { return !m_error.isEmpty(); }
-
-    /// Whether further warnings would be dropped.
-    bool isFull() const noexcept;
-
-    /// The result of reading, with a null root after an error.
-    ReadResult result(Value root) &&;
-
-private:
-    QString m_error;
-    QStringList m_warnings;
-};
+    return problem.isNoted() ? Result<Value>(Failure{problem.text()}) : Result<Value>(std::move(root));
+}
 
 /// Strict UTF-8, a leading U+FEFF kept; nothing where @p bytes are no valid UTF-8.
 std::optional<QString> decodeUtf8(QByteArrayView bytes);

@@ -52,13 +52,16 @@ public:
     {
     }
 
-    ReadResult read();
+    Result<Value> read()
+    {
+        Value root = readRoot();
+        return resultOf(std::move(root), m_problem);
+    }
 
 private:
     Value readRoot();
     Value readValue(int depth);
     Value readArray(int depth);
-    Value readDictionary(int depth);
     /// Pairs up to @p closing, or to the end of the text for a null one; @p entries may hold a first key already.
     Value readPairs(QChar closing, std::optional<QString> firstKey, int depth);
     std::optional<Value> readPairValue(const QString& key, int depth);
@@ -81,14 +84,8 @@ private:
         return taken;
     }
 
-    bool fail(QStringView what) { return m_findings.fail(what, offset()); }
-
-    void warn(QStringView what)
-    {
-        if (!m_findings.isFull()) {
-            m_findings.warn(what, offset());
-        }
-    }
+    // Counts from the beginning, for the one message only.
+    bool fail(QStringView what) { return m_problem.note(what, QStringView(m_text).left(m_at).toUtf8().size()); }
 
     Value failed(QStringView what)
     {
@@ -96,19 +93,10 @@ private:
         return {};
     }
 
-    // Counts from the beginning: for the few messages only.
-    qsizetype offset() const { return QStringView(m_text).left(m_at).toUtf8().size(); }
-
     const QString m_text;
     qsizetype m_at = 0;
-    Findings m_findings;
+    FirstProblem m_problem;
 };
-
-ReadResult TextReader::read()
-{
-    Value root = readRoot();
-    return std::move(m_findings).result(std::move(root));
-}
 
 Value TextReader::readRoot()
 {
@@ -143,7 +131,7 @@ Value TextReader::readValue(int depth)
         return failed(u"containers are nested too deeply");
     }
     if (take(u'{')) {
-        return readDictionary(depth + 1);
+        return readPairs(u'}', std::nullopt, depth + 1);
     }
     if (take(u'(')) {
         return readArray(depth + 1);
@@ -176,11 +164,6 @@ Value TextReader::readArray(int depth)
     }
 }
 
-Value TextReader::readDictionary(int depth)
-{
-    return readPairs(u'}', std::nullopt, depth);
-}
-
 Value TextReader::readPairs(QChar closing, std::optional<QString> firstKey, int depth)
 {
     std::vector<Dictionary::Entry> entries;
@@ -197,20 +180,13 @@ Value TextReader::readPairs(QChar closing, std::optional<QString> firstKey, int 
             return {};
         }
         entries.push_back({*std::move(key), *std::move(value)});
+        // Some writers leave out the last semicolon.
         const bool atClosing = closing.isNull() ? atEnd() : current() == closing;
-        if (!take(u';')) {
-            if (!atClosing) {
-                return failed(u"a pair without a semicolon behind it");
-            }
-            warn(u"the last pair has no semicolon behind it");
+        if (!take(u';') && !atClosing) {
+            return failed(u"a pair without a semicolon behind it");
         }
     }
-    const auto count = qsizetype(entries.size());
-    DictionaryPointer dictionary = Dictionary::create(std::move(entries));
-    if (dictionary->size() != count) {
-        warn(u"a dictionary has a key more than once");
-    }
-    return dictionary;
+    return Dictionary::create(std::move(entries));
 }
 
 /// What follows a key: "= value", or nothing where the key stands for itself. White space behind it is skipped.
@@ -354,7 +330,7 @@ bool TextReader::skipComment(bool isBlock)
 
 } // namespace
 
-ReadResult readText(QByteArrayView bytes)
+Result<Value> readText(QByteArrayView bytes)
 {
     const std::optional<QString> text = decodeUtf8(bytes);
     return TextReader(text ? *text : MacRoman::decode(bytes)).read();

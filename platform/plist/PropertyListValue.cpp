@@ -156,42 +156,6 @@ Type Value::type() const noexcept
     return types[m_value.index()];
 }
 
-QString Value::string() const
-{
-    const auto* text = std::get_if<QString>(&m_value);
-    return text != nullptr ? *text : QString();
-}
-
-QByteArray Value::data() const
-{
-    const auto* bytes = std::get_if<QByteArray>(&m_value);
-    return bytes != nullptr ? *bytes : QByteArray();
-}
-
-QDateTime Value::date() const
-{
-    const auto* moment = std::get_if<QDateTime>(&m_value);
-    return moment != nullptr ? *moment : QDateTime();
-}
-
-ArrayPointer Value::array() const
-{
-    const auto* pointer = std::get_if<ArrayPointer>(&m_value);
-    return pointer != nullptr ? *pointer : ArrayPointer();
-}
-
-DictionaryPointer Value::dictionary() const
-{
-    const auto* pointer = std::get_if<DictionaryPointer>(&m_value);
-    return pointer != nullptr ? *pointer : DictionaryPointer();
-}
-
-std::optional<Uid> Value::uid() const
-{
-    const auto* reference = std::get_if<Uid>(&m_value);
-    return reference != nullptr ? std::optional(*reference) : std::nullopt;
-}
-
 RealSpelling Value::realSpelling() const noexcept
 {
     const auto* real = std::get_if<Real>(&m_value);
@@ -321,11 +285,6 @@ const Value* Dictionary::find(QStringView key) const
         }
     }
     return nullptr;
-}
-
-bool Dictionary::contains(QStringView key) const
-{
-    return find(key) != nullptr;
 }
 
 Value Dictionary::value(QStringView key) const

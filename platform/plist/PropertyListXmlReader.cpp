@@ -107,15 +107,31 @@ Value parseData(std::string_view text)
     return decoded ? Value(decoded.decoded) : Value();
 }
 
+/// A dictionary, or the reference that it stands for.
+Value makeDictionary(std::vector<Dictionary::Entry> entries)
+{
+    if (entries.size() == 1 && entries.front().key == u"CF$UID") {
+        const Value& value = entries.front().value;
+        if (value.type() == Type::Integer && value.integerValue() >= 0) {
+            return Uid{value.unsignedIntegerValue()};
+        }
+    }
+    return Dictionary::create(std::move(entries));
+}
+
 class XmlReader final
 {
 public:
     explicit XmlReader(QByteArrayView bytes)
-        : m_scanner(bytes, m_findings)
+        : m_scanner(bytes, m_problem)
     {
     }
 
-    ReadResult read();
+    Result<Value> read()
+    {
+        Value root = readRoot();
+        return resultOf(std::move(root), m_problem);
+    }
 
 private:
     Value readRoot();
@@ -125,17 +141,16 @@ private:
     Value readArray(int depth);
     Value readDictionary(int depth);
     bool readEntry(const Tag& tag, int depth);
-    Value makeDictionary(std::vector<Dictionary::Entry> entries);
     std::optional<QString> readKey(const Tag& tag);
     std::optional<QString> decode(const Content& content);
 
     Value fail(QStringView what)
     {
-        m_findings.fail(what, m_scanner.offset());
+        m_problem.note(what, m_scanner.offset());
         return {};
     }
 
-    Findings m_findings;
+    FirstProblem m_problem;
     XmlScanner m_scanner;
     // The same few keys come back in every dictionary: they share one text. The bytes outlive the reader.
     std::unordered_map<std::string_view, QString> m_keys;
@@ -151,12 +166,6 @@ std::vector<Item> takeFrom(std::vector<Item>& stack, size_t base)
     std::vector<Item> taken(std::make_move_iterator(begin), std::make_move_iterator(stack.end()));
     stack.erase(begin, stack.end());
     return taken;
-}
-
-ReadResult XmlReader::read()
-{
-    Value root = readRoot();
-    return std::move(m_findings).result(std::move(root));
 }
 
 Value XmlReader::readRoot()
@@ -301,22 +310,6 @@ bool XmlReader::readEntry(const Tag& tag, int depth)
     return true;
 }
 
-Value XmlReader::makeDictionary(std::vector<Dictionary::Entry> entries)
-{
-    if (entries.size() == 1 && entries.front().key == u"CF$UID") {
-        const Value& value = entries.front().value;
-        if (value.type() == Type::Integer && value.integerValue() >= 0) {
-            return Uid{value.unsignedIntegerValue()};
-        }
-    }
-    const auto count = qsizetype(entries.size());
-    DictionaryPointer dictionary = Dictionary::create(std::move(entries));
-    if (dictionary->size() != count) {
-        m_findings.warn(u"a dictionary has a key more than once", m_scanner.offset());
-    }
-    return dictionary;
-}
-
 std::optional<QString> XmlReader::readKey(const Tag& tag)
 {
     if (tag.name != "key" || tag.kind == Kind::Close || tag.kind == Kind::End) {
@@ -358,14 +351,12 @@ std::optional<QByteArray> transcoded(QByteArrayView bytes, std::string_view enco
 
 } // namespace
 
-ReadResult readXml(QByteArrayView bytes)
+Result<Value> readXml(QByteArrayView bytes)
 {
     const std::string_view text(bytes.data(), size_t(bytes.size()));
     const std::optional<QByteArray> utf8 = transcoded(bytes, XmlScanner::declaredEncoding(text));
     if (!utf8) {
-        Findings findings;
-        findings.fail(u"the text is not in its declared encoding, or that is unknown", 0);
-        return std::move(findings).result({});
+        return Failure{u"byte 0: the text is not in its declared encoding, or that is unknown"_s};
     }
     return XmlReader(*utf8).read();
 }

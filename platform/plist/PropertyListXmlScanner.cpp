@@ -9,16 +9,13 @@ namespace PropertyList {
 
 namespace {
 
-enum CharacterClass : unsigned char { Ordinary = 0, Markup = 1, NotAscii = 2, Control = 4, Nul = 8 };
+enum CharacterClass : unsigned char { Ordinary = 0, Markup = 1, NotAscii = 2, Nul = 4 };
 
 constexpr std::array<unsigned char, 256> makeClasses()
 {
     std::array<unsigned char, 256> classes{};
     for (size_t byte = 0; byte < classes.size(); ++byte) {
-        classes[byte] = byte >= 0x80 ? NotAscii : byte < 0x20 ? Control : Ordinary;
-    }
-    for (const auto space : {u'\t', u'\n', u'\r'}) {
-        classes[space] = Ordinary;
+        classes[byte] = byte >= 0x80 ? NotAscii : Ordinary;
     }
     classes[0] = Nul;
     classes['<'] = Markup;
@@ -33,34 +30,13 @@ bool isSpace(char c)
     return c == ' ' || c == '\n' || c == '\t' || c == '\r';
 }
 
-void appendUtf8(std::string& bytes, char32_t character)
-{
-    const auto append = [&bytes](char32_t byte) { bytes.push_back(char(byte)); };
-    const auto appendTail = [&append, character](int shift) { append(0x80 | ((character >> shift) & 0x3F)); };
-    if (character < 0x80) {
-        append(character);
-    } else if (character < 0x800) {
-        append(0xC0 | (character >> 6));
-        appendTail(0);
-    } else if (character < 0x10000) {
-        append(0xE0 | (character >> 12));
-        appendTail(6);
-        appendTail(0);
-    } else {
-        append(0xF0 | (character >> 18));
-        appendTail(12);
-        appendTail(6);
-        appendTail(0);
-    }
-}
-
 } // namespace
 
-XmlScanner::XmlScanner(QByteArrayView bytes, Findings& findings)
+XmlScanner::XmlScanner(QByteArrayView bytes, FirstProblem& problem)
     : m_begin(bytes.data())
     , m_at(bytes.data())
     , m_end(bytes.data() + bytes.size())
-    , m_findings(findings)
+    , m_problem(problem)
 {
 }
 
@@ -200,8 +176,12 @@ bool XmlScanner::atClosingTag(std::string_view element) const
     return text.starts_with("</") && text.substr(2).starts_with(element);
 }
 
-bool XmlScanner::skipClosingTag(std::string_view element)
+/// Past the end of an element whose text holds bytes of the classes @p seen.
+bool XmlScanner::skipClosingTag(std::string_view element, unsigned seen)
 {
+    if ((seen & Nul) != 0) {
+        return fail(u"a NUL byte in text");
+    }
     m_at += 2 + element.size();
     while (m_at != m_end && isSpace(*m_at)) {
         ++m_at;
@@ -227,17 +207,6 @@ unsigned XmlScanner::scanPlain()
     return seen;
 }
 
-bool XmlScanner::accept(unsigned seen)
-{
-    if ((seen & Nul) != 0) {
-        return fail(u"a NUL byte in text");
-    }
-    if ((seen & Control) != 0) {
-        m_findings.warn(u"a control character in text", offset());
-    }
-    return true;
-}
-
 std::optional<XmlScanner::Content> XmlScanner::content(std::string_view element)
 {
     const char* begin = m_at;
@@ -246,7 +215,7 @@ std::optional<XmlScanner::Content> XmlScanner::content(std::string_view element)
     if (!atClosingTag(element)) {
         return assembledContent(element, bytes, seen);
     }
-    if (!accept(seen) || !skipClosingTag(element)) {
+    if (!skipClosingTag(element, seen)) {
         return std::nullopt;
     }
     return Content{bytes, (seen & NotAscii) == 0};
@@ -268,7 +237,7 @@ std::optional<XmlScanner::Content> XmlScanner::assembledContent(
         seen |= scanPlain();
         m_assembled.append(begin, m_at);
     }
-    if (!accept(seen) || !skipClosingTag(element)) {
+    if (!skipClosingTag(element, seen)) {
         return std::nullopt;
     }
     // Sections and entities were not classified.
@@ -335,7 +304,7 @@ bool XmlScanner::appendCharacterReference(std::string_view digits)
     if (status != std::errc() || stop != end || character == 0 || character > 0x10FFFF || surrogate) {
         return fail(u"a reference to no character");
     }
-    appendUtf8(m_assembled, character);
+    m_assembled += QStringView(QChar::fromUcs4(character)).toUtf8().toStdString();
     return true;
 }
 

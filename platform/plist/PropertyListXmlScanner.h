@@ -27,7 +27,7 @@ public:
         bool isAscii = true;
     };
 
-    XmlScanner(QByteArrayView bytes, Findings& findings);
+    XmlScanner(QByteArrayView bytes, FirstProblem& problem);
 
     /// The next tag, after white space, comments, processing instructions and declarations; its kind is End at the end
     /// of the bytes. Nothing after an error.
@@ -44,25 +44,24 @@ public:
     static std::string_view declaredEncoding(std::string_view text);
 
 private:
-    bool fail(QStringView what) { return m_findings.fail(what, offset()); }
+    bool fail(QStringView what) { return m_problem.note(what, offset()); }
 
     bool skipPast(std::string_view terminator);
     bool skipDeclaration();
     bool skipToTag();
     bool atClosingTag(std::string_view element) const;
-    bool skipClosingTag(std::string_view element);
+    bool skipClosingTag(std::string_view element, unsigned seen);
     bool skipRestOfTag(Tag& tag);
     unsigned scanPlain();
     std::optional<Content> assembledContent(std::string_view element, std::string_view beginning, unsigned seen);
     bool appendMarkup();
     bool appendEntity();
     bool appendCharacterReference(std::string_view digits);
-    bool accept(unsigned seen);
 
     const char* m_begin;
     const char* m_at;
     const char* m_end;
-    Findings& m_findings;
+    FirstProblem& m_problem;
     std::string m_assembled;
 };
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "PropertyListForms.h"
 
+#include <QStringEncoder>
+
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <chrono>
-#include <cstdio>
 #include <cstring>
 
 namespace PropertyList {
@@ -54,84 +53,59 @@ private:
         return m_bytes.data() + m_size;
     }
 
+    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringConverter::Flag::Stateless};
     QByteArray m_bytes = QByteArray(4096, Qt::Uninitialized);
     qsizetype m_size = 0;
 };
 
-char* put(char* at, std::string_view bytes)
+/// Whether text is interrupted by @p character: it is not written as it is, or cannot be written at all.
+bool isSpecial(QChar character)
 {
-    std::memcpy(at, bytes.data(), bytes.size());
-    return at + bytes.size();
+    const char16_t unit = character.unicode();
+    // Most are letters, of which this asks little.
+    return unit > u'>' ? unit >= 0xFFFE : unit < 0x20 || unit == u'&' || unit == u'<' || unit == u'>';
 }
 
-/// One of the characters below U+0080 that is not written as it is; null for those that XML cannot express.
-char* putSpecial(char* at, char16_t unit)
+/// What stands for a special character; nothing for those that XML cannot express.
+std::string_view writtenForm(QChar special)
 {
-    switch (unit) {
+    switch (special.unicode()) {
     case u'&':
-        return put(at, "&amp;");
+        return "&amp;";
     case u'<':
-        return put(at, "&lt;");
+        return "&lt;";
     case u'>':
-        return put(at, "&gt;");
+        return "&gt;";
     case u'\r':
-        return put(at, "&#13;");
+        return "&#13;";
     case u'\t':
+        return "\t";
     case u'\n':
-        *at = char(unit);
-        return at + 1;
+        return "\n";
     default:
-        return nullptr;
+        return {};
     }
-}
-
-char* putTail(char* at, char32_t character, int shift)
-{
-    *at = char(0x80 | ((character >> shift) & 0x3F));
-    return at + 1;
-}
-
-/// A character from U+0080 on; moves @p next on past a low surrogate. Null for what XML cannot express.
-char* putWide(char* at, char16_t unit, const char16_t*& next, const char16_t* end)
-{
-    if (unit < 0x800) {
-        *at = char(0xC0 | (unit >> 6));
-        return putTail(at + 1, unit, 0);
-    }
-    if (!QChar::isSurrogate(unit)) {
-        *at = char(0xE0 | (unit >> 12));
-        return unit >= 0xFFFE ? nullptr : putTail(putTail(at + 1, unit, 6), unit, 0);
-    }
-    if (!QChar::isHighSurrogate(unit) || next == end || !QChar::isLowSurrogate(*next)) {
-        return nullptr;
-    }
-    const char32_t character = QChar::surrogateToUcs4(unit, *next++);
-    *at = char(0xF0 | (character >> 18));
-    return putTail(putTail(putTail(at + 1, character, 12), character, 6), character, 0);
 }
 
 bool Output::appendText(QStringView text)
 {
-    constexpr size_t longestPerUnit = 5;
-    char* const begin = reserve(size_t(text.size()) * longestPerUnit);
-    char* at = begin;
-    const char16_t* const end = text.utf16() + text.size();
-    for (const char16_t* next = text.utf16(); next != end;) {
-        const char16_t unit = *next++;
-        if (unit >= 0x80) {
-            at = putWide(at, unit, next, end);
-        } else if (unit < 0x20 || unit == u'&' || unit == u'<' || unit == u'>') {
-            at = putSpecial(at, unit);
-        } else {
-            *at++ = char(unit);
-            continue;
-        }
-        if (at == nullptr) {
-            return false;
+    while (!text.isEmpty()) {
+        const auto* const special = std::find_if(text.begin(), text.end(), isSpecial);
+        const QStringView plain(text.begin(), special);
+        const char* const begin = reserve(size_t(m_encoder.requiredSpace(plain.size())));
+        m_size += m_encoder.appendToBuffer(m_bytes.data() + m_size, plain) - begin;
+        text = text.sliced(plain.size());
+        if (!text.isEmpty()) {
+            const std::string_view written = writtenForm(text.front());
+            if (written.empty()) {
+                return false;
+            }
+            append(written);
+            text = text.sliced(1);
         }
     }
-    m_size += at - begin;
-    return true;
+    // Lone surrogates.
+    return !m_encoder.hasError();
 }
 
 class XmlWriter final
@@ -141,8 +115,7 @@ public:
 
 private:
     bool writeValue(const Value& value, int indent);
-    bool writeString(std::string_view element, QStringView text);
-    void writeInteger(const Value& value);
+    bool writeElement(std::string_view element, QStringView text);
     bool writeDate(const QDateTime& date);
     void writeData(const QByteArray& data, int indent);
     bool writeArray(const Array& array, int indent);
@@ -174,20 +147,14 @@ bool XmlWriter::writeValue(const Value& value, int indent)
     m_output.appendTabs(indent);
     switch (value.type()) {
     case Type::String:
-        return writeString("string", value.stringView());
+        return writeElement("string", value.stringView());
     case Type::Boolean:
         m_output.append(value.integerValue() != 0 ? "<true/>\n" : "<false/>\n");
         return true;
     case Type::Integer:
-        writeInteger(value);
-        return true;
-    case Type::Real: {
-        const QByteArray text = spellReal(value.doubleValue(), value.realSpelling());
-        m_output.append("<real>");
-        m_output.append({text.constData(), size_t(text.size())});
-        m_output.append("</real>\n");
-        return true;
-    }
+        return writeElement("integer", value.textValue());
+    case Type::Real:
+        return writeElement("real", QString::fromLatin1(spellReal(value.doubleValue(), value.realSpelling())));
     case Type::Date:
         return writeDate(value.date());
     case Type::Data:
@@ -206,7 +173,7 @@ bool XmlWriter::writeValue(const Value& value, int indent)
     return false;
 }
 
-bool XmlWriter::writeString(std::string_view element, QStringView text)
+bool XmlWriter::writeElement(std::string_view element, QStringView text)
 {
     m_output.append("<");
     m_output.append(element);
@@ -220,18 +187,6 @@ bool XmlWriter::writeString(std::string_view element, QStringView text)
     return true;
 }
 
-void XmlWriter::writeInteger(const Value& value)
-{
-    std::array<char, 24> digits{};
-    char* const end = digits.data() + digits.size();
-    const qint64 number = value.integerValue();
-    const auto written = number < 0 ? std::to_chars(digits.data(), end, number)
-                                    : std::to_chars(digits.data(), end, value.unsignedIntegerValue());
-    m_output.append("<integer>");
-    m_output.append({digits.data(), size_t(written.ptr - digits.data())});
-    m_output.append("</integer>\n");
-}
-
 bool XmlWriter::writeDate(const QDateTime& date)
 {
     using namespace std::chrono;
@@ -243,12 +198,9 @@ bool XmlWriter::writeDate(const QDateTime& date)
     }
     const year_month_day day(dayBegin);
     const hh_mm_ss time(floor<seconds>(moment - dayBegin));
-    std::array<char, 48> text{};
-    const int length = std::snprintf(text.data(), text.size(), "<date>%04d-%02u-%02uT%02d:%02d:%02dZ</date>\n",
-        int(day.year()), unsigned(day.month()), unsigned(day.day()), int(time.hours().count()),
-        int(time.minutes().count()), int(time.seconds().count()));
-    m_output.append({text.data(), size_t(length)});
-    return true;
+    return writeElement("date",
+        QString::asprintf("%04d-%02u-%02uT%02d:%02d:%02dZ", int(day.year()), unsigned(day.month()), unsigned(day.day()),
+            int(time.hours().count()), int(time.minutes().count()), int(time.seconds().count())));
 }
 
 void XmlWriter::writeData(const QByteArray& data, int indent)
@@ -299,7 +251,7 @@ bool XmlWriter::writeDictionary(const Dictionary& dictionary, int indent)
     m_output.append("<dict>\n");
     for (const auto& [key, value] : dictionary) {
         m_output.appendTabs(indent + 1);
-        if (!writeString("key", key) || !writeValue(value, indent + 1)) {
+        if (!writeElement("key", key) || !writeValue(value, indent + 1)) {
             return false;
         }
     }
@@ -312,7 +264,7 @@ void XmlWriter::writeUid(Uid uid, int indent)
     m_output.append("<dict>\n");
     line(indent + 1, "<key>CF$UID</key>");
     m_output.appendTabs(indent + 1);
-    writeInteger(uid.index);
+    writeElement("integer", QString::number(uid.index));
     line(indent, "</dict>");
 }
 

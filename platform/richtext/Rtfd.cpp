@@ -3,13 +3,16 @@
 
 #include "Rtf.h"
 
+#include <platform/bytes/ByteReader.h>
+#include <platform/bytes/ByteWriter.h>
+
 #include <QSet>
-#include <QtEndian>
 
 #include <algorithm>
-#include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
+using ByteWriter::appendLittle;
 
 namespace Rtfd {
 
@@ -28,39 +31,11 @@ const QString& textName()
     return name;
 }
 
-/// Reads from the front of some bytes; what is asked for beyond their end is not there.
-class Input final
+/// Reads a node. What is asked for beyond its end is not there, and no problem: a text that is cut short has the rest.
+ByteReader readerOf(QByteArrayView bytes)
 {
-public:
-    explicit Input(QByteArrayView bytes)
-        : m_bytes(bytes)
-    {
-    }
-
-    std::optional<quint32> number()
-    {
-        if (m_bytes.size() < qsizetype(sizeof(quint32))) {
-            return std::nullopt;
-        }
-        const auto value = qFromLittleEndian<quint32>(m_bytes.data());
-        m_bytes = m_bytes.sliced(sizeof(quint32));
-        return value;
-    }
-
-    /// The next @p length bytes, or as many as are left.
-    QByteArrayView upTo(qsizetype length)
-    {
-        const qsizetype size = std::min(length, m_bytes.size());
-        const QByteArrayView taken = m_bytes.first(size);
-        m_bytes = m_bytes.sliced(size);
-        return taken;
-    }
-
-    bool isAtEnd() const { return m_bytes.isEmpty(); }
-
-private:
-    QByteArrayView m_bytes;
-};
+    return {bytes, QSysInfo::LittleEndian};
+}
 
 struct Node
 {
@@ -69,35 +44,35 @@ struct Node
 };
 
 /// A file's bytes from the node's body.
-QByteArrayView fileContents(Input body)
+QByteArrayView fileContents(ByteReader body)
 {
-    quint32 length = body.number().value_or(0);
+    quint32 length = body.number<quint32>();
     if (length == paddedLength) {
-        length = body.number().value_or(0);
-        body.upTo(qsizetype(body.number().value_or(0)));
+        length = body.number<quint32>();
+        body.upTo(body.number<quint32>());
     }
-    return body.upTo(qsizetype(length));
+    return body.upTo(length);
 }
 
 /// The entries of a folder's body, as many as its bytes hold.
-std::vector<Node> folderNodes(Input body, QStringList& warnings)
+std::vector<Node> folderNodes(ByteReader body, QStringList& warnings)
 {
-    const quint32 count = body.number().value_or(0);
+    const quint32 count = body.number<quint32>();
     if (count > maximumFiles) {
         warnings.append(u"a folder of %1 entries is not believed"_s.arg(count));
         return {};
     }
     std::vector<Node> nodes;
-    while (nodes.size() < count && !body.isAtEnd()) {
-        const quint32 length = body.number().value_or(0);
-        nodes.push_back({QString::fromUtf8(body.upTo(qsizetype(length))), {}});
+    while (nodes.size() < count && !body.atEnd()) {
+        const quint32 length = body.number<quint32>();
+        nodes.push_back({QString::fromUtf8(body.upTo(length)), {}});
     }
     std::vector<quint32> sizes;
     while (sizes.size() < nodes.size()) {
-        sizes.push_back(body.number().value_or(0));
+        sizes.push_back(body.number<quint32>());
     }
     for (size_t index = 0; index < nodes.size(); ++index) {
-        nodes[index].bytes = body.upTo(qsizetype(sizes[index]));
+        nodes[index].bytes = body.upTo(sizes[index]);
         if (nodes[index].bytes.size() < qsizetype(sizes[index])) {
             warnings.append(u"\"%1\" is cut short"_s.arg(nodes[index].name));
         }
@@ -116,22 +91,16 @@ bool isReserved(const QString& name)
     return name == u"." || name == u"__@PreferredName@__" || name == u"__@UTF8PreferredName@__";
 }
 
-void appendNumber(QByteArray& bytes, quint32 value)
-{
-    const quint32 little = qToLittleEndian(value);
-    bytes.append(reinterpret_cast<const char*>(&little), sizeof little);
-}
-
 void appendCounted(QByteArray& bytes, const QByteArray& content)
 {
-    appendNumber(bytes, quint32(content.size()));
+    appendLittle(bytes, quint32(content.size()));
     bytes.append(content);
 }
 
 QByteArray fileNode(const QByteArray& contents)
 {
     QByteArray node;
-    appendNumber(node, fileType);
+    appendLittle(node, fileType);
     appendCounted(node, contents);
     return node;
 }
@@ -139,12 +108,12 @@ QByteArray fileNode(const QByteArray& contents)
 QByteArray attributeTable(const QList<TextAttachment>& files)
 {
     QByteArray table;
-    appendNumber(table, quint32(files.size()));
+    appendLittle(table, quint32(files.size()));
     for (const TextAttachment& file : files) {
         appendCounted(table, file.name.toUtf8());
         QByteArray attributes;
         for (const quint32 value : {0U, defaultPermissions, 0U, 0U}) {
-            appendNumber(attributes, value);
+            appendLittle(attributes, value);
         }
         appendCounted(table, attributes);
     }
@@ -164,8 +133,8 @@ Contents readWrapper(QByteArrayView bytes)
         return {{}, {}, {u"this is no flattened rich text"_s}};
     }
     Contents contents;
-    Input root(bytes.sliced(signature.size()));
-    const quint32 rootType = root.number().value_or(0);
+    ByteReader root = readerOf(bytes.sliced(signature.size()));
+    const quint32 rootType = root.number<quint32>();
     if (rootType == fileType) {
         contents.files.append({textName(), fileContents(root).toByteArray(), false});
         return contents;
@@ -178,15 +147,15 @@ Contents readWrapper(QByteArrayView bytes)
     for (const auto& [givenName, node] : folderNodes(root, contents.warnings)) {
         const QString name = isTextName(givenName) ? textName() : TextAttachment::safeName(givenName);
         if (givenName == u"__@UTF8PreferredName@__") {
-            Input input(node);
-            input.number();
+            ByteReader input = readerOf(node);
+            input.number<quint32>(); // its type
             contents.preferredName = TextAttachment::safeName(QString::fromUtf8(fileContents(input)));
         }
         if (isReserved(givenName) || names.contains(name)) {
             continue;
         }
-        Input input(node);
-        const quint32 type = input.number().value_or(0);
+        ByteReader input = readerOf(node);
+        const quint32 type = input.number<quint32>();
         if (type == fileType) {
             contents.files.append({name, fileContents(input).toByteArray(), false});
         } else if (type == folderType) {
@@ -212,13 +181,13 @@ QByteArray writeWrapper(const QList<TextAttachment>& files)
     nodes.append(fileNode(attributeTable(files)));
 
     QByteArray bytes = signature.toByteArray();
-    appendNumber(bytes, folderType);
-    appendNumber(bytes, quint32(nodes.size()));
+    appendLittle(bytes, folderType);
+    appendLittle(bytes, quint32(nodes.size()));
     for (const QByteArray& name : names) {
         appendCounted(bytes, name);
     }
     for (const QByteArray& node : nodes) {
-        appendNumber(bytes, quint32(node.size()));
+        appendLittle(bytes, quint32(node.size()));
     }
     for (const QByteArray& node : nodes) {
         bytes.append(node);

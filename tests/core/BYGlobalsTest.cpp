@@ -104,7 +104,7 @@ private Q_SLOTS:
         QVERIFY(BYGlobals::fullTextFor(u"Snippet"_s).isNull());
         BYGlobals::clippingsArray()->at(0).dictionary()->insert(PhraseKey::phrase, u"edited"_s);
         BYGlobals::writeDocument();
-        QCOMPARE(PropertyList::read(stored()).root.dictionary()->keys(), QStringList{DocumentKey::snippets});
+        QCOMPARE(PropertyList::read(stored())->dictionary()->keys(), QStringList{DocumentKey::snippets});
         QVERIFY(stored().contains("edited"));
 
         load(Dictionary::create(
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QCOMPARE(BYGlobals::fullTextFor(u"sound"_s), u"");
         QCOMPARE(BYGlobals::soundsPrefsArrayFiltered()->size(), 1);
         BYGlobals::writeDocument();
-        const DictionaryPointer saved = PropertyList::read(stored()).root.dictionary();
+        const DictionaryPointer saved = PropertyList::read(stored())->dictionary();
         QCOMPARE(saved->value(DocumentKey::clippings).array()->size(), 4);
         QCOMPARE(saved->value(DocumentKey::sounds), root.dictionary()->value(DocumentKey::sounds));
 

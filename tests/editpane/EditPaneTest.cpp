@@ -69,7 +69,7 @@ private:
         if (!file.open(QIODevice::ReadOnly)) {
             return {};
         }
-        const Value root = PropertyList::read(file.readAll()).root;
+        const Value root = *PropertyList::read(file.readAll());
         return root.dictionary()->value(DocumentKey::clippings).array()->at(row).dictionary()->value(key);
     }
 

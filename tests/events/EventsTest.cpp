@@ -287,7 +287,7 @@ private:
         if (!file.open(QIODevice::ReadOnly)) {
             return {};
         }
-        const Value root = PropertyList::read(file.readAll()).root;
+        const Value root = *PropertyList::read(file.readAll());
         return DocumentEntry::at(root.dictionary()->value(DocumentKey::sounds).array(), row);
     }
 

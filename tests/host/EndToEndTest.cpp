@@ -127,7 +127,7 @@ private:
 
     QString storedSoundOf(const QString& phrase) const
     {
-        const Value root = PropertyList::read(Files::contents(path(u"test.blipsy"_s))).root;
+        const Value root = *PropertyList::read(Files::contents(path(u"test.blipsy"_s)));
         const auto phrases = root.dictionary()->value(DocumentKey::clippings).array();
         for (const Value& entry : std::as_const(*phrases)) {
             if (entry.dictionary()->value(PhraseKey::phrase).string() == phrase) {

@@ -57,7 +57,7 @@ DictionaryPointer DocumentFixture::entryCalled(const QString& phrase) const
 
 ArrayPointer DocumentFixture::storedPhrases() const
 {
-    const DictionaryPointer root = PropertyList::read(Files::contents(BYGlobals::defaultFilePath())).root.dictionary();
+    const DictionaryPointer root = PropertyList::read(Files::contents(BYGlobals::defaultFilePath()))->dictionary();
     return root ? root->value(DocumentKey::clippings).array() : ArrayPointer();
 }
 

@@ -122,7 +122,7 @@ private Q_SLOTS:
     void everyFormOfAFileIsRead()
     {
         QFETCH(QByteArray, file);
-        const Conversion conversion = convert(PropertyList::read(file).root, Source::SpellCatcher);
+        const Conversion conversion = convert(*PropertyList::read(file), Source::SpellCatcher);
         const auto entry = [](const QString& phrase, const QString& text, const QString& order) {
             return Dictionary::create({{PhraseKey::phrase, phrase}, {PhraseKey::plainText, text},
                 {PhraseKey::option, u""_s}, {PhraseKey::sortOrder, order}, {PhraseKey::service, u""_s}});

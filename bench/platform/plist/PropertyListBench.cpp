@@ -5,6 +5,7 @@
 #include <plist/plist.h>
 
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -43,14 +44,14 @@ int main()
     std::printf("document: %.1f MB of XML, %d phrases\n", double(xml.size()) / 1e6, phraseCount);
 
     const auto [loadOurs, loadPeer] = Bench::millisecondsInTurn(
-        rounds, [&xml] { PropertyList::read(xml); }, [&xml] { parsedByPeer(xml); });
+        rounds, [&xml] { std::ignore = PropertyList::read(xml); }, [&xml] { parsedByPeer(xml); });
     Bench::report("property-list-load", loadOurs, loadPeer, 1.0);
 
     const double memoryOurs = megabytesOf([&xml] { return PropertyList::read(xml); });
     const double memoryPeer = megabytesOf([&xml] { return parsedByPeer(xml); });
     Bench::report("property-list-memory-mb", memoryOurs, memoryPeer, 1.0);
 
-    const PropertyList::ReadResult ours = PropertyList::read(xml);
+    const Result<PropertyList::Value> ours = PropertyList::read(xml);
     const Peer peer = parsedByPeer(xml);
     const auto writeByPeer = [&peer] {
         char* bytes = nullptr;
@@ -59,7 +60,7 @@ int main()
         plist_to_xml_free(bytes);
     };
     const auto [writeOurs, writePeer] = Bench::millisecondsInTurn(
-        rounds, [&ours] { PropertyList::write(ours.root); }, writeByPeer);
+        rounds, [&ours] { PropertyList::write(*ours); }, writeByPeer);
     Bench::report("property-list-write", writeOurs, writePeer, 1.0);
     return 0;
 }

@@ -9,13 +9,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const QByteArrayView bytes(data, qsizetype(size));
     unarchivedImageFile(bytes);
-    const ArchivedText result = unarchivedText(bytes);
-    if (result.text) {
+    const Result<ArchivedText> result = unarchivedText(bytes);
+    if (result) {
         qsizetype covered = 0;
-        for (const AttributedText::Run& run : result.text->runs) {
+        for (const AttributedText::Run& run : result->text.runs) {
             covered += run.length;
         }
-        if (covered != result.text->text.size()) {
+        if (covered != result->text.text.size()) {
             std::abort();
         }
     }

@@ -19,18 +19,18 @@ void require(bool condition)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QByteArrayView bytes(data, qsizetype(size));
-    const PropertyList::ReadResult result = PropertyList::read(bytes);
-    require(result.root.isNull() != result.error.isEmpty());
-    if (result.root.isNull()) {
+    const Result<PropertyList::Value> root = PropertyList::read(bytes);
+    if (!root) {
+        require(!root.error().isEmpty());
         return 0;
     }
-    const QByteArray binary = PropertyList::writeBinary(result.root);
-    require(PropertyList::read(binary).root == result.root);
-    if (const auto xml = PropertyList::writeXml(result.root)) {
+    require(!root->isNull());
+    require(*PropertyList::read(PropertyList::writeBinary(*root)) == *root);
+    if (const auto xml = PropertyList::writeXml(*root)) {
         // Dates lose their fractions on the way, and a dictionary may turn into the reference that it stands for.
-        const PropertyList::Value again = PropertyList::read(*xml).root;
-        require(!again.isNull());
-        require(PropertyList::writeXml(again) == xml);
+        const Result<PropertyList::Value> again = PropertyList::read(*xml);
+        require(bool(again));
+        require(PropertyList::writeXml(*again) == xml);
     }
     return 0;
 }

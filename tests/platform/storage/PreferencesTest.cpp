@@ -52,11 +52,11 @@ private Q_SLOTS:
         Preferences::setValue(u"Ours"_s, u"set"_s, domain);
         replaceFile(plist(u"Theirs"_s, u"written"_s));
         QVERIFY(Preferences::synchronize(domain));
-        const auto root = PropertyList::read(stored()).root.dictionary();
+        const auto root = PropertyList::read(stored())->dictionary();
         QCOMPARE(root->keys(), (QStringList{u"Ours"_s, u"Theirs"_s}));
         Preferences::setValue(u"Ours"_s, {}, domain);
         QVERIFY(Preferences::synchronize(domain));
-        QVERIFY(!PropertyList::read(stored()).root.dictionary()->contains(u"Ours"));
+        QVERIFY(!PropertyList::read(stored())->dictionary()->contains(u"Ours"));
     }
 
     void readSeesAWriteOfAnotherProcess()
