@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MessageBus.h"
 
+#include "BusValues.h"
+
+#include <product/Product.h>
+
 #include <QFutureWatcher>
 #include <QLoggingCategory>
 #include <QPromise>
@@ -11,6 +15,7 @@
 #include <systemd/sd-event.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <tuple>
@@ -20,9 +25,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.bus")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".bus")
 
 constexpr auto drainTimeout = 200ms;
+/// No answer that is waited for has more; nor has one that cannot be read to its end.
+constexpr size_t mostArguments = 16;
 
 uint64_t microseconds(std::chrono::steady_clock::duration time)
 {
@@ -57,7 +64,7 @@ public:
                    &PendingCall::timedOut, this) >= 0;
     }
 
-    void finish(sd_bus_message* reply)
+    void finish(const Arguments* reply)
     {
         const Reader reader = std::move(m_reader);
         m_bus->m_calls.remove_if([this](const PendingCall& call) { return &call == this; });
@@ -67,7 +74,12 @@ public:
 private:
     static int answered(sd_bus_message* reply, void* call, sd_bus_error* /*error*/)
     {
-        static_cast<PendingCall*>(call)->finish(sd_bus_message_is_method_error(reply, nullptr) > 0 ? nullptr : reply);
+        Arguments arguments;
+        while (sd_bus_message_at_end(reply, 1) == 0 && arguments.size() < mostArguments) {
+            arguments.push_back(BusValues::read(reply));
+        }
+        static_cast<PendingCall*>(call)->finish(
+            sd_bus_message_is_method_error(reply, nullptr) > 0 ? nullptr : &arguments);
         return 0;
     }
 
@@ -134,13 +146,13 @@ void MessageBus::run(Task task)
 }
 
 void MessageBus::call(
-    const Method& method, const Writer& writer, std::chrono::milliseconds timeout, const Reader& reader)
+    const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, const Reader& reader)
 {
-    run([=, this](sd_bus*) { send(method, writer, timeout, reader); });
+    run([=, this](sd_bus*) { send(method, arguments, timeout, reader); });
 }
 
-void MessageBus::ask(const Method& method, const Writer& writer, std::chrono::milliseconds timeout,
-    const std::function<bool(sd_bus_message*)>& interpret, QObject* context, const std::function<void(bool)>& answered)
+void MessageBus::ask(const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout,
+    const std::function<bool(const Arguments*)>& interpret, QObject* context, const std::function<void(bool)>& answered)
 {
     const auto promise = std::make_shared<QPromise<bool>>();
     promise->start();
@@ -152,7 +164,7 @@ void MessageBus::ask(const Method& method, const Writer& writer, std::chrono::mi
         }
     });
     watcher->setFuture(promise->future());
-    call(method, writer, timeout, [promise, interpret](sd_bus_message* reply) {
+    call(method, arguments, timeout, [promise, interpret](const Arguments* reply) {
         promise->addResult(interpret(reply));
         promise->finish();
     });
@@ -169,7 +181,7 @@ void MessageBus::whenLost(std::function<void()> lost)
 }
 
 void MessageBus::send(
-    const Method& method, const Writer& writer, std::chrono::milliseconds timeout, const Reader& reader)
+    const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, const Reader& reader)
 {
     sd_bus_message* message = nullptr;
     if (connection() == nullptr || sd_bus_message_new_method_call(connection(), &message, method.destination,
@@ -177,9 +189,10 @@ void MessageBus::send(
         reader(nullptr);
         return;
     }
-    writer(message);
+    const bool isComplete =
+        std::ranges::all_of(arguments, [message](const auto& value) { return BusValues::append(message, value); });
     PendingCall& pending = m_calls.emplace_back(this, reader);
-    if (!pending.start(connection(), message, timeout)) {
+    if (!isComplete || !pending.start(connection(), message, timeout)) {
         pending.finish(nullptr);
     }
     sd_bus_message_unref(message);

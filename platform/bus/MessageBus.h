@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/plist/PropertyList.h>
+
 #include <QByteArray>
 #include <QtGlobal>
 
@@ -11,11 +13,11 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 class QObject;
 
 struct sd_bus;
-struct sd_bus_message;
 struct sd_event;
 
 /// This process's connection to a message bus (D-Bus), served by a thread of its own, which alone touches the
@@ -38,11 +40,11 @@ public:
 
     /// Runs on the bus thread with the connection, or with null when there is no bus (any more). Must not block.
     using Task = std::function<void(sd_bus* connection)>;
-    /// Appends the arguments to a message about to be sent. Runs on the bus thread.
-    using Writer = std::function<void(sd_bus_message* message)>;
+    /// The arguments of a message, as BusValues tells them.
+    using Arguments = std::vector<PropertyList::Value>;
     /// Receives, on the bus thread, the answer to a call: null when it failed, ran into its time-out or there is no
     /// bus.
-    using Reader = std::function<void(sd_bus_message* reply)>;
+    using Reader = std::function<void(const Arguments* reply)>;
 
     struct Method
     {
@@ -56,12 +58,13 @@ public:
     void run(Task task);
 
     /// Calls @p method. @p reader is called exactly once, unless the process ends first.
-    void call(const Method& method, const Writer& writer, std::chrono::milliseconds timeout, const Reader& reader);
+    void call(
+        const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, const Reader& reader);
 
     /// Calls @p method, makes a yes or no of the reply with @p interpret (on the bus thread, null as above), and hands
     /// that to @p answered on the thread of @p context, unless that has been destroyed by then.
-    void ask(const Method& method, const Writer& writer, std::chrono::milliseconds timeout,
-        const std::function<bool(sd_bus_message* reply)>& interpret, QObject* context,
+    void ask(const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout,
+        const std::function<bool(const Arguments* reply)>& interpret, QObject* context,
         const std::function<void(bool)>& answered);
 
     /// Calls @p lost on the bus thread once the connection is lost or cannot be made; at once when that is so already.
@@ -90,7 +93,8 @@ private:
     int connectToBus();
     void setLost(int error);
     void runTasks();
-    void send(const Method& method, const Writer& writer, std::chrono::milliseconds timeout, const Reader& reader);
+    void send(
+        const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, const Reader& reader);
     void drain() const;
 
     Kind m_kind;

@@ -79,42 +79,27 @@ int NotificationExchange::receive(sd_bus_message* message)
         std::strcmp(sender, ownName) == 0) {
         uint64_t cookie = 0;
         sd_bus_message_get_cookie(message, &cookie);
-        deliverUpTo(cookie);
+        deliverWhile([cookie](const PendingEcho& echo) { return echo.cookie <= cookie; });
     } else if (const auto notification = NotificationMessage::read(message)) {
         Q_EMIT posted(*notification);
     }
     return 0;
 }
 
-void NotificationExchange::deliverUpTo(uint64_t cookie)
-{
-    while (!m_pendingEchoes.empty() && m_pendingEchoes.front().cookie <= cookie) {
-        deliverFirst();
-    }
-    armTimer();
-}
-
-void NotificationExchange::deliverOverdue()
-{
-    const qint64 now = microsecondsNow();
-    while (!m_pendingEchoes.empty() && m_pendingEchoes.front().deadline <= now) {
-        deliverFirst();
-    }
-    armTimer();
-}
-
 void NotificationExchange::deliverAll()
 {
-    while (!m_pendingEchoes.empty()) {
-        deliverFirst();
-    }
+    deliverWhile([](const PendingEcho&) { return true; });
 }
 
-void NotificationExchange::deliverFirst()
+template <typename Condition>
+void NotificationExchange::deliverWhile(Condition condition)
 {
-    const DistributedNotification notification = m_pendingEchoes.front().notification;
-    m_pendingEchoes.pop_front();
-    Q_EMIT posted(notification);
+    while (!m_pendingEchoes.empty() && condition(m_pendingEchoes.front())) {
+        const DistributedNotification notification = m_pendingEchoes.front().notification;
+        m_pendingEchoes.pop_front();
+        Q_EMIT posted(notification);
+    }
+    armTimer();
 }
 
 void NotificationExchange::armTimer()
@@ -134,7 +119,8 @@ void NotificationExchange::armTimer()
     sd_event_add_time(
         m_bus->eventLoop(), &m_timer, CLOCK_MONOTONIC, deadline, 0,
         [](sd_event_source*, uint64_t, void* self) {
-            static_cast<NotificationExchange*>(self)->deliverOverdue();
+            const auto isOverdue = [now = microsecondsNow()](const PendingEcho& echo) { return echo.deadline <= now; };
+            static_cast<NotificationExchange*>(self)->deliverWhile(isOverdue);
             return 0;
         },
         this);

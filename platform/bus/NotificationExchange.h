@@ -49,9 +49,9 @@ private:
     };
 
     int receive(sd_bus_message* message);
-    void deliverUpTo(uint64_t cookie);
-    void deliverOverdue();
-    void deliverFirst();
+    /// Delivers the posts in front as long as they meet @p condition.
+    template <typename Condition>
+    void deliverWhile(Condition condition);
     void armTimer();
 
     MessageBus* m_bus;

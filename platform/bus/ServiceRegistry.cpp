@@ -3,10 +3,6 @@
 
 #include "MessageBus.h"
 
-#include <QByteArray>
-
-#include <systemd/sd-bus.h>
-
 using namespace std::chrono_literals;
 
 namespace {
@@ -20,12 +16,9 @@ constexpr auto answerTimeout = 500ms;
 void ServiceRegistry::isRegistered(const QString& name, QObject* context, const std::function<void(bool)>& answered)
 {
     MessageBus::session().ask(
-        nameHasOwner,
-        [bytes = name.toUtf8()](sd_bus_message* message) { sd_bus_message_append(message, "s", bytes.constData()); },
-        answerTimeout,
-        [](sd_bus_message* reply) {
-            int hasOwner = 0;
-            return reply != nullptr && sd_bus_message_read(reply, "b", &hasOwner) > 0 && hasOwner != 0;
+        nameHasOwner, {name}, answerTimeout,
+        [](const MessageBus::Arguments* reply) {
+            return reply != nullptr && !reply->empty() && reply->front().integerValue() != 0;
         },
         context, answered);
 }

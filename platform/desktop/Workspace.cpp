@@ -13,8 +13,6 @@
 #include <QPainter>
 #include <QUrl>
 
-#include <systemd/sd-bus.h>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -78,10 +76,10 @@ void Workspace::selectFile(const QString& path)
     if (path.isEmpty()) {
         return;
     }
-    const QByteArray uri = QUrl::fromLocalFile(path).toEncoded();
+    const auto uris = PropertyList::Array::create({QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded())});
     MessageBus::session().ask(
-        showItems, [uri](sd_bus_message* message) { sd_bus_message_append(message, "ass", 1, uri.constData(), ""); },
-        showItemsTimeout, [](sd_bus_message* reply) { return reply != nullptr; }, QCoreApplication::instance(),
+        showItems, {uris, u""_s}, showItemsTimeout, [](const MessageBus::Arguments* reply) { return reply != nullptr; },
+        QCoreApplication::instance(),
         [path](bool shown) {
             if (!shown) {
                 QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).path()));

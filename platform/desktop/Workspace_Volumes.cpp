@@ -2,20 +2,18 @@
 #include "Workspace.h"
 
 #include <platform/bus/MessageBus.h>
+#include <product/Product.h>
 
 #include <QLoggingCategory>
 #include <QStorageInfo>
-
-#include <systemd/sd-bus.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.workspace")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".workspace")
 
-constexpr auto udisks = "org.freedesktop.UDisks2";
 /// Unmounting writes back what is still in memory.
 constexpr auto unmountTimeout = 60s;
 
@@ -39,15 +37,21 @@ QByteArray blockObject(const QByteArray& device)
     return path;
 }
 
-void appendNoOptions(sd_bus_message* message)
+void callVolumes(const QByteArray& path, const char* interface, const char* member,
+    const MessageBus::Arguments& arguments, const MessageBus::Reader& reader)
 {
-    sd_bus_message_append(message, "a{sv}", 0);
+    MessageBus::system().call({"org.freedesktop.UDisks2", path, interface, member}, arguments, unmountTimeout, reader);
+}
+
+MessageBus::Arguments noOptions()
+{
+    return {PropertyList::Dictionary::create()};
 }
 
 void eject(const QByteArray& drive)
 {
-    MessageBus::system().call({udisks, drive, "org.freedesktop.UDisks2.Drive", "Eject"}, appendNoOptions,
-        unmountTimeout, [drive](sd_bus_message* reply) {
+    callVolumes(
+        drive, "org.freedesktop.UDisks2.Drive", "Eject", noOptions(), [drive](const MessageBus::Arguments* reply) {
             if (reply == nullptr) {
                 qCInfo(log).noquote() << "cannot eject" << drive;
             }
@@ -57,14 +61,11 @@ void eject(const QByteArray& drive)
 /// A disk image has no drive; its loop device goes with the unmounting.
 void ejectDriveOf(const QByteArray& block)
 {
-    MessageBus::system().call(
-        {udisks, block, "org.freedesktop.DBus.Properties", "Get"},
-        [](sd_bus_message* message) { sd_bus_message_append(message, "ss", "org.freedesktop.UDisks2.Block", "Drive"); },
-        unmountTimeout,
-        [](sd_bus_message* reply) {
-            const char* drive = nullptr;
-            if (reply != nullptr && sd_bus_message_read(reply, "v", "o", &drive) > 0 && qstrcmp(drive, "/") != 0) {
-                eject(drive);
+    callVolumes(block, "org.freedesktop.DBus.Properties", "Get", {u"org.freedesktop.UDisks2.Block"_s, u"Drive"_s},
+        [](const MessageBus::Arguments* reply) {
+            const QString drive = reply == nullptr || reply->empty() ? QString() : reply->front().string();
+            if (!drive.isEmpty() && drive != u"/") {
+                eject(drive.toLatin1());
             }
         });
 }
@@ -78,8 +79,8 @@ void Workspace::unmountAndEject(const QString& mountPoint)
         return;
     }
     const QByteArray block = blockObject(device);
-    MessageBus::system().call({udisks, block, "org.freedesktop.UDisks2.Filesystem", "Unmount"}, appendNoOptions,
-        unmountTimeout, [block, mountPoint](sd_bus_message* reply) {
+    callVolumes(block, "org.freedesktop.UDisks2.Filesystem", "Unmount", noOptions(),
+        [block, mountPoint](const MessageBus::Arguments* reply) {
             if (reply == nullptr) {
                 qCInfo(log).noquote() << "cannot unmount" << mountPoint;
                 return;
