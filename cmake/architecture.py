@@ -17,6 +17,8 @@ import sys
 INCLUDE = re.compile(r'#include <([A-Za-z/]+)/[A-Za-z0-9_]+\.h>')
 FORM_HEADER = re.compile(r'<header location="global">([A-Za-z/]+)/[A-Za-z0-9_]+\.h<')
 FORM_TEXTS = 'platform/panels'
+# The header that the build generates into a room.
+GENERATED = {'product': 'platform/bytes'}
 
 
 def read_rooms(path):
@@ -49,6 +51,7 @@ def included(folder, rooms):
     names = {room for pattern in (INCLUDE, FORM_HEADER) for room in pattern.findall(text)}
     if any(file.suffix == '.ui' for file in files):
         names.add(FORM_TEXTS)
+    names = {GENERATED.get(name, name) for name in names}
     return {room for room in names if room in rooms and room != folder}
 
 

@@ -4,34 +4,26 @@
 #include "ModifierMapping.h"
 #include "VirtualKeyCodes.h"
 
+#include <product/Product.h>
+
 #include <QLoggingCategory>
-#include <QSocketNotifier>
 
 #include <xcb/xcb.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <iterator>
 #include <limits>
 #include <utility>
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.hotkeys")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".hotkeys")
 
 constexpr int commandBit = 0x100;
 constexpr int shiftBit = 0x200;
 constexpr int optionBit = 0x800;
 constexpr int controlBit = 0x1000;
-
-struct Free
-{
-    void operator()(void* memory) const
-    {
-        std::free(memory);
-    } // NOLINT(*-no-malloc): the library hands out malloc'ed memory
-};
 
 /// The X11 keycodes of the keys that have a virtual key code; there is none for a keycode beyond the server's range.
 std::vector<quint8> serverKeycodes(int virtualKeyCode)
@@ -47,22 +39,14 @@ std::vector<quint8> serverKeycodes(int virtualKeyCode)
 
 } // namespace
 
-void HotKeyGrabs::Release::operator()(xcb_connection_t* connection) const
-{
-    xcb_disconnect(connection);
-}
-
 HotKeyGrabs::HotKeyGrabs(QObject* parent)
     : QObject(parent)
 {
 }
 
-HotKeyGrabs::~HotKeyGrabs() = default;
-
 bool HotKeyGrabs::arePossible()
 {
-    int screenNumber = 0;
-    return connectionToServer(screenNumber) != nullptr;
+    return Xcb::connectToServer() != nullptr;
 }
 
 std::optional<HotKeyReference> HotKeyGrabs::registerHotKey(int virtualKeyCode, int modifiers)
@@ -106,21 +90,13 @@ void HotKeyGrabs::unregisterHotKey(HotKeyReference reference)
     m_grabs.erase(found);
 }
 
-/// Null without an X server. The number is that of the screen which the session uses.
-HotKeyGrabs::Connection HotKeyGrabs::connectionToServer(int& screenNumber)
-{
-    // A connection that fails is an object all the same, and must be closed like any other.
-    Connection connection(qEnvironmentVariableIsSet("DISPLAY") ? xcb_connect(nullptr, &screenNumber) : nullptr);
-    return connection && xcb_connection_has_error(connection.get()) == 0 ? std::move(connection) : nullptr;
-}
-
 bool HotKeyGrabs::connectToServer()
 {
     if (m_connection) {
-        return xcb_connection_has_error(m_connection.get()) == 0;
+        return !Xcb::isBroken(m_connection);
     }
     int screenNumber = 0;
-    Connection connection = connectionToServer(screenNumber);
+    Xcb::Connection connection = Xcb::connectToServer(&screenNumber);
     if (!connection) {
         qCWarning(log).noquote() << "No X server: hot keys cannot be registered in this session";
         return false;
@@ -131,12 +107,7 @@ bool HotKeyGrabs::connectToServer()
     }
     m_rootWindow = screen.data->root;
     m_connection = std::move(connection);
-    auto* const notifier =
-        new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
-        discardEvents();
-        notifier->setEnabled(xcb_connection_has_error(m_connection.get()) == 0);
-    });
+    Xcb::whenReadable(m_connection, this, [this] { discardEvents(); });
     return true;
 }
 
@@ -176,7 +147,7 @@ bool HotKeyGrabs::grabKey(quint8 keycode, const std::vector<quint16>& modifierMa
     }
     bool granted = true;
     for (const xcb_void_cookie_t request : requests) {
-        const std::unique_ptr<xcb_generic_error_t, Free> error(xcb_request_check(m_connection.get(), request));
+        const Xcb::Reply<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), request));
         granted = granted && !error;
     }
     if (!granted) {
@@ -196,10 +167,6 @@ void HotKeyGrabs::ungrabKey(quint8 keycode, const std::vector<quint16>& modifier
 /// Presses of the keys held arrive here. Nothing acts on them, but they must not pile up.
 void HotKeyGrabs::discardEvents()
 {
-    for (;;) {
-        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(m_connection.get()));
-        if (!event) {
-            return;
-        }
+    while (Xcb::Reply<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()))) {
     }
 }

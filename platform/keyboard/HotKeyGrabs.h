@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "XcbHandles.h"
+
 #include <QObject>
 
 #include <map>
-#include <memory>
 #include <optional>
 #include <vector>
-
-struct xcb_connection_t;
 
 /// A key combination reserved with the system. Never 0.
 enum class HotKeyReference : quintptr {};
@@ -22,7 +21,7 @@ class HotKeyGrabs final : public QObject
 
 public:
     explicit HotKeyGrabs(QObject* parent = nullptr);
-    ~HotKeyGrabs() override;
+    ~HotKeyGrabs() override = default;
 
     /// Whether this session lets programs reserve combinations: it has an X server that can be reached.
     static bool arePossible();
@@ -38,11 +37,6 @@ public:
     void unregisterHotKey(HotKeyReference reference);
 
 private:
-    struct Release
-    {
-        void operator()(xcb_connection_t* connection) const;
-    };
-
     struct Grab
     {
         int virtualKeyCode = -1;
@@ -53,9 +47,6 @@ private:
         std::vector<quint16> modifierMasks;
     };
 
-    using Connection = std::unique_ptr<xcb_connection_t, Release>;
-
-    static Connection connectionToServer(int& screenNumber);
     bool connectToServer();
     std::optional<std::vector<quint16>> modifierMasks(int modifiers) const;
     bool grabKey(quint8 keycode, const std::vector<quint16>& modifierMasks);
@@ -63,7 +54,7 @@ private:
     void discardEvents();
 
     /// Null until the first registration, and without an X server.
-    Connection m_connection;
+    Xcb::Connection m_connection;
     quint32 m_rootWindow = 0;
     std::map<HotKeyReference, Grab> m_grabs;
     quintptr m_lastReference = 0;

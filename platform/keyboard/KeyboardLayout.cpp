@@ -74,8 +74,6 @@ KeyboardLayout::KeyboardLayout(xkb_keymap* keymap, quint32 group)
     xkb_state_update_mask(m_state.get(), 0, 0, locked, 0, 0, group);
 }
 
-KeyboardLayout::~KeyboardLayout() = default;
-
 Xkb::State KeyboardLayout::newState() const
 {
     Xkb::State state(xkb_state_new(m_keymap.get()));

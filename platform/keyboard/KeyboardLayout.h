@@ -11,6 +11,8 @@
 /// A keyboard layout: what character each key of the keyboard gives. Immutable; main thread only.
 class KeyboardLayout final
 {
+    Q_DISABLE_COPY_MOVE(KeyboardLayout)
+
 public:
     using Pointer = std::shared_ptr<const KeyboardLayout>;
 
@@ -27,11 +29,7 @@ public:
 
     /// Keeps references to @p keymap. @p group counts the layouts of the keymap from 0.
     KeyboardLayout(xkb_keymap* keymap, quint32 group);
-    ~KeyboardLayout();
-    KeyboardLayout(const KeyboardLayout&) = delete;
-    KeyboardLayout& operator=(const KeyboardLayout&) = delete;
-    KeyboardLayout(KeyboardLayout&&) = delete;
-    KeyboardLayout& operator=(KeyboardLayout&&) = delete;
+    ~KeyboardLayout() = default;
 
     /// Every layout of this desktop has a Unicode key map.
     static constexpr Kind kind() { return Kind::Unicode; }

@@ -1,28 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "ModifierMapping.h"
 
+#include "XcbHandles.h"
+
 #include <xcb/xcb.h>
 #include <xcb/xcb_keysyms.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include <cstdlib>
-#include <memory>
-
 namespace {
 
-struct Free
+struct FreeSymbols
 {
-    void operator()(void* memory) const
-    {
-        std::free(memory);
-    } // NOLINT(*-no-malloc): the libraries hand out malloc'ed memory
-
     void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
 };
-
-using Mapping = std::unique_ptr<xcb_get_modifier_mapping_reply_t, Free>;
-using Symbols = std::unique_ptr<xcb_key_symbols_t, Free>;
-using Keycodes = std::unique_ptr<xcb_keycode_t, Free>;
 
 /// The bit of the first of the eight modifiers that has @p keycode among its keys.
 quint16 modifierOfKey(xcb_get_modifier_mapping_reply_t* mapping, xcb_keycode_t keycode)
@@ -39,7 +29,7 @@ quint16 modifierOfKey(xcb_get_modifier_mapping_reply_t* mapping, xcb_keycode_t k
 
 quint16 modifierOfSymbol(xcb_get_modifier_mapping_reply_t* mapping, xcb_key_symbols_t* symbols, xcb_keysym_t symbol)
 {
-    const Keycodes keycodes(xcb_key_symbols_get_keycode(symbols, symbol));
+    const Xcb::Reply<xcb_keycode_t> keycodes(xcb_key_symbols_get_keycode(symbols, symbol));
     if (!keycodes) {
         return 0;
     }
@@ -55,8 +45,9 @@ quint16 modifierOfSymbol(xcb_get_modifier_mapping_reply_t* mapping, xcb_key_symb
 
 ModifierMapping ModifierMapping::ofServer(xcb_connection_t* connection)
 {
-    const Mapping mapping(xcb_get_modifier_mapping_reply(connection, xcb_get_modifier_mapping(connection), nullptr));
-    const Symbols symbols(xcb_key_symbols_alloc(connection));
+    const Xcb::Reply<xcb_get_modifier_mapping_reply_t> mapping(
+        xcb_get_modifier_mapping_reply(connection, xcb_get_modifier_mapping(connection), nullptr));
+    const std::unique_ptr<xcb_key_symbols_t, FreeSymbols> symbols(xcb_key_symbols_alloc(connection));
     if (!mapping || !symbols || mapping->keycodes_per_modifier == 0) {
         return {};
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ServerKeyboard.h"
 
+#include "XcbHandles.h"
+
 #include <xkbcommon/xkbcommon-x11.h>
 
 #ifdef __clang__
@@ -12,8 +14,6 @@
 #undef explicit
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 
 namespace {
 
@@ -113,8 +113,7 @@ Xkb::State ServerKeyboard::readState() const
 KeyRepetition ServerKeyboard::readRepetition() const
 {
     const auto request = xcb_xkb_get_controls(m_connection, xcb_xkb_device_spec_t(m_device));
-    const std::unique_ptr<xcb_xkb_get_controls_reply_t, decltype(&std::free)> reply(
-        xcb_xkb_get_controls_reply(m_connection, request, nullptr), &std::free);
+    const Xcb::Reply<xcb_xkb_get_controls_reply_t> reply(xcb_xkb_get_controls_reply(m_connection, request, nullptr));
     KeyRepetition repetition;
     if (reply && (reply->enabledControls & XCB_XKB_BOOL_CTRL_REPEAT_KEYS) != 0) {
         std::ranges::copy(reply->perKeyRepeat, repetition.keys.begin());

@@ -3,28 +3,15 @@
 
 #include "XkbHandles.h"
 
+#include <product/Product.h>
+
 #include <QLoggingCategory>
-#include <QSocketNotifier>
 
 #include <xkbcommon/xkbcommon.h>
 
-#include <cstdlib>
-
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.keyboard")
-
-template <typename Type>
-struct FreeReply
-{
-    void operator()(Type* reply) const
-    {
-        std::free(reply);
-    } // NOLINT(*-no-malloc): the library hands out malloc'ed memory
-};
-
-template <typename Type>
-using Reply = std::unique_ptr<Type, FreeReply<Type>>;
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".keyboard")
 
 /// The layout that the XKB_DEFAULT_* environment variables or the system's default name.
 KeyboardLayout::Pointer layoutByName()
@@ -41,11 +28,6 @@ KeyboardLayout::Pointer layoutByName()
 
 } // namespace
 
-void SessionKeyboard::Release::operator()(xcb_connection_t* connection) const
-{
-    xcb_disconnect(connection);
-}
-
 SessionKeyboard::SessionKeyboard(QObject* parent)
     : QObject(parent)
 {
@@ -57,8 +39,6 @@ SessionKeyboard::SessionKeyboard(QObject* parent)
         connect(m_compositor.get(), &WaylandKeyboard::layoutChanged, this, [this] { m_known = false; });
     }
 }
-
-SessionKeyboard::~SessionKeyboard() = default;
 
 KeyboardLayout::Pointer SessionKeyboard::layout()
 {
@@ -76,9 +56,8 @@ KeyboardLayout::Pointer SessionKeyboard::layout()
 
 void SessionKeyboard::connectToServer()
 {
-    // A connection that fails is an object all the same, and must be closed like any other.
-    std::unique_ptr<xcb_connection_t, Release> connection(xcb_connect(nullptr, nullptr));
-    if (xcb_connection_has_error(connection.get()) == 0) {
+    Xcb::Connection connection = Xcb::connectToServer();
+    if (connection) {
         m_serverKeyboard = ServerKeyboard::of(connection.get(), ServerKeyboard::Follow::Group);
     }
     if (!m_serverKeyboard) {
@@ -86,21 +65,12 @@ void SessionKeyboard::connectToServer()
         return;
     }
     m_connection = std::move(connection);
-    auto* const notifier =
-        new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
-        readEvents();
-        notifier->setEnabled(xcb_connection_has_error(m_connection.get()) == 0);
-    });
+    Xcb::whenReadable(m_connection, this, [this] { readEvents(); });
 }
 
 void SessionKeyboard::readEvents()
 {
-    for (;;) {
-        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection.get()));
-        if (!event) {
-            return;
-        }
+    while (const auto event = Xcb::Reply<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()))) {
         if (m_serverKeyboard->news(*event) != ServerKeyboard::News::None) {
             m_known = false;
         }

@@ -4,13 +4,12 @@
 #include "KeyboardLayout.h"
 #include "ServerKeyboard.h"
 #include "WaylandKeyboard.h"
+#include "XcbHandles.h"
 
 #include <QObject>
 
 #include <memory>
 #include <optional>
-
-struct xcb_connection_t;
 
 /// Knows the keyboard layout of the session and notices its changes: through a connection of its own (so it does not
 /// matter which platform plug-in Qt runs on) to the X server where there is one, else to the Wayland compositor;
@@ -22,24 +21,19 @@ class SessionKeyboard final : public QObject
 
 public:
     explicit SessionKeyboard(QObject* parent);
-    ~SessionKeyboard() override;
+    ~SessionKeyboard() override = default;
 
     /// The layout now; a new object after each change. Null when there is none.
     KeyboardLayout::Pointer layout();
 
 private:
-    struct Release
-    {
-        void operator()(xcb_connection_t* connection) const;
-    };
-
     void connectToServer();
     void readEvents();
     KeyboardLayout::Pointer readLayout() const;
     KeyboardLayout::Pointer layoutOfServer() const;
 
     /// Null without an X server that has the keyboard extension.
-    std::unique_ptr<xcb_connection_t, Release> m_connection;
+    Xcb::Connection m_connection;
     /// Null with an X server, and outside a Wayland session.
     std::unique_ptr<WaylandKeyboard> m_compositor;
     std::optional<ServerKeyboard> m_serverKeyboard;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "WaylandKeyboard.h"
 
+#include <product/Product.h>
+
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <QLoggingCategory>
@@ -17,7 +19,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.keyboard")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".keyboard")
 
 constexpr auto patienceAtStart = 500ms;
 /// Keymaps take some 70 kB; a compositor that announces more than this is not believed.
@@ -122,8 +124,6 @@ WaylandKeyboard::WaylandKeyboard(QObject* parent)
         qCWarning(log).noquote() << "The Wayland compositor tells no keyboard layout; the default one stands for it";
     }
 }
-
-WaylandKeyboard::~WaylandKeyboard() = default;
 
 void WaylandKeyboard::connectToCompositor()
 {

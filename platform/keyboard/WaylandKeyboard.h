@@ -29,7 +29,7 @@ public:
     /// Returns when the compositor has told its layout, which takes some 10 ms; one that is silent is waited for half a
     /// second at most, and what it says later counts.
     explicit WaylandKeyboard(QObject* parent = nullptr);
-    ~WaylandKeyboard() override;
+    ~WaylandKeyboard() override = default;
 
     /// The same object until layoutChanged(). Null while the compositor has told none: it cannot be reached, or has no
     /// keyboard.
