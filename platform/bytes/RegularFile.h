@@ -4,12 +4,18 @@
 #include "Result.h"
 
 #include <QByteArray>
+#include <QFile>
 
-/// Reading of whole files whose path comes from elsewhere, and so may name anything.
+#include <memory>
+
+/// Reading of files whose path comes from elsewhere, and so may name anything.
 namespace RegularFile {
 
-/// Reads the ordinary file at @p path, links followed. A folder, a pipe or a device (which might block for ever) and a
-/// file of more than @p maximumSize bytes are refused; the reason does not name the path.
+/// Opens the ordinary file at @p path for reading, links followed, without a buffer. A folder, a pipe or a device
+/// (which might block for ever) is refused; the reason does not name the path.
+Result<std::unique_ptr<QFile>> open(const QString& path);
+
+/// Reads such a file. One of more than @p maximumSize bytes is refused, too.
 Result<QByteArray> read(const QString& path, qint64 maximumSize);
 
 } // namespace RegularFile

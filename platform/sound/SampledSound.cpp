@@ -116,20 +116,14 @@ quint32 channelsAt(const BoundedBytes& resource, quint64 header)
     return isStandard ? 1 : resource.big<quint32>(header + 4);
 }
 
-double readRate(const BoundedBytes& resource, quint64 header, QStringList& warnings)
+/// Rates that no sound has stand for the nearest that one has; none at all stands for the classic one.
+double readRate(const BoundedBytes& resource, quint64 header)
 {
     double rate = resource.big<quint32>(header + 8) / 65536.0;
     if (rate == 0 && headerSizeAt(resource, header) == longHeaderSize) {
         rate = ExtendedFloat::decode(resource.slice(header + 26, ExtendedFloat::size));
     }
-    if (rate == 0) {
-        warnings.append(u"byte %1: no sample rate"_s.arg(header + 8));
-        return classicRate;
-    }
-    if (rate < lowestRate || rate > highestRate) {
-        warnings.append(u"byte %1: a sample rate of %2 Hz"_s.arg(header + 8).arg(rate));
-    }
-    return std::clamp(rate, lowestRate, highestRate);
+    return rate == 0 ? classicRate : std::clamp(rate, lowestRate, highestRate);
 }
 
 /// Takes as many of the announced packets as there are bytes for.
@@ -142,7 +136,6 @@ void takePackets(SampledSound& sound, QByteArrayView present, quint64 announced)
         // Some writers count frames where packets are meant.
         const quint64 fromFrames = (announced + sound.coding.packetFrames - 1) / sound.coding.packetFrames;
         sound.packets = std::min(fromFrames, available);
-        sound.warnings.append(u"%1 of %2 packets of samples"_s.arg(sound.packets).arg(announced));
     }
     sound.data = present.first(qsizetype(sound.packets * bytesPerPacket));
 }
@@ -201,12 +194,9 @@ Result<SampledSound> SampledSound::parse(const BoundedBytes& resource, quint64 o
     SampledSound sound;
     sound.coding = codingAt(resource, offset).value_or(Coding());
     sound.channels = int(channelsAt(resource, offset));
-    sound.sampleRate = readRate(resource, offset, sound.warnings);
+    sound.sampleRate = readRate(resource, offset);
     const auto note = resource.big<quint8>(offset + 21);
     sound.baseNote = note == 0 || note > 127 ? middleC : note;
-    if (resource.big<quint32>(offset) != 0) {
-        sound.warnings.append(u"byte %1: a pointer to samples elsewhere is ignored"_s.arg(offset));
-    }
     const quint64 headerSize = headerSizeAt(resource, offset);
     const quint64 lengthAt = offset + (headerSize == standardHeaderSize ? 4 : 22);
     takePackets(sound, resource.slice(offset + headerSize, resource.size()), resource.big<quint32>(lengthAt));

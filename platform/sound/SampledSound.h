@@ -5,7 +5,6 @@
 #include <platform/bytes/Result.h>
 
 #include <QByteArrayView>
-#include <QStringList>
 
 #include <vector>
 
@@ -24,8 +23,6 @@ struct SampledSound
         quint64 packetFrames = 1;
         /// samples() understands it; otherwise a media library must.
         bool isPlain = false;
-
-        bool operator==(const Coding&) const = default;
     };
 
     /// Frames per second, 1000 to 192000.
@@ -42,9 +39,6 @@ struct SampledSound
     quint64 packets = 0;
     /// The packets, those of the channels side by side. A view into the resource.
     QByteArrayView data;
-
-    /// What was odd, such as samples that are announced but not there.
-    QStringList warnings;
 
     /// Reads the sound whose header lies at @p offset. What the header announces beyond the end of the resource is left
     /// out. A failure tells the byte offset.

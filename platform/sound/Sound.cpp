@@ -5,6 +5,8 @@
 #include "SoundPlayback.h"
 #include "SoundServer.h"
 
+#include <product/Product.h>
+
 #include <QLoggingCategory>
 #include <QMetaObject>
 
@@ -17,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.sound", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".sound", QtInfoMsg)
 
 void logUnplayable(const QString& path, const QString& reason)
 {
@@ -48,7 +50,8 @@ public:
     void abandon();
 
 private:
-    SoundPlayback::Outcome play();
+    /// Whether it was played to its end; why not is logged.
+    bool play();
 
     std::mutex m_mutex;
     /// Guarded by the mutex; null once abandoned.
@@ -60,7 +63,7 @@ private:
 
 void Sound::Job::run()
 {
-    const bool playedToTheEnd = play() == SoundPlayback::Outcome::PlayedToTheEnd;
+    const bool playedToTheEnd = play();
     const std::lock_guard lock(m_mutex);
     if (m_sound == nullptr) {
         return;
@@ -80,22 +83,22 @@ void Sound::Job::abandon()
     m_playback.stop();
 }
 
-SoundPlayback::Outcome Sound::Job::play()
+bool Sound::Job::play()
 {
     if (!m_decoder) {
         auto decoder = SoundDecoder::openFile(m_path);
         if (!decoder) {
             logUnplayable(m_path, decoder.error());
-            return SoundPlayback::Outcome::Failed;
+            return false;
         }
         m_decoder = std::move(*decoder);
     }
-    const SoundPlayback::Outcome outcome = m_playback.run(*m_decoder);
-    if (outcome == SoundPlayback::Outcome::Failed) {
-        logUnplayable(m_path, m_playback.error());
+    const Result<SoundPlayback::End> end = m_playback.run(*m_decoder);
+    if (!end) {
+        logUnplayable(m_path, end.error());
     }
     m_decoder.reset();
-    return outcome;
+    return end && *end == SoundPlayback::End::PlayedToTheEnd;
 }
 
 std::unique_ptr<Sound> Sound::soundWithContentsOfFile(const QString& path)

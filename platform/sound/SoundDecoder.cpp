@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "SoundDecoder.h"
 
-#include "SoundInput.h"
+#include <platform/bytes/RegularFile.h>
+#include <product/Product.h>
 
-#include <QFile>
+#include <QBuffer>
 #include <QLoggingCategory>
 
 extern "C" {
@@ -17,6 +18,7 @@ extern "C" {
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <mutex>
 #include <vector>
 
@@ -24,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.sound.decoder", QtWarningMsg)
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".sound.decoder", QtWarningMsg)
 
 /// The library's names of the formats that are opened; whatever else it knows stays closed.
 constexpr const char* acceptedFormats = "aiff,wav,mov,mp3";
@@ -85,30 +87,6 @@ QString errorText(int code)
     return QString::fromUtf8(text.data());
 }
 
-int readInput(void* opaque, uint8_t* buffer, int size)
-{
-    const int count = static_cast<SoundInput*>(opaque)->read({buffer, size_t(size)});
-    if (count < 0) {
-        return AVERROR(EIO);
-    }
-    return count == 0 ? AVERROR_EOF : count;
-}
-
-int64_t seekInput(void* opaque, int64_t offset, int whence)
-{
-    auto* input = static_cast<SoundInput*>(opaque);
-    if (whence == AVSEEK_SIZE) {
-        return input->size();
-    }
-    int64_t position = offset;
-    if (whence == SEEK_CUR) {
-        position += input->position();
-    } else if (whence == SEEK_END) {
-        position += input->size();
-    }
-    return input->seek(position) ? input->position() : AVERROR(EINVAL);
-}
-
 int refuseOtherFile(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**)
 {
     return AVERROR(EACCES);
@@ -120,7 +98,7 @@ int refuseOtherFile(AVFormatContext*, AVIOContext**, const char*, int, AVDiction
 class SoundDecoder::Codec final
 {
 public:
-    explicit Codec(std::unique_ptr<SoundInput> input)
+    explicit Codec(std::unique_ptr<QIODevice> input)
         : m_input(std::move(input))
     {
     }
@@ -135,13 +113,17 @@ public:
     std::span<const float> samples() const { return m_samples; }
 
 private:
+    static int read(void* codec, uint8_t* buffer, int size);
+    static int64_t seek(void* codec, int64_t offset, int whence);
     int openContainer(const QByteArray& name);
     int openStream();
     int receiveFrame();
     int convertFrame();
     int prepareConverter();
 
-    std::unique_ptr<SoundInput> m_input;
+    std::unique_ptr<QIODevice> m_input;
+    /// How many bytes may be read before every read finds the end.
+    qint64 m_readLimit = openingReadLimit;
     Handle<AVIOContext> m_io;
     Handle<AVFormatContext> m_container;
     Handle<AVCodecContext> m_decoder;
@@ -159,7 +141,6 @@ private:
 
 int SoundDecoder::Codec::open(const QByteArray& name)
 {
-    m_input->setReadLimit(openingReadLimit);
     m_packet.reset(av_packet_alloc());
     m_frame.reset(av_frame_alloc());
     if (!m_packet || !m_frame) {
@@ -172,14 +153,37 @@ int SoundDecoder::Codec::open(const QByteArray& name)
     if (result >= 0) {
         result = decode();
     }
-    m_input->removeReadLimit();
+    m_readLimit = std::numeric_limits<qint64>::max();
     return result;
+}
+
+int SoundDecoder::Codec::read(void* codec, uint8_t* buffer, int size)
+{
+    auto* self = static_cast<Codec*>(codec);
+    const qint64 count =
+        self->m_input->read(reinterpret_cast<char*>(buffer), std::min<qint64>(size, self->m_readLimit));
+    if (count < 0) {
+        return AVERROR(EIO);
+    }
+    self->m_readLimit -= count;
+    return count == 0 ? AVERROR_EOF : int(count);
+}
+
+int64_t SoundDecoder::Codec::seek(void* codec, int64_t offset, int whence)
+{
+    QIODevice& input = *static_cast<Codec*>(codec)->m_input;
+    if (whence == AVSEEK_SIZE) {
+        return input.size();
+    }
+    const int64_t base = whence == SEEK_CUR ? input.pos() : whence == SEEK_END ? input.size() : 0;
+    const int64_t position = std::min<int64_t>(base + offset, input.size());
+    return position >= 0 && input.seek(position) ? position : AVERROR(EINVAL);
 }
 
 int SoundDecoder::Codec::openContainer(const QByteArray& name)
 {
     auto* buffer = static_cast<unsigned char*>(av_malloc(ioBufferSize));
-    m_io.reset(avio_alloc_context(buffer, ioBufferSize, 0, m_input.get(), readInput, nullptr, seekInput));
+    m_io.reset(avio_alloc_context(buffer, ioBufferSize, 0, this, read, nullptr, seek));
     AVFormatContext* container = avformat_alloc_context();
     if (buffer == nullptr || !m_io || container == nullptr) {
         avformat_free_context(container);
@@ -328,16 +332,19 @@ SoundDecoder::~SoundDecoder() = default;
 
 SoundDecoder::OpenResult SoundDecoder::openFile(const QString& path)
 {
-    auto input = SoundInput::file(path);
-    return input ? open(std::move(*input), path) : Failure{input.error()};
+    auto file = RegularFile::open(path);
+    return file ? open(std::move(*file), path) : Failure{file.error()};
 }
 
 SoundDecoder::OpenResult SoundDecoder::openBytes(QByteArray bytes)
 {
-    return open(SoundInput::memory(std::move(bytes)), {});
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(std::move(bytes));
+    buffer->open(QIODevice::ReadOnly);
+    return open(std::move(buffer), {});
 }
 
-SoundDecoder::OpenResult SoundDecoder::open(std::unique_ptr<SoundInput> input, const QString& name)
+SoundDecoder::OpenResult SoundDecoder::open(std::unique_ptr<QIODevice> input, const QString& name)
 {
     prepareLibrary();
     auto codec = std::make_unique<Codec>(std::move(input));

@@ -10,7 +10,7 @@
 
 #include <memory>
 
-class SoundInput;
+class QIODevice;
 
 /// Decodes the first audio stream of an AIFF, AIFF-C, WAVE, QuickTime, MPEG-4 or MPEG layer III file, told apart by
 /// content, as it is asked for samples: memory does not grow with the length of the sound.
@@ -40,7 +40,7 @@ private:
 
     explicit SoundDecoder(std::unique_ptr<Codec> codec);
 
-    static OpenResult open(std::unique_ptr<SoundInput> input, const QString& name);
+    static OpenResult open(std::unique_ptr<QIODevice> input, const QString& name);
 
     std::unique_ptr<Codec> m_codec;
     /// The first samples were decoded when the file was opened and are still to be handed out.

@@ -186,14 +186,17 @@ void SoundPlayback::Stream::Request::receiveAnswer(pa_stream* /*stream*/, int /*
     self->server.notifyWaiting();
 }
 
-SoundPlayback::Outcome SoundPlayback::run(SoundSource& source)
+Result<SoundPlayback::End> SoundPlayback::run(SoundSource& source)
 {
     Lock lock(m_server);
     const std::unique_ptr<Stream> stream = openStream(lock, source.format());
     if (stream && writeAll(lock, *stream, source) && waitUntilHeard(lock, *stream)) {
-        return Outcome::PlayedToTheEnd;
+        return End::PlayedToTheEnd;
     }
-    return m_stopped ? Outcome::Stopped : Outcome::Failed;
+    if (m_stopped) {
+        return End::Stopped;
+    }
+    return Failure{m_error};
 }
 
 void SoundPlayback::stop()

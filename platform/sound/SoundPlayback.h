@@ -3,6 +3,8 @@
 
 #include "SoundServer.h"
 
+#include <platform/bytes/Result.h>
+
 #include <QString>
 #include <QtGlobal>
 
@@ -21,20 +23,17 @@ class SoundPlayback final
     Q_DISABLE_COPY_MOVE(SoundPlayback)
 
 public:
-    enum class Outcome { PlayedToTheEnd, Stopped, Failed };
+    enum class End { PlayedToTheEnd, Stopped };
 
     SoundPlayback() = default;
     ~SoundPlayback() = default;
 
-    /// Plays @p source and returns when its last sample has been heard, when stop() is called, or when it cannot go on:
-    /// the server fails or keeps silent for SoundServer::patience, or the output takes nothing more. For one thread,
-    /// once.
-    Outcome run(SoundSource& source);
+    /// Plays @p source and returns when its last sample has been heard, when stop() is called, or, with the reason,
+    /// when it cannot go on: the server fails or keeps silent for SoundServer::patience, or the output takes nothing
+    /// more. For one thread, once.
+    Result<End> run(SoundSource& source);
     /// Ends run() from another thread, or before it has begun; returns at once. Without the server's lock held.
     void stop();
-
-    /// Why run() has failed.
-    QString error() const { return m_error; }
 
 private:
     class Stream;
@@ -51,5 +50,6 @@ private:
 
     SoundServer& m_server = SoundServer::instance();
     bool m_stopped = false;
+    /// Why run() fails.
     QString m_error;
 };

@@ -29,7 +29,6 @@ enum CommandCode : quint16 {
     freq = 42,
     amplitude = 43,
     timbre = 44,
-    waveTable = 60,
     installSound = 80,
     playBuffer = 81,
 };
@@ -90,20 +89,19 @@ public:
     {
     }
 
-    Result<SoundResource::Decoded> run();
+    Result<SoundResource::Decoded> run() const;
 
 private:
     bool playsSample(const Command& command) const;
     Result<SampledSound> sampleOf(const Command& command) const;
     /// The first command that plays a sampled sound; nothing in a resource of notes alone.
     std::optional<Command> firstSample() const;
-    void perform(const Command& command, SoundSequence& sequence);
-    void performSample(const Command& command, SoundSequence& sequence);
-    SoundResource::Decoded perform(SoundSequence sequence);
+    static void perform(const Command& command, SoundSequence& sequence);
+    void performSample(const Command& command, SoundSequence& sequence) const;
+    SoundResource::Decoded perform(SoundSequence sequence) const;
 
     const BoundedBytes& m_resource;
     CommandList m_list;
-    QStringList m_warnings;
 };
 
 bool CommandInterpreter::playsSample(const Command& command) const
@@ -135,12 +133,13 @@ std::optional<Command> CommandInterpreter::firstSample() const
     return std::nullopt;
 }
 
-void CommandInterpreter::performSample(const Command& command, SoundSequence& sequence)
+void CommandInterpreter::performSample(const Command& command, SoundSequence& sequence) const
 {
     const Result<SampledSound> sample = sampleOf(command);
     if (!sample || !sample->coding.isPlain) {
-        m_warnings.append(u"a further sampled sound at byte %1 is left out"_s.arg(command.param2));
-    } else if (command.code == installSound) {
+        return; // only the first one may be compressed
+    }
+    if (command.code == installSound) {
         sequence.install(*sample);
     } else {
         sequence.playOnce(*sample);
@@ -177,15 +176,12 @@ void CommandInterpreter::perform(const Command& command, SoundSequence& sequence
     case timbre:
         sequence.setTimbre(command.param1);
         break;
-    case waveTable:
-        m_warnings.append(u"a wave table is replaced by a plain tone"_s);
-        break;
-    default:
+    default: // a wave table, too, is replaced by the plain tone
         break;
     }
 }
 
-SoundResource::Decoded CommandInterpreter::perform(SoundSequence sequence)
+SoundResource::Decoded CommandInterpreter::perform(SoundSequence sequence) const
 {
     for (quint64 at = m_list.offset; at < m_list.end(); at += commandSize) {
         const Command command = commandAt(m_resource, at);
@@ -196,13 +192,10 @@ SoundResource::Decoded CommandInterpreter::perform(SoundSequence sequence)
         }
     }
     SoundResource::PcmSamples samples{sequence.finish()};
-    if (sequence.isCutOff()) {
-        m_warnings.append(u"the sequence is too long and ends early"_s);
-    }
-    return {std::move(samples), sequence.sampleRate(), sequence.channels(), m_warnings};
+    return {std::move(samples), sequence.sampleRate(), sequence.channels()};
 }
 
-Result<SoundResource::Decoded> CommandInterpreter::run()
+Result<SoundResource::Decoded> CommandInterpreter::run() const
 {
     const std::optional<Command> first = firstSample();
     if (!first) {
@@ -212,12 +205,11 @@ Result<SoundResource::Decoded> CommandInterpreter::run()
     if (!sample) {
         return Failure{sample.error()};
     }
-    m_warnings = sample->warnings;
     if (sample->coding.isPlain) {
         return perform(SoundSequence(*sample));
     }
     return SoundResource::Decoded{
-        SoundResource::WrappedFile{AiffC::wrap(*sample)}, sample->sampleRate, sample->channels, m_warnings};
+        SoundResource::WrappedFile{AiffC::wrap(*sample)}, sample->sampleRate, sample->channels};
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QStringList>
 
 #include <variant>
 #include <vector>
@@ -37,8 +36,6 @@ struct Decoded
     double sampleRate = 0;
     /// 1 to 8.
     int channels = 1;
-    /// What was odd but can be played all the same (a truncated sound, a rate out of range).
-    QStringList warnings;
 };
 
 /// Reads one resource. Every length in it is taken as hostile: samples that are announced but not there are left out, a

@@ -5,6 +5,8 @@
 #include "SoundPlayback.h"
 #include "SoundResource.h"
 
+#include <product/Product.h>
+
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -17,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.sound.resource", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".sound.resource", QtInfoMsg)
 
 constexpr size_t framesPerBlock = 4096;
 
@@ -71,7 +73,8 @@ bool logFailure(const QString& reason)
 bool play(SoundSource& source)
 {
     SoundPlayback playback;
-    return playback.run(source) == SoundPlayback::Outcome::PlayedToTheEnd || logFailure(playback.error());
+    const Result<SoundPlayback::End> end = playback.run(source);
+    return end || logFailure(end.error());
 }
 
 } // namespace

@@ -49,7 +49,6 @@ SoundSequence::Instrument SoundSequence::decode(const SampledSound& sound)
 {
     const quint64 samples = quint64(sound.data.size()) / sound.coding.packetBytes;
     if (samples > mostSamples - m_decodedSamples) {
-        m_isCutOff = true;
         return {sound, {}};
     }
     m_decodedSamples += samples;
@@ -84,7 +83,6 @@ void SoundSequence::playNote(int note, double seconds)
         return;
     }
     if (m_notes == mostNotes) {
-        m_isCutOff = true;
         return;
     }
     ++m_notes;
@@ -111,17 +109,14 @@ void SoundSequence::rest(double seconds)
 quint64 SoundSequence::takeTime(double seconds)
 {
     const double allowed = std::min(seconds, mostSecondsOfNotes - m_secondsOfNotes);
-    m_isCutOff = m_isCutOff || allowed < seconds;
     m_secondsOfNotes += allowed;
     return takeFrames(quint64(allowed * m_sampleRate));
 }
 
-quint64 SoundSequence::takeFrames(quint64 frames)
+quint64 SoundSequence::takeFrames(quint64 frames) const
 {
     const quint64 present = m_samples.size();
-    const quint64 allowed = std::min(frames, (mostSamples - std::min(mostSamples, present)) / quint64(m_channels));
-    m_isCutOff = m_isCutOff || allowed < frames;
-    return allowed;
+    return std::min(frames, (mostSamples - std::min(mostSamples, present)) / quint64(m_channels));
 }
 
 void SoundSequence::append(const Instrument& instrument, quint64 frames, double step, double gain, bool loops)

@@ -45,9 +45,6 @@ public:
     /// of a frame side by side.
     std::vector<qint16> finish();
 
-    /// True when something was left out because of the limits.
-    bool isCutOff() const noexcept { return m_isCutOff; }
-
 private:
     struct Instrument
     {
@@ -64,7 +61,7 @@ private:
     void playRecording(Instrument recording);
     /// Frames for @p seconds, as far as the limits allow.
     quint64 takeTime(double seconds);
-    quint64 takeFrames(quint64 frames);
+    quint64 takeFrames(quint64 frames) const;
     void append(const Instrument& instrument, quint64 frames, double step, double gain, bool loops);
     void appendTone(double frequency, quint64 frames, double gain);
 
@@ -78,5 +75,4 @@ private:
     int m_heldNote = 0;
     int m_amplitude = 255;
     int m_timbre = 80;
-    bool m_isCutOff = false;
 };

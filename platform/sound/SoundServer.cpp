@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.sound.server", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".sound.server", QtInfoMsg)
 
 QString errorText(const pa_context* context)
 {
