@@ -57,8 +57,8 @@ Result<QString> DocumentBackups::keep(const QString& documentPath, qint64 maximu
     }
     const QString path = freePath(folder, QFileInfo(documentPath));
     AtomicFile::removeLeftovers(path);
-    if (const std::optional<QString> error = AtomicFile::write(path, *contents)) {
-        return Failure{*error};
+    if (const auto written = AtomicFile::write(path, *contents); !written) {
+        return Failure{written.error()};
     }
     return path;
 }

@@ -129,8 +129,8 @@ void SoundsDocument::save()
     if (!m_root || !keepVersionOfOthers()) {
         return;
     }
-    if (const auto error = AtomicFile::write(m_path, PropertyList::write(m_root))) {
-        qCWarning(log).noquote() << *error;
+    if (const auto written = AtomicFile::write(m_path, PropertyList::write(m_root)); !written) {
+        qCWarning(log).noquote() << written.error();
         return;
     }
     m_safePath = m_path;

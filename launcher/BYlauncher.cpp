@@ -73,8 +73,9 @@ void BYlauncher::handleTimer()
 void BYlauncher::start()
 {
     const QString panePath = Bundle::path();
-    if (const auto error = LoginItemScript::execute(creationScript.arg(LoginItemScript::escaped(panePath)))) {
-        qCWarning(log).noquote() << *error;
+    const auto made = LoginItemScript::execute(creationScript.arg(LoginItemScript::escaped(panePath)));
+    if (!made) {
+        qCWarning(log).noquote() << made.error();
     }
     if (HelperProcess::start()) {
         showRunning(true);

@@ -57,8 +57,8 @@ std::optional<QString> chooseNewPath(
 
 void writeNewDocument(const PropertyList::DictionaryPointer& document, const QString& path)
 {
-    if (const std::optional<QString> error = AtomicFile::write(path, PropertyList::write(document))) {
-        qCWarning(log).noquote() << *error;
+    if (const auto written = AtomicFile::write(path, PropertyList::write(document)); !written) {
+        qCWarning(log).noquote() << written.error();
     }
 }
 

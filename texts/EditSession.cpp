@@ -70,9 +70,10 @@ void EditSession::loadText(const Phrase& phrase)
     const std::optional<QByteArray> rtfd = phrase.rtfd();
     const bool isRich = rtfd.has_value();
     if (isRich) {
-        const QStringList warnings = view.replaceAllWithRTFD(*rtfd).warnings;
-        if (!warnings.isEmpty()) {
-            qCWarning(log).noquote() << u"rich text of \"%1\": %2"_s.arg(name, warnings.join(u"; "_s));
+        const auto read = view.replaceAllWithRTFD(*rtfd);
+        const QString problem = read ? read->join(u"; "_s) : read.error();
+        if (!problem.isEmpty()) {
+            qCWarning(log).noquote() << u"rich text of \"%1\": %2"_s.arg(name, problem);
         }
         view.setReadOnly(false);
     }

@@ -31,7 +31,7 @@ constexpr int rounds = 5;
 
 void save(const DictionaryPointer& root, const QString& path)
 {
-    if (AtomicFile::write(path, PropertyList::write(root))) {
+    if (!AtomicFile::write(path, PropertyList::write(root))) {
         qFatal("cannot write the document");
     }
 }

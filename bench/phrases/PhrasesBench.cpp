@@ -68,7 +68,7 @@ void fillPhrase(Dictionary& entry, int number)
 
 void save(const DictionaryPointer& root, const QString& path)
 {
-    if (AtomicFile::write(path, PropertyList::write(root))) {
+    if (!AtomicFile::write(path, PropertyList::write(root))) {
         std::abort();
     }
 }

@@ -1,6 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "PathNames.h"
 
+#include <QUrl>
+
+QString pathOfFileUrl(const QUrl& url)
+{
+    return url.isLocalFile() ? url.path(QUrl::FullyDecoded | QUrl::StripTrailingSlash) : QString();
+}
+
 QStringView withoutEndSlash(QStringView path)
 {
     while (path.size() > 1 && path.endsWith(u'/')) {

@@ -3,6 +3,11 @@
 
 #include <QStringView>
 
+class QUrl;
+
+/// The path of the file that @p url names, on whatever machine, without a slash at its end; empty for what names none.
+QString pathOfFileUrl(const QUrl& url);
+
 /// Questions about paths as texts. The answers are views into @p path.
 
 /// The path without the slashes at its end; "/" stays.

@@ -43,3 +43,24 @@ private:
     std::optional<Value> m_value;
     QString m_error;
 };
+
+/// Whether something without a result was done, or why not. `{}` says that it was.
+template <>
+class [[nodiscard]] Result<void> final
+{
+public:
+    Result() = default;
+
+    Result(Failure failure)
+        : m_failure(std::move(failure))
+    {
+    }
+
+    explicit operator bool() const noexcept { return !m_failure; }
+
+    /// Why it was not done; empty where it was.
+    QString error() const { return m_failure ? m_failure->reason : QString(); }
+
+private:
+    std::optional<Failure> m_failure;
+};

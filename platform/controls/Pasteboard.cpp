@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Pasteboard.h"
 
+#include <platform/bytes/PathNames.h>
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -15,12 +17,6 @@ namespace {
 QString mimeType(const QString& type)
 {
     return type == Pasteboard::stringType ? u"text/plain"_s : u"application/x-"_s + type.toLower();
-}
-
-/// Empty for what names no file.
-QString pathOf(const QUrl& url)
-{
-    return url.isLocalFile() ? url.path(QUrl::FullyDecoded | QUrl::StripTrailingSlash) : QString();
 }
 
 std::unique_ptr<QMimeData> copyOf(const QMimeData& data)
@@ -130,7 +126,7 @@ std::optional<QString> Pasteboard::filename() const
 {
     const QMimeData* const data = m_content->data();
     const QList<QUrl> urls = data ? data->urls() : QList<QUrl>();
-    const QString path = urls.isEmpty() ? QString() : pathOf(urls.first());
+    const QString path = urls.isEmpty() ? QString() : pathOfFileUrl(urls.first());
     return path.isEmpty() ? std::nullopt : std::optional(path);
 }
 
@@ -139,7 +135,7 @@ QStringList Pasteboard::filenames() const
     const QMimeData* const data = m_content->data();
     QStringList names;
     for (const QUrl& url : data ? data->urls() : QList<QUrl>()) {
-        if (const QString path = pathOf(url); !path.isEmpty()) {
+        if (const QString path = pathOfFileUrl(url); !path.isEmpty()) {
             names.append(path);
         }
     }

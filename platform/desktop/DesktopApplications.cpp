@@ -25,29 +25,14 @@ using Keys = QHash<QString, QString>;
 
 QString unescaped(QStringView value)
 {
+    static constexpr QStringView letters = u"sntr";
+    static constexpr QStringView meanings = u" \n\t\r";
     QString result;
     result.reserve(value.size());
     for (qsizetype i = 0; i < value.size(); ++i) {
-        if (value[i] != u'\\' || i + 1 == value.size()) {
-            result += value[i];
-            continue;
-        }
-        switch (value[++i].unicode()) {
-        case u's':
-            result += u' ';
-            break;
-        case u'n':
-            result += u'\n';
-            break;
-        case u't':
-            result += u'\t';
-            break;
-        case u'r':
-            result += u'\r';
-            break;
-        default:
-            result += value[i];
-        }
+        const bool isEscape = value[i] == u'\\' && i + 1 < value.size();
+        const qsizetype letter = isEscape ? letters.indexOf(value[++i]) : -1;
+        result += letter >= 0 ? meanings[letter] : value[i];
     }
     return result;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "HelpViewer.h"
 
+#include <product/Product.h>
+
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -12,7 +14,7 @@ namespace HelpViewer {
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.help")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".help")
 
 } // namespace
 

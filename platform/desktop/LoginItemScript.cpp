@@ -39,31 +39,31 @@ QString unescaped(QString text)
     return text.replace(escape, u"\\1"_s);
 }
 
-std::optional<QString> makeLoginItem(const QString& bundlePath)
+Result<void> makeLoginItem(const QString& bundlePath)
 {
     const QString name = QFileInfo(bundlePath).completeBaseName();
     const QString program = bundlePath + u"/Contents/MacOS/"_s + name;
     const QString entry =
         u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2\nTerminal=false\n"_s.arg(name, execWord(program));
     if (!QDir().mkpath(autostartFolder())) {
-        return u"cannot make the folder %1"_s.arg(autostartFolder());
+        return Failure{u"cannot make the folder %1"_s.arg(autostartFolder())};
     }
     return AtomicFile::write(entryPath(name), entry.toUtf8());
 }
 
-std::optional<QString> deleteLoginItem(const QString& name)
+Result<void> deleteLoginItem(const QString& name)
 {
     if (QFile::remove(entryPath(name))) {
-        return std::nullopt;
+        return {};
     }
-    return u"cannot delete login item \"%1\""_s.arg(name);
+    return Failure{u"cannot delete login item \"%1\""_s.arg(name)};
 }
 
 /// One run of a script: what its variables hold, and whom it is talking to.
 class Run final
 {
 public:
-    std::optional<QString> execute(const QString& statement)
+    Result<void> execute(const QString& statement)
     {
         static const QString text = u"\"((?:[^\"\\\\]|\\\\.)*)\""_s;
         static const QRegularExpression assignment(u"^set (\\w+) to %1$"_s.arg(text));
@@ -74,15 +74,15 @@ public:
 
         if (const auto match = assignment.match(statement); match.hasMatch()) {
             m_variables.insert(match.captured(1), unescaped(match.captured(2)));
-            return std::nullopt;
+            return {};
         }
         if (const auto match = tell.match(statement); match.hasMatch()) {
             m_application = unescaped(match.captured(1));
-            return std::nullopt;
+            return {};
         }
         if (statement == u"end tell") {
             m_application.clear();
-            return std::nullopt;
+            return {};
         }
         const auto making = make.match(statement);
         const auto removing = remove.match(statement);
@@ -92,7 +92,7 @@ public:
         if (m_application == u"System Events" && removing.hasMatch()) {
             return deleteLoginItem(unescaped(removing.captured(1)));
         }
-        return u"cannot run \"%1\""_s.arg(statement);
+        return Failure{u"cannot run \"%1\""_s.arg(statement)};
     }
 
 private:
@@ -102,15 +102,15 @@ private:
 
 } // namespace
 
-std::optional<QString> LoginItemScript::execute(const QString& source)
+Result<void> LoginItemScript::execute(const QString& source)
 {
     Run run;
     for (const QString& line : source.split(u'\n', Qt::SkipEmptyParts)) {
-        if (const std::optional<QString> error = run.execute(line.trimmed())) {
-            return error;
+        if (Result<void> done = run.execute(line.trimmed()); !done) {
+            return done;
         }
     }
-    return std::nullopt;
+    return {};
 }
 
 QString LoginItemScript::escaped(const QString& text)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <platform/bytes/Result.h>
 
-#include <optional>
+#include <QString>
 
 /// Runs the scripts by which programs make and delete login items. Of the script language exactly this is understood,
 /// one statement to a line:
@@ -18,8 +18,8 @@
 /// (`$XDG_CONFIG_HOME/autostart`), named after the application bundle that it starts; making it again replaces it.
 namespace LoginItemScript {
 
-/// Runs @p source up to the first error and answers that; nothing when all went well.
-std::optional<QString> execute(const QString& source);
+/// Runs @p source up to the first error.
+Result<void> execute(const QString& source);
 
 /// @p text as it stands between the quotation marks of a script.
 QString escaped(const QString& text);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ProcessLauncher.h"
 
+#include <product/Product.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -10,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.process")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".process")
 
 QString reasonNotToStart(const QString& path, const QProcess& process)
 {

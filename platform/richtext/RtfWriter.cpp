@@ -35,9 +35,11 @@ QByteArray escaped(QStringView text)
     return bytes;
 }
 
-QByteArray switchWord(const char* name, bool on)
+QByteArray baselineWord(QTextCharFormat::VerticalAlignment baseline)
 {
-    return QByteArray(name) + (on ? "" : "0");
+    return baseline == QTextCharFormat::AlignSuperScript ? "\\super"
+           : baseline == QTextCharFormat::AlignSubScript ? "\\sub"
+                                                         : "\\nosupersub";
 }
 
 QByteArray picturePng(const QVariant& resource)
@@ -153,35 +155,26 @@ qsizetype Writer::colorNumber(const QTextFormat& format, QTextFormat::Property p
 void Writer::writeAttributes(const Character& wanted)
 {
     QByteArray words;
-    if (wanted.font != m_character.font) {
-        words += "\\f" + QByteArray::number(wanted.font);
-    }
-    if (wanted.halfPoints != m_character.halfPoints) {
-        words += "\\fs" + QByteArray::number(wanted.halfPoints);
-    }
-    if (wanted.bold != m_character.bold) {
-        words += switchWord("\\b", wanted.bold);
-    }
-    if (wanted.italic != m_character.italic) {
-        words += switchWord("\\i", wanted.italic);
-    }
-    if (wanted.underline != m_character.underline) {
-        words += wanted.underline ? "\\ul" : "\\ulnone";
-    }
-    if (wanted.strike != m_character.strike) {
-        words += switchWord("\\strike", wanted.strike);
-    }
-    if (wanted.baseline != m_character.baseline) {
-        words += wanted.baseline == QTextCharFormat::AlignSuperScript ? "\\super"
-                 : wanted.baseline == QTextCharFormat::AlignSubScript ? "\\sub"
-                                                                      : "\\nosupersub";
-    }
-    if (wanted.background != m_character.background) {
-        words += "\\cb" + QByteArray::number(wanted.background);
-    }
-    if (wanted.foreground != m_character.foreground) {
-        words += "\\cf" + QByteArray::number(wanted.foreground);
-    }
+    const auto write = [&](auto Character::*attribute, auto wordOf) {
+        if (wanted.*attribute != m_character.*attribute) {
+            words += wordOf(wanted.*attribute);
+        }
+    };
+    const auto number = [](const char* word) {
+        return [word](auto value) -> QByteArray { return word + QByteArray::number(value); };
+    };
+    const auto toggle = [](const char* on, const char* off) {
+        return [on, off](bool isOn) { return QByteArray(isOn ? on : off); };
+    };
+    write(&Character::font, number("\\f"));
+    write(&Character::halfPoints, number("\\fs"));
+    write(&Character::bold, toggle("\\b", "\\b0"));
+    write(&Character::italic, toggle("\\i", "\\i0"));
+    write(&Character::underline, toggle("\\ul", "\\ulnone"));
+    write(&Character::strike, toggle("\\strike", "\\strike0"));
+    write(&Character::baseline, baselineWord);
+    write(&Character::background, number("\\cb"));
+    write(&Character::foreground, number("\\cf"));
     m_character = wanted;
     if (!words.isEmpty()) {
         m_body += words + ' ';

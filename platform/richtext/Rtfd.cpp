@@ -25,11 +25,7 @@ constexpr quint32 paddedLength = 0x8000'0000;
 constexpr quint32 maximumFiles = 10'000;
 constexpr quint32 defaultPermissions = 0666;
 
-const QString& textName()
-{
-    static const QString name = u"TXT.rtf"_s;
-    return name;
-}
+const QString textName = u"TXT.rtf"_s;
 
 /// Reads a node. What is asked for beyond its end is not there, and no problem: a text that is cut short has the rest.
 ByteReader readerOf(QByteArrayView bytes)
@@ -83,7 +79,7 @@ std::vector<Node> folderNodes(ByteReader body, QStringList& warnings)
 /// ".." is the only file of a wrapper that is no folder.
 bool isTextName(const QString& name)
 {
-    return name == textName() || name == u"..";
+    return name == textName || name == u"..";
 }
 
 bool isReserved(const QString& name)
@@ -136,7 +132,7 @@ Contents readWrapper(QByteArrayView bytes)
     ByteReader root = readerOf(bytes.sliced(signature.size()));
     const quint32 rootType = root.number<quint32>();
     if (rootType == fileType) {
-        contents.files.append({textName(), fileContents(root).toByteArray(), false});
+        contents.files.append({textName, fileContents(root).toByteArray(), false});
         return contents;
     }
     if (rootType != folderType) {
@@ -145,7 +141,7 @@ Contents readWrapper(QByteArrayView bytes)
     }
     QSet<QString> names;
     for (const auto& [givenName, node] : folderNodes(root, contents.warnings)) {
-        const QString name = isTextName(givenName) ? textName() : TextAttachment::safeName(givenName);
+        const QString name = isTextName(givenName) ? textName : TextAttachment::safeName(givenName);
         if (givenName == u"__@UTF8PreferredName@__") {
             ByteReader input = readerOf(node);
             input.number<quint32>(); // its type
@@ -195,27 +191,27 @@ QByteArray writeWrapper(const QList<TextAttachment>& files)
     return bytes;
 }
 
-ReadResult read(QByteArrayView bytes, QTextDocument& document)
+Result<QStringList> read(QByteArrayView bytes, QTextDocument& document)
 {
     Contents contents;
     if (Rtf::isRtf(bytes)) {
-        contents.files.append({textName(), bytes.toByteArray(), false});
+        contents.files.append({textName, bytes.toByteArray(), false});
     } else {
         contents = readWrapper(bytes);
     }
-    const auto text = std::ranges::find(contents.files, textName(), &TextAttachment::name);
+    const auto text = std::ranges::find(contents.files, textName, &TextAttachment::name);
     if (text == contents.files.end() || !Rtf::isRtf(text->contents)) {
-        return {false, contents.warnings + QStringList(u"there is no rich text in it"_s)};
+        return Failure{(contents.warnings + QStringList(u"there is no rich text in it"_s)).join(u"; "_s)};
     }
     const Rtf::ReadResult result = Rtf::read(text->contents, contents.files);
     result.text.fill(document);
-    return {true, contents.warnings + result.warnings};
+    return contents.warnings + result.warnings;
 }
 
 QByteArray write(const QTextDocument& document)
 {
     Rtf::Written written = Rtf::write(document);
-    written.attachments.prepend({textName(), written.rtf, false});
+    written.attachments.prepend({textName, written.rtf, false});
     return writeWrapper(written.attachments);
 }
 

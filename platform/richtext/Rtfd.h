@@ -3,6 +3,8 @@
 
 #include "TextAttachment.h"
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QList>
@@ -38,17 +40,9 @@ Contents readWrapper(QByteArrayView bytes);
 /// The wrapper of these files; their names must be unique.
 QByteArray writeWrapper(const QList<TextAttachment>& files);
 
-struct ReadResult
-{
-    /// Rich text was found, and the document shows as much of it as could be read.
-    bool found = false;
-    /// What was odd or missing.
-    QStringList warnings;
-};
-
-/// Replaces the content of @p document by the text in a wrapper, or by bare RTF; leaves it as it is where there is
-/// none.
-ReadResult read(QByteArrayView bytes, QTextDocument& document);
+/// Replaces the content of @p document by the text in a wrapper, or by bare RTF, as much of it as could be read; tells
+/// what was odd or missing. Leaves the document as it is where there is no rich text.
+Result<QStringList> read(QByteArrayView bytes, QTextDocument& document);
 
 /// The document with its attachments.
 QByteArray write(const QTextDocument& document);

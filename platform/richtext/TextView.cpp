@@ -79,9 +79,9 @@ void TextView::insertText(const QString& text)
     ensureCursorVisible();
 }
 
-Rtfd::ReadResult TextView::replaceAllWithRTFD(const QByteArray& rtfd)
+Result<QStringList> TextView::replaceAllWithRTFD(const QByteArray& rtfd)
 {
-    Rtfd::ReadResult result;
+    Result<QStringList> result = QStringList();
     {
         const QSignalBlocker quiet(this);
         // An insertion point that the text pushes to its end would have all of it laid out on the way back.

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QTextEdit>
+#include <platform/bytes/Result.h>
 
-namespace Rtfd {
-struct ReadResult;
-}
+#include <QTextEdit>
 
 /// A text editor that is either plain or rich, with the operations that a text is loaded and saved with.
 ///
@@ -37,9 +35,9 @@ public:
     /// Inserts at the insertion point, replacing the selection, as typing does: with the formats there, but beside a
     /// picture as text. Does nothing while the view is read-only.
     void insertText(const QString& text);
-    /// Replaces the whole text by flattened RTFD, or bare RTF. When none is found the text stays. Not undoable; sends
-    /// no change.
-    Rtfd::ReadResult replaceAllWithRTFD(const QByteArray& rtfd);
+    /// Replaces the whole text by flattened RTFD, or bare RTF; tells what was odd in it. When none is found the text
+    /// stays. Not undoable; sends no change.
+    Result<QStringList> replaceAllWithRTFD(const QByteArray& rtfd);
     /// The whole text as flattened RTFD.
     QByteArray RTFDFromAll() const;
     /// The font of plain text: the system's at 12 points.

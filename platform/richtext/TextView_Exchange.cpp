@@ -5,7 +5,9 @@
 #include "Rtfd.h"
 #include "TextAttachment.h"
 
+#include <platform/bytes/PathNames.h>
 #include <platform/bytes/RegularFile.h>
+#include <product/Product.h>
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -23,13 +25,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.text")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".text")
 
-const QString& wrapperMimeType()
-{
-    static const QString type = u"application/x-rtfd"_s;
-    return type;
-}
+const QString wrapperMimeType = u"application/x-rtfd"_s;
 
 const QStringList& richTextMimeTypes()
 {
@@ -121,7 +119,7 @@ QMimeData* TextView::createMimeDataFromSelection() const
         selection.setDefaultFont(document()->defaultFont());
         QTextCursor(&selection).insertFragment(textCursor().selection());
         takeAttachments(selection, *document());
-        content->setData(wrapperMimeType(), Rtfd::write(selection));
+        content->setData(wrapperMimeType, Rtfd::write(selection));
         content->setData(richTextMimeTypes().front(), Rtf::write(selection).rtf);
         content->setHtml(textCursor().selection().toHtml());
     }
@@ -131,7 +129,7 @@ QMimeData* TextView::createMimeDataFromSelection() const
 bool TextView::canInsertFromMimeData(const QMimeData* source) const
 {
     const bool graphics = m_importsGraphics && (source->hasImage() || source->hasUrls());
-    return source->hasText() || (m_richText && (graphics || source->hasHtml() || source->hasFormat(wrapperMimeType())));
+    return source->hasText() || (m_richText && (graphics || source->hasHtml() || source->hasFormat(wrapperMimeType)));
 }
 
 void TextView::insertFromMimeData(const QMimeData* source)
@@ -155,13 +153,13 @@ void TextView::insertFromMimeData(const QMimeData* source)
 bool TextView::insertRichText(const QMimeData& source)
 {
     QStringList types = richTextMimeTypes();
-    types.prepend(wrapperMimeType());
+    types.prepend(wrapperMimeType);
     const auto type = std::ranges::find_if(types, [&source](const QString& known) { return source.hasFormat(known); });
     if (type == types.end()) {
         return false;
     }
     QTextDocument pasted;
-    if (!Rtfd::read(source.data(*type), pasted).found) {
+    if (!Rtfd::read(source.data(*type), pasted)) {
         return false;
     }
     giveAttachments(pasted, *document());
@@ -200,7 +198,7 @@ bool TextView::insertFiles(const QMimeData& source)
     }
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
-    const auto count = std::ranges::count_if(urls, [this](const QUrl& url) { return insertFile(url.toLocalFile()); });
+    const auto count = std::ranges::count_if(urls, [this](const QUrl& url) { return insertFile(pathOfFileUrl(url)); });
     cursor.endEditBlock();
     return count > 0;
 }

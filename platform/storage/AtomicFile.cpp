@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "AtomicFile.h"
 
+#include <product/Product.h>
+
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
@@ -30,7 +32,7 @@ constexpr mode_t newFileMode = 0666;
 
 /// A name that nobody else gives to a file, so that a leftover is told by it: the digits of a random number between
 /// these two.
-constexpr QLatin1StringView temporaryPrefix(".blipsy-");
+constexpr QLatin1StringView temporaryPrefix("." PRODUCT_NAME "-");
 constexpr QLatin1StringView temporarySuffix(".tmp");
 constexpr int temporaryDigits = 13;
 constexpr int temporaryBase = 36;
@@ -216,7 +218,7 @@ void removeUnlessLocked(const QByteArray& path)
 
 } // namespace
 
-std::optional<QString> AtomicFile::write(const QString& path, QByteArrayView bytes)
+Result<void> AtomicFile::write(const QString& path, QByteArrayView bytes)
 {
     const QString target = followLinks(path);
     const std::error_code error =
@@ -224,9 +226,9 @@ std::optional<QString> AtomicFile::write(const QString& path, QByteArrayView byt
         : target.isEmpty() ? std::make_error_code(std::errc::too_many_symbolic_link_levels)
                            : replaceFile(QFile::encodeName(target), QFile::encodeName(QFileInfo(target).path()), bytes);
     if (!error) {
-        return std::nullopt;
+        return {};
     }
-    return u"cannot write %1: %2"_s.arg(path, QString::fromStdString(error.message()));
+    return Failure{u"cannot write %1: %2"_s.arg(path, QString::fromStdString(error.message()))};
 }
 
 void AtomicFile::removeLeftovers(const QString& path)

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QByteArrayView>
 #include <QString>
-
-#include <optional>
 
 /// Replaces files in one step, so that a reader sees the old content or the new one, never a mixture. Why QSaveFile is
 /// not enough: docs/decisions/atomic-file.md.
@@ -15,9 +15,8 @@ namespace AtomicFile {
 /// A symbolic link is followed (its target is replaced, the link stays); the permissions of an existing file are
 /// kept, and its owner and group where the system allows; a new file's permissions follow the umask. A file that this
 /// user may not write, and anything that is no ordinary file (a folder, a device), is not replaced. On failure the old
-/// file is untouched, no temporary file stays behind, and the result is the reason in words that name the path. Nothing
-/// on success.
-[[nodiscard]] std::optional<QString> write(const QString& path, QByteArrayView bytes);
+/// file is untouched, no temporary file stays behind, and the reason names the path.
+Result<void> write(const QString& path, QByteArrayView bytes);
 
 /// Removes the temporary files that processes killed during write() have left in the folder of @p path (a symbolic link
 /// is followed). Files of this user alone, told by their name.

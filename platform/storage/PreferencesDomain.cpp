@@ -24,7 +24,7 @@ using PropertyList::Value;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.preferences")
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".preferences")
 
 /// Every user action may store more than one setting, and all of them together must not be felt.
 constexpr auto lockTimeout = 40ms;
@@ -179,8 +179,8 @@ bool PreferencesDomain::writeMerged()
     for (auto pending = m_pending.cbegin(); pending != m_pending.cend(); ++pending) {
         merged->insert(pending.key(), pending.value());
     }
-    if (const std::optional<QString> error = AtomicFile::write(m_path, PropertyList::write(merged))) {
-        report(*error, m_storeProblem);
+    if (const auto written = AtomicFile::write(m_path, PropertyList::write(merged)); !written) {
+        report(written.error(), m_storeProblem);
         return false;
     }
     m_stored = merged;

@@ -20,6 +20,8 @@
 #include <ModalDriver.h>
 #include <NotificationRecorder.h>
 
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
 using PropertyList::Dictionary;
@@ -225,7 +227,7 @@ private Q_SLOTS:
         QCOMPARE(text().textCursor(), selected);
         QCOMPARE(stored(0, PhraseKey::plainText).string(), u"styled"_s);
         text().setString({});
-        QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()).found);
+        QVERIFY(text().replaceAllWithRTFD(stored(0, PhraseKey::rtfd).data()));
         QCOMPARE(text().string(), u"styled"_s);
     }
 
@@ -281,7 +283,7 @@ private Q_SLOTS:
         form().richText->click();
         text().setString(u"asked about"_s);
         ModalDriver driver([this](QWidget* sheet) {
-            text().replaceAllWithRTFD("{\\rtf1 \\b another}");
+            std::ignore = text().replaceAllWithRTFD("{\\rtf1 \\b another}");
             BYGlobals::setEditEntryPaneTextIsDirty(false);
             ModalDriver::click(u"Make Plain"_s)(sheet);
         });
@@ -297,7 +299,7 @@ private Q_SLOTS:
         text().setString(u"one"_s);
         text().setRichText(true);
         text().setFontOfAll(QFont(u"DejaVu Sans"_s, 20));
-        text().replaceAllWithRTFD("{\\rtf1 two}");
+        std::ignore = text().replaceAllWithRTFD("{\\rtf1 two}");
         text().resetAttributes();
         QCOMPARE(changes.size() + attributes.size(), 0);
         QTest::keyClicks(&text(), u"x"_s);
@@ -311,7 +313,7 @@ private Q_SLOTS:
     {
         form().richText->click();
         QVERIFY(form().formattingBar->isVisible());
-        text().replaceAllWithRTFD("{\\rtf1{\\fonttbl\\f0 DejaVu Sans;}\\qc\\f0\\fs30 a\\b b}");
+        std::ignore = text().replaceAllWithRTFD("{\\rtf1{\\fonttbl\\f0 DejaVu Sans;}\\qc\\f0\\fs30 a\\b b}");
         const auto* const bold = form().formattingBar->findChild<QToolButton*>(u"bold"_s);
         QVERIFY(!bold->isChecked());
         QVERIFY(form().formattingBar->findChild<QToolButton*>(u"alignCenter"_s)->isChecked());
@@ -327,7 +329,7 @@ private Q_SLOTS:
     void barTellsTheSideOfHebrew()
     {
         form().richText->click();
-        text().replaceAllWithRTFD("{\\rtf1\\uc0\\u1513 \\u1500 }");
+        std::ignore = text().replaceAllWithRTFD("{\\rtf1\\uc0\\u1513 \\u1500 }");
         auto* const left = form().formattingBar->findChild<QToolButton*>(u"alignLeft"_s);
         QVERIFY(form().formattingBar->findChild<QToolButton*>(u"alignRight"_s)->isChecked());
         left->click();

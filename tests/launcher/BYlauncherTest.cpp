@@ -207,7 +207,7 @@ private Q_SLOTS:
     void scriptsOfOtherWordsAreRefused()
     {
         QFETCH(const QString, source);
-        QVERIFY(LoginItemScript::execute(source));
+        QVERIFY(!LoginItemScript::execute(source));
     }
 };
 

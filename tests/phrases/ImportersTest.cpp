@@ -180,7 +180,7 @@ private Q_SLOTS:
             Dictionary::create({{u"Plain Text"_s, u"plain"_s}, {u"Formatted Text"_s, archive}}));
         QCOMPARE(entry->value(PhraseKey::plainText).string(), u"plain"_s);
         QTextDocument document;
-        QVERIFY(Rtfd::read(entry->value(PhraseKey::rtfd).data(), document).found);
+        QVERIFY(Rtfd::read(entry->value(PhraseKey::rtfd).data(), document));
         QCOMPARE(document.toPlainText(), u"ab\nc"_s);
         const QTextBlock block = document.lastBlock();
         const bool isOfBlock = property == QTextFormat::BlockAlignment;
@@ -216,7 +216,7 @@ private Q_SLOTS:
         QFETCH(QString, name);
         const DictionaryPointer entry = converted(source, list, Dictionary::create({{key, stored}}));
         QTextDocument document;
-        QVERIFY(Rtfd::read(entry->value(PhraseKey::rtfd).data(), document).found);
+        QVERIFY(Rtfd::read(entry->value(PhraseKey::rtfd).data(), document));
         QTEST(document.toRawText(), "text");
         const std::optional<TextAttachment> file = TextAttachment::in(document, name);
         QCOMPARE(file ? file->contents : QByteArray(), tiff({3, 2}));

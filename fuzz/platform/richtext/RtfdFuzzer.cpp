@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <tuple>
 
 /// Any wrapper can be read; its files come back from a wrapper written with them, and its pictures can be asked for.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -18,6 +19,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     }
     QTextDocument document;
-    Rtfd::read(bytes, document);
+    std::ignore = Rtfd::read(bytes, document);
     return 0;
 }

@@ -52,7 +52,7 @@ private Q_SLOTS:
         const QByteArray bytes = Rtfd::write(document);
         QVERIFY(bytes.contains(word));
         QTextDocument copy;
-        Rtfd::read(bytes, copy);
+        QVERIFY(Rtfd::read(bytes, copy));
         QCOMPARE(ParagraphSide::of(copy.begin()), ParagraphSide::of(document.begin()));
     }
 };

@@ -259,9 +259,9 @@ private Q_SLOTS:
             const QByteArray bytes = Rtfd::write(original);
 
             QTextDocument copy;
-            const Rtfd::ReadResult result = Rtfd::read(bytes, copy);
-            QVERIFY(result.found);
-            QCOMPARE(result.warnings, QStringList());
+            const Result<QStringList> warnings = Rtfd::read(bytes, copy);
+            QCOMPARE(warnings.error(), QString());
+            QCOMPARE(*warnings, QStringList());
             const QStringList copied = described(copy).split(u'\n');
             const QStringList expected = described(original).split(u'\n');
             for (qsizetype line = 0; line < std::max(copied.size(), expected.size()); ++line) {
@@ -279,7 +279,7 @@ private Q_SLOTS:
         const QByteArray bytes = Rtfd::write(document);
         QCOMPARE(bytes.count("\\NeXTGraphic"), 2);
         QTextDocument copy;
-        QVERIFY(Rtfd::read(bytes, copy).found);
+        QVERIFY(Rtfd::read(bytes, copy));
         QCOMPARE(textOf(copy), u"a\uFFFCbc\uFFFC"_s);
     }
 
@@ -306,7 +306,7 @@ private Q_SLOTS:
         page.setHtml(QString::fromLatin1("<p>a<span style='font-size:20px'>b</span><big>c</big></p><p>" +
                                          image({2, 3}) + image({4, 5}) + "</p><ul><li>d</li></ul><ol><li>e</li></ol>"));
         QTextDocument copy;
-        QVERIFY(Rtfd::read(Rtfd::write(page), copy).found);
+        QVERIFY(Rtfd::read(Rtfd::write(page), copy));
         QList<qreal> sizes;
         for (auto it = copy.begin().begin(); !it.atEnd(); ++it) {
             sizes.append(it.fragment().charFormat().fontPointSize());
@@ -329,7 +329,7 @@ private Q_SLOTS:
                                 "5458542e7274661000000000000000b60100000000000000000000");
         QCOMPARE(Rtfd::writeWrapper({{u"TXT.rtf"_s, "{\\rtf1 Hi}", false}}).toHex(), expected.toHex());
         QTextDocument document;
-        QVERIFY(Rtfd::read(expected, document).found);
+        QVERIFY(Rtfd::read(expected, document));
         QCOMPARE(textOf(document), u"Hi"_s);
     }
 
@@ -369,7 +369,7 @@ private Q_SLOTS:
         const qsizetype afterFirst = bytes.indexOf("first") + 5;
         for (qsizetype length = 0; length < bytes.size(); ++length) {
             QTextDocument document;
-            const bool found = Rtfd::read(bytes.first(length), document).found;
+            const bool found = bool(Rtfd::read(bytes.first(length), document));
             // "\\pard" cut short is a paragraph.
             QVERIFY(textOf(original).startsWith(textOf(document).trimmed()));
             QCOMPARE(found && textOf(document).startsWith(u"first"), length >= afterFirst);
@@ -386,7 +386,7 @@ private Q_SLOTS:
         QCOMPARE(contents.files.size(), 3);
         QCOMPARE(contents.files[2].contents, "1");
         QTextDocument document;
-        QVERIFY(Rtfd::read(bytes, document).found);
+        QVERIFY(Rtfd::read(bytes, document));
         const QList<TextAttachment> files = Rtf::write(document).attachments;
         QCOMPARE(files.size(), 3);
         QCOMPARE(files[0], (TextAttachment{u".._.._etc_passwd"_s, "stored", false}));
