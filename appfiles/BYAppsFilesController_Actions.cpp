@@ -60,7 +60,7 @@ void BYAppsFilesController::chooseDocumentFor(const QString& application)
     OpenPanel panel(appsFilesTable);
     panel.setTitle(Text::tr("Choose a Sounds Document"));
     const QStringList types = {
-        documentExtension, u"plist"_s, u"textpander"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("XPND"))};
+        documentExtension, u"plist"_s, u"textpander"_s, FileTypes::fileTypeForHFSTypeCode(fourCharCode("XPND"))};
     if (panel.runModalForDirectory_file_types(QDir::homePath(), {}, types) == okButton) {
         for (const QString& path : panel.filenames()) {
             BYGlobals::file4app()->insert(application, path);
@@ -72,7 +72,7 @@ void BYAppsFilesController::addAppToExclusionList(QObject* /*sender*/)
 {
     OpenPanel panel(appsFilesTable);
     panel.setTitle(Text::tr("Choose an Application"));
-    const QStringList types = {applicationExtension, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
+    const QStringList types = {applicationExtension, FileTypes::fileTypeForHFSTypeCode(fourCharCode("APPL"))};
     if (panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types) == okButton) {
         for (const QString& path : panel.filenames()) {
             addApplication(path);

@@ -25,8 +25,8 @@ namespace {
 Q_LOGGING_CATEGORY(log, "blipsy.playback", QtInfoMsg)
 
 constexpr size_t phraseSlot = 22;
-constexpr FileTypes::TypeCode suitcaseType = FileTypes::typeCode("SFIL");
-constexpr FileTypes::TypeCode soundResourceType = FileTypes::typeCode("snd ");
+constexpr quint32 suitcaseType = fourCharCode("SFIL");
+constexpr quint32 soundResourceType = fourCharCode("snd ");
 
 /// Keeps a sound that has lost its slot until it has ended: destroying it would silence it.
 void letPlayOn(std::shared_ptr<Sound> sound)

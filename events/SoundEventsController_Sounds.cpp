@@ -23,9 +23,9 @@ namespace {
 /// 'SFIL' or 'sfil': the pane cannot preview a suitcase without holding up the panel, the helper can.
 bool isSuitcase(const QString& path)
 {
-    constexpr FileTypes::TypeCode capitals = FileTypes::typeCode("SFIL");
-    constexpr FileTypes::TypeCode smallLetters = FileTypes::typeCode("sfil");
-    const std::optional<FileTypes::TypeCode> type = FileTypes::hfsTypeCode(path);
+    constexpr quint32 capitals = fourCharCode("SFIL");
+    constexpr quint32 smallLetters = fourCharCode("sfil");
+    const std::optional<quint32> type = FileTypes::hfsTypeCode(path);
     return type && (*type == capitals || *type == smallLetters);
 }
 

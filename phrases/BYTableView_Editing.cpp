@@ -71,7 +71,7 @@ void BYTableView::chooseApplication(const DictionaryPointer& entry)
     const RowHold hold(m_listener);
     OpenPanel panel(window());
     panel.setAllowsMultipleSelection(false);
-    const QStringList types{u"app"_s, FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("APPL"))};
+    const QStringList types{u"app"_s, FileTypes::fileTypeForHFSTypeCode(fourCharCode("APPL"))};
     const int result = panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types);
     const DictionaryPointer asked = m_listener.upToDateEntry(entry);
     if (result == okButton && asked && !panel.filenames().isEmpty()) {

@@ -70,7 +70,7 @@ void reportImportProblem(const QString& path, const QString& problem)
 QStringList importableTypes()
 {
     return {u"Blipsy"_s, u"plist"_s, u"xml"_s, u"textpander"_s, u"textexpander"_s,
-        FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("XPND"))};
+        FileTypes::fileTypeForHFSTypeCode(fourCharCode("XPND"))};
 }
 
 } // namespace

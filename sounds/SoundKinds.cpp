@@ -19,7 +19,7 @@ QStringList panelExtensions()
 
 QStringList SoundKinds::openPanelTypes()
 {
-    return panelExtensions() << FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("SFIL"));
+    return panelExtensions() << FileTypes::fileTypeForHFSTypeCode(fourCharCode("SFIL"));
 }
 
 bool SoundKinds::folderExists(const QString& path)

@@ -19,9 +19,8 @@ enum ExitCode { found = 0, notFound = 1, wrongUsage = 2 };
 void printEntries()
 {
     QTextStream out(stdout);
-    for (const ResourceFile::Entry& entry : ResourceFile::entriesOfCurrentFile()) {
-        out << MacRoman::decode(fourCharBytes(entry.type)) << '\t' << entry.id << '\t' << MacRoman::decode(entry.name)
-            << '\n';
+    for (const auto& [type, id, name, offset] : ResourceFile::resourcesOfCurrentFile()) {
+        out << MacRoman::decode(fourCharBytes(type)) << '\t' << id << '\t' << MacRoman::decode(name) << '\n';
     }
 }
 

@@ -12,6 +12,13 @@ struct ByteRange
     quint64 offset = 0;
     quint64 length = 0;
 
+    /// What of it lies in a file of @p size bytes.
+    ByteRange within(quint64 size) const noexcept
+    {
+        const quint64 begin = std::min(offset, size);
+        return {begin, std::min(length, size - begin)};
+    }
+
     bool operator==(const ByteRange&) const = default;
 };
 

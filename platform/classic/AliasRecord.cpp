@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "AliasRecord.h"
 
+#include "ClassicFiles.h"
+
 #include <platform/bytes/BoundedBytes.h>
 #include <platform/bytes/MacRoman.h>
+
+#include <QStringDecoder>
 
 #include <algorithm>
 
@@ -37,13 +41,8 @@ QString utf8(QByteArrayView bytes)
 /// A count of code units, then UTF-16.
 QString countedUtf16(const BoundedBytes& item)
 {
-    const quint64 count =
-        std::min<quint64>(item.big<quint16>(0), (item.size() - std::min<quint64>(2, item.size())) / 2);
-    QString text;
-    for (quint64 i = 0; i < count; ++i) {
-        text.append(QChar(item.big<quint16>(2 + 2 * i)));
-    }
-    return text;
+    QStringDecoder decoder(QStringDecoder::Utf16BE, QStringConverter::Flag::Stateless);
+    return decoder(item.slice(2, 2 * quint64(item.big<quint16>(0))));
 }
 
 void readItem(Items& items, qint16 tag, QByteArrayView data)
@@ -81,19 +80,11 @@ Items readItems(const BoundedBytes& record, quint64 begin)
     return items;
 }
 
-/// "Volume:folder:name" as a path on that volume. A classic name may hold a "/", which a path writes as ":".
+/// "Volume:folder:name" as a path on that volume.
 QString pathFromClassicPath(const QString& path)
 {
     const qsizetype volumeEnd = path.indexOf(u':');
-    QString onVolume = volumeEnd < 0 ? QString() : path.sliced(volumeEnd + 1);
-    for (QChar& character : onVolume) {
-        if (character == u':') {
-            character = u'/';
-        } else if (character == u'/') {
-            character = u':';
-        }
-    }
-    return onVolume;
+    return volumeEnd < 0 ? QString() : ClassicFiles::withSeparatorsExchanged(path.sliced(volumeEnd + 1));
 }
 
 bool isSafePath(const QString& path)

@@ -19,15 +19,6 @@ namespace {
 constexpr quint64 nameOffset = 6;
 constexpr qsizetype longestSuffix = 5;
 
-/// A classic name may hold "/" but not ":", a file name here the other way round.
-QString withSeparatorsExchanged(QString name)
-{
-    std::transform(name.cbegin(), name.cend(), name.begin(), [](QChar character) {
-        return character == u':' ? QChar(u'/') : character == u'/' ? QChar(u':') : character;
-    });
-    return name;
-}
-
 /// The name cut short, with the inode by which the file is found again: "Beginning#1A2B.aif".
 QByteArray shortenedName(const QString& name, quint64 inode)
 {
@@ -45,7 +36,7 @@ QByteArray shortenedName(const QString& name, quint64 inode)
 
 QByteArray classicName(const QFileInfo& file)
 {
-    const QString name = withSeparatorsExchanged(file.fileName());
+    const QString name = ClassicFiles::withSeparatorsExchanged(file.fileName());
     const std::optional<QByteArray> bytes = MacRoman::encode(name);
     const bool survives =
         bytes && bytes->size() <= ClassicFiles::FileRecord::longestName && MacRoman::decode(*bytes) == name;
@@ -91,6 +82,14 @@ std::optional<ClassicFiles::FileRecord> ClassicFiles::FileRecord::fromStored(QBy
         return std::nullopt;
     }
     return FileRecord{{record.big<qint16>(0), record.big<qint32>(2)}, record.pascalString(nameOffset).toByteArray()};
+}
+
+QString ClassicFiles::withSeparatorsExchanged(QString name)
+{
+    for (QChar& character : name) {
+        character = character == u':' ? QChar(u'/') : character == u'/' ? QChar(u':') : character;
+    }
+    return name;
 }
 
 std::optional<ClassicFiles::Folder> ClassicFiles::findPreferencesFolder()

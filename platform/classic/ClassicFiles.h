@@ -51,6 +51,9 @@ struct FileRecord
     bool operator==(const FileRecord&) const = default;
 };
 
+/// A classic name may hold "/" but not ":", a file name here the other way round.
+QString withSeparatorsExchanged(QString name);
+
 /// The user's Preferences folder, which is the folder of the preferences domains; nothing while it does not exist.
 std::optional<Folder> findPreferencesFolder();
 

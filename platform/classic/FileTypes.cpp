@@ -100,13 +100,13 @@ std::optional<QString> aliasFileTarget(const QString& path)
 
 } // namespace
 
-std::optional<FileTypes::TypeCode> FileTypes::hfsTypeCode(const QString& path)
+std::optional<quint32> FileTypes::hfsTypeCode(const QString& path)
 {
     const auto info = ForkLocator::finderInfo(path);
     return info && info->type != 0 ? std::optional(info->type) : std::nullopt;
 }
 
-QString FileTypes::fileTypeForHFSTypeCode(TypeCode code)
+QString FileTypes::fileTypeForHFSTypeCode(quint32 code)
 {
     return u'\'' + MacRoman::decode(fourCharBytes(code)) + u'\'';
 }

@@ -4,28 +4,18 @@
 #include <platform/bytes/FourCharCode.h>
 
 #include <QString>
-#include <QStringList>
 
 #include <optional>
-#include <string_view>
 
-/// Four-character file types of the classic file system, and aliases.
+/// File types of the classic file system, which are four-character codes such as fourCharCode("SFIL"), and aliases.
 namespace FileTypes {
-
-using TypeCode = quint32;
-
-/// The type code of four Mac OS Roman characters, for instance `typeCode("SFIL")` = 0x5346494C.
-constexpr TypeCode typeCode(std::string_view text)
-{
-    return fourCharCode(text);
-}
 
 /// The type code that the Finder information of the file at @p path gives, links followed: from extended attributes, an
 /// AppleDouble companion, AppleSingle or MacBinary. Nothing when the file has none.
-std::optional<TypeCode> hfsTypeCode(const QString& path);
+std::optional<quint32> hfsTypeCode(const QString& path);
 
 /// How a type code is written in a list of file types for a panel: the four characters between apostrophes, 'SFIL'.
-QString fileTypeForHFSTypeCode(TypeCode code);
+QString fileTypeForHFSTypeCode(quint32 code);
 
 /// True when @p path names an alias file (a symbolic link is not one).
 bool isAliasFile(const QString& path);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArrayView>
+#include <platform/bytes/BoundedBytes.h>
 
 /// The Finder's information about a file (32 bytes, big-endian; "Inside Macintosh: Macintosh Toolbox Essentials",
 /// chapter 7), as far as anything here needs it.
@@ -11,13 +11,14 @@ struct FinderInfo
     static constexpr quint16 aliasFlag = 0x8000;
 
     quint32 type = 0;
-    quint32 creator = 0;
     quint16 flags = 0;
 
     bool isAlias() const noexcept { return (flags & aliasFlag) != 0; }
 
     /// Reads @p bytes; what a shorter block leaves out counts as zero.
-    static FinderInfo parse(QByteArrayView bytes);
-
-    bool operator==(const FinderInfo&) const = default;
+    static FinderInfo parse(QByteArrayView bytes)
+    {
+        const BoundedBytes block(bytes);
+        return {block.big<quint32>(0), block.big<quint16>(8)};
+    }
 };

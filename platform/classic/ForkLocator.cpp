@@ -5,6 +5,8 @@
 #include "FilePeek.h"
 #include "MacBinary.h"
 
+#include <product/Product.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -18,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "blipsy.forks", QtInfoMsg)
+Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".forks", QtInfoMsg)
 
 constexpr quint64 largestFork = 64 * 1024 * 1024;
 constexpr qsizetype finderInfoSize = 32;

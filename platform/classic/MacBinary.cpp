@@ -59,12 +59,6 @@ int versionOf(const BoundedBytes& header, quint64 fileSize)
     return isPlausibleVersionOne(header, fileSize) ? 1 : 0;
 }
 
-ByteRange cutOff(quint64 offset, quint64 length, quint64 fileSize)
-{
-    const quint64 begin = std::min(offset, fileSize);
-    return {begin, std::min(length, fileSize - begin)};
-}
-
 } // namespace
 
 std::optional<MacBinary> MacBinary::parse(QByteArrayView head, quint64 fileSize)
@@ -76,16 +70,12 @@ std::optional<MacBinary> MacBinary::parse(QByteArrayView head, quint64 fileSize)
     }
     MacBinary file;
     file.version = version;
-    file.name = header.pascalString(1).toByteArray();
     file.finderInfo.type = header.big<quint32>(65);
-    file.finderInfo.creator = header.big<quint32>(69);
     const quint8 lowFlags = version == 1 ? 0 : header.big<quint8>(101);
     file.finderInfo.flags = quint16((header.big<quint8>(73) << 8) | lowFlags);
 
     const quint64 secondHeader = version == 1 ? 0 : header.big<quint16>(120);
-    const quint64 dataOffset = block + padded(secondHeader);
-    const auto dataLength = header.big<quint32>(83);
-    file.dataFork = cutOff(dataOffset, dataLength, fileSize);
-    file.resourceFork = cutOff(dataOffset + padded(dataLength), header.big<quint32>(87), fileSize);
+    const quint64 dataEnd = block + padded(secondHeader) + padded(header.big<quint32>(83));
+    file.resourceFork = ByteRange{dataEnd, header.big<quint32>(87)}.within(fileSize);
     return file;
 }

@@ -5,7 +5,6 @@
 
 #include <platform/bytes/BoundedBytes.h>
 
-#include <QByteArray>
 #include <QByteArrayView>
 
 #include <optional>
@@ -18,10 +17,7 @@ struct MacBinary
 
     /// 1, 2 or 3.
     int version = 0;
-    /// The file's name, Mac OS Roman, 1 to 63 bytes.
-    QByteArray name;
     FinderInfo finderInfo;
-    ByteRange dataFork;
     ByteRange resourceFork;
 
     /// Reads the header from the first bytes of a file that is @p fileSize bytes long; nothing when it is no MacBinary

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
-#include <vector>
 
 namespace {
 
@@ -147,16 +146,11 @@ qint16 ResourceFile::lastError()
     return chain().lastError;
 }
 
-QList<ResourceFile::Entry> ResourceFile::entriesOfCurrentFile()
+std::vector<ResourceFork::Resource> ResourceFile::resourcesOfCurrentFile()
 {
-    QList<Entry> entries;
-    if (const ResourceFork* fork = currentFork()) {
-        for (const ResourceFork::Resource& resource : fork->resources()) {
-            entries.append({resource.type, resource.id, resource.name});
-        }
-    }
+    const ResourceFork* fork = currentFork();
     chain().lastError = noErr;
-    return entries;
+    return fork ? fork->resources() : std::vector<ResourceFork::Resource>();
 }
 
 int ResourceFile::countInCurrentFile(quint32 type)

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ResourceFork.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QList>
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 /// The resource files that this process has open: a chain, newest first, with one current file.
 ///
@@ -30,15 +32,6 @@ constexpr qint16 resourceNotFoundError = -192;
 constexpr qint16 resourceFileNotFoundError = -193;
 constexpr qint16 badMapError = -199;
 
-/// What a resource is called inside its file.
-struct Entry
-{
-    quint32 type = 0;
-    qint16 id = 0;
-    /// Mac OS Roman; empty where it has none.
-    QByteArray name;
-};
-
 /// Opens the resource fork of the file at @p path and makes it the current file. Answers its reference number, or -1
 /// when it has none or cannot be read. Opening changes no byte of the file. Opening a file again gives a reference of
 /// its own.
@@ -53,7 +46,7 @@ void setCurrent(qint16 reference);
 qint16 lastError();
 
 /// What the current file holds, in the order of its map.
-QList<Entry> entriesOfCurrentFile();
+std::vector<ResourceFork::Resource> resourcesOfCurrentFile();
 
 /// The number of resources of @p type (a four-character code) in the current file alone.
 int countInCurrentFile(quint32 type);

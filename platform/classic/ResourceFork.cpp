@@ -3,8 +3,6 @@
 
 #include <platform/bytes/BoundedBytes.h>
 
-#include <QSet>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -127,9 +125,8 @@ private:
         resource.type = type;
         resource.id = m_map.big<qint16>(reference);
         resource.name = name(m_map.big<quint16>(reference + 2));
-        const auto attributesAndOffset = m_map.big<quint32>(reference + 4);
-        resource.attributes = quint8(attributesAndOffset >> 24);
-        resource.offset = m_dataOffset + (attributesAndOffset & 0x00FFFFFF);
+        // The highest byte holds attributes.
+        resource.offset = m_dataOffset + (m_map.big<quint32>(reference + 4) & 0x00FFFFFF);
         m_fork.m_resources.push_back(std::move(resource));
     }
 
@@ -187,48 +184,33 @@ Result<ResourceFork> ResourceFork::parse(QByteArray bytes)
     return fork;
 }
 
-QList<quint32> ResourceFork::types() const
-{
-    QList<quint32> types;
-    QSet<quint32> seen;
-    for (const Resource& resource : m_resources) {
-        if (!seen.contains(resource.type)) {
-            seen.insert(resource.type);
-            types.append(resource.type);
-        }
-    }
-    return types;
-}
-
 int ResourceFork::count(quint32 type) const
 {
-    return int(std::count_if(
-        m_resources.begin(), m_resources.end(), [type](const Resource& resource) { return resource.type == type; }));
+    return int(std::ranges::count(m_resources, type, &Resource::type));
+}
+
+template <typename Condition>
+const ResourceFork::Resource* ResourceFork::find(quint32 type, Condition condition) const
+{
+    const auto found = std::ranges::find_if(
+        m_resources, [&](const Resource& resource) { return resource.type == type && condition(resource); });
+    return found == m_resources.end() ? nullptr : &*found;
 }
 
 const ResourceFork::Resource* ResourceFork::atIndex(quint32 type, int index) const
 {
     int position = 0;
-    const auto found = std::find_if(m_resources.begin(), m_resources.end(),
-        [&](const Resource& resource) { return resource.type == type && ++position == index; });
-    return found == m_resources.end() ? nullptr : &*found;
+    return find(type, [&](const Resource&) { return ++position == index; });
 }
 
 const ResourceFork::Resource* ResourceFork::withId(quint32 type, qint16 id) const
 {
-    const auto found = std::find_if(m_resources.begin(), m_resources.end(),
-        [=](const Resource& resource) { return resource.type == type && resource.id == id; });
-    return found == m_resources.end() ? nullptr : &*found;
+    return find(type, [id](const Resource& resource) { return resource.id == id; });
 }
 
 const ResourceFork::Resource* ResourceFork::withName(quint32 type, QByteArrayView name) const
 {
-    if (name.isEmpty()) {
-        return nullptr;
-    }
-    const auto found = std::find_if(m_resources.begin(), m_resources.end(),
-        [=](const Resource& resource) { return resource.type == type && QByteArrayView(resource.name) == name; });
-    return found == m_resources.end() ? nullptr : &*found;
+    return find(type, [name](const Resource& resource) { return !name.isEmpty() && resource.name == name; });
 }
 
 std::optional<QByteArray> ResourceFork::data(const Resource& resource) const

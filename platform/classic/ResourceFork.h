@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -23,7 +22,6 @@ public:
     {
         quint32 type = 0;
         qint16 id = 0;
-        quint8 attributes = 0;
         /// At most 255 bytes; empty where the resource has no name.
         QByteArray name;
         /// Where the resource's length word lies in the fork, in bytes.
@@ -43,9 +41,6 @@ public:
     /// All resources, in the order of the map.
     const std::vector<Resource>& resources() const noexcept { return m_resources; }
 
-    /// The types that occur, in the order of the map.
-    QList<quint32> types() const;
-
     int count(quint32 type) const;
     /// The resource of @p type at @p index, counted from 1; null where there is none. Like those below it stays valid
     /// as long as the fork.
@@ -60,6 +55,9 @@ public:
 
 private:
     class MapReader;
+
+    template <typename Condition>
+    const Resource* find(quint32 type, Condition condition) const;
 
     QByteArray m_bytes;
     quint64 m_dataEnd = 0;

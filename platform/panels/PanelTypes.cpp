@@ -34,7 +34,7 @@ bool PanelTypes::acceptsClassicTypeOf(const QString& path) const
     if (!hasClassicTypes()) {
         return false;
     }
-    const std::optional<FileTypes::TypeCode> code = FileTypes::hfsTypeCode(path);
+    const std::optional<quint32> code = FileTypes::hfsTypeCode(path);
     return code && m_classicTypes.contains(FileTypes::fileTypeForHFSTypeCode(*code));
 }
 

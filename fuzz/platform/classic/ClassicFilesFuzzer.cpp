@@ -17,10 +17,8 @@ void readFork(QByteArrayView bytes)
     if (!parsed) {
         return;
     }
-    for (const quint32 type : parsed->types()) {
-        for (int index = 1; const ResourceFork::Resource* resource = parsed->atIndex(type, index); index *= 2) {
-            parsed->data(*resource);
-        }
+    for (const ResourceFork::Resource& resource : parsed->resources()) {
+        parsed->data(resource);
     }
 }
 

@@ -50,7 +50,6 @@ private Q_SLOTS:
         QVERIFY2(parsed, qPrintable(parsed.error()));
         const ResourceFork& fork = *parsed;
         constexpr auto sound = fourCharCode("snd ");
-        QCOMPARE(fork.types(), QList<quint32>({sound, fourCharCode("STR ")}));
         QCOMPARE(fork.count(sound), 3);
         QCOMPARE(fork.data(*fork.atIndex(sound, 2)), QByteArray("two"));
         QCOMPARE(fork.data(*fork.withId(sound, -5)), QByteArray("two"));
@@ -109,7 +108,6 @@ private Q_SLOTS:
         QCOMPARE(container->entry(AppleDouble::resourceFork), (ByteRange{82, 4}));
         const auto cutOff = AppleDouble::parse(whole, 84);
         QCOMPARE(cutOff->entry(AppleDouble::resourceFork), (ByteRange{82, 2}));
-        QCOMPARE(cutOff->warnings().size(), 1);
         QVERIFY(!AppleDouble::parse(whole, 60)->entry(AppleDouble::resourceFork));
 
         QByteArray manyEntries = whole.first(26);
@@ -140,7 +138,6 @@ private Q_SLOTS:
         if (binary) {
             QCOMPARE(binary->finderInfo.type, fourCharCode("SFIL"));
             QCOMPARE(binary->resourceFork, (ByteRange{256, 4}));
-            QCOMPARE(binary->dataFork, (ByteRange{128, 4}));
         }
     }
 

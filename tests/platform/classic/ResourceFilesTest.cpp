@@ -20,7 +20,7 @@ using Files::openDescriptors;
 
 namespace {
 
-constexpr auto soundType = FileTypes::typeCode("snd ");
+constexpr auto soundType = fourCharCode("snd ");
 
 } // namespace
 
@@ -64,9 +64,9 @@ private Q_SLOTS:
             QCOMPARE(ResourceFile::inCurrentFileAtIndex(soundType, 2), QByteArray("second"));
             ResourceFile::close(reference);
             QCOMPARE(FileTypes::hfsTypeCode(path).has_value(), hasType);
-            QCOMPARE(FileTypes::hfsTypeCode(path).value_or(FileTypes::typeCode("SFIL")), FileTypes::typeCode("SFIL"));
+            QCOMPARE(FileTypes::hfsTypeCode(path).value_or(fourCharCode("SFIL")), fourCharCode("SFIL"));
         }
-        QCOMPARE(FileTypes::fileTypeForHFSTypeCode(FileTypes::typeCode("SFIL")), u"'SFIL'"_s);
+        QCOMPARE(FileTypes::fileTypeForHFSTypeCode(fourCharCode("SFIL")), u"'SFIL'"_s);
     }
 
     void extendedAttributesAreRead()
@@ -77,7 +77,7 @@ private Q_SLOTS:
         if (setxattr(path.constData(), "user.com.apple.FinderInfo", info.constData(), size_t(info.size()), 0) != 0) {
             QSKIP("the temporary folder's file system has no extended attributes");
         }
-        QCOMPARE(FileTypes::hfsTypeCode(at(u"beeps"_s)), FileTypes::typeCode("sfil"));
+        QCOMPARE(FileTypes::hfsTypeCode(at(u"beeps"_s)), fourCharCode("sfil"));
         QCOMPARE(
             setxattr(path.constData(), "user.com.apple.ResourceFork", m_fork.constData(), size_t(m_fork.size()), 0), 0);
         const qint16 reference = ResourceFile::open(at(u"beeps"_s));
@@ -154,7 +154,7 @@ private Q_SLOTS:
     {
         write(u"old"_s, resourceFork({{"STMP", 1, "a", "old a"}, {"STMP", 2, "b", "old b"}}));
         write(u"new"_s, resourceFork({{"STMP", 1, "a", "new a"}}));
-        constexpr auto type = FileTypes::typeCode("STMP");
+        constexpr auto type = fourCharCode("STMP");
         const qsizetype before = openDescriptors();
         const qint16 older = ResourceFile::open(at(u"old"_s));
         const qint16 newer = ResourceFile::open(at(u"new"_s));
