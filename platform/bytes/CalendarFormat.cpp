@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <optional>
 #include <span>
 
 using namespace Qt::StringLiterals;
@@ -58,17 +59,57 @@ void appendNumber(QString& text, int number, int digits)
     text += QStringView(at, written.end());
 }
 
-/// Writes one moment; the fields of the date are taken apart once for a whole text.
+/// A moment, taken apart once for a whole text.
+struct Moment
+{
+    explicit Moment(const QDateTime& from)
+        : moment(from)
+        , date(from.date())
+        , time(from.time())
+    {
+        date.getDate(&year, &month, &day);
+    }
+
+    const QDateTime& moment;
+    QDate date;
+    QTime time;
+    int year = 0;
+    int month = 0;
+    int day = 0;
+};
+
+/// A conversion that stands for a number.
+struct Field
+{
+    char16_t letter;
+    /// The least number of digits where the format gives none.
+    int digits;
+    int (*value)(const Moment& moment);
+};
+
+constexpr auto fields = std::to_array<Field>({
+    {u'd', 2, [](const Moment& moment) { return moment.day; }},
+    {u'e', 1, [](const Moment& moment) { return moment.day; }},
+    {u'F', 3, [](const Moment& moment) { return moment.time.msec(); }},
+    {u'H', 2, [](const Moment& moment) { return moment.time.hour(); }},
+    {u'I', 2, [](const Moment& moment) { return (moment.time.hour() + 11) % 12 + 1; }},
+    {u'j', 3, [](const Moment& moment) { return moment.date.dayOfYear(); }},
+    {u'm', 2, [](const Moment& moment) { return moment.month; }},
+    {u'M', 2, [](const Moment& moment) { return moment.time.minute(); }},
+    {u'S', 2, [](const Moment& moment) { return moment.time.second(); }},
+    {u'w', 1, [](const Moment& moment) { return moment.date.dayOfWeek() % 7; }},
+    {u'y', 2, [](const Moment& moment) { return std::abs(moment.year) % 100; }},
+    {u'Y', 1, [](const Moment& moment) { return moment.year; }},
+});
+
+/// Writes one moment.
 class Formatter final
 {
 public:
     Formatter(const QDateTime& moment, const Locale& locale)
         : m_moment(moment)
         , m_locale(locale)
-        , m_date(moment.date())
-        , m_time(moment.time())
     {
-        m_date.getDate(&m_year, &m_month, &m_day);
     }
 
     void append(QString& text, QStringView format, int depth) const
@@ -92,112 +133,73 @@ public:
 private:
     bool appendConversion(QString& text, const Conversion& conversion, int depth) const
     {
-        return appendField(text, conversion) || appendName(text, conversion.letter) ||
-               appendFormat(text, conversion.letter, depth);
-    }
-
-    bool appendField(QString& text, const Conversion& conversion) const
-    {
-        const auto number = [&text, &conversion](int value, int digits) {
-            appendNumber(text, value, conversion.width > 0 ? conversion.width : digits);
+        const auto* const field = std::ranges::find(fields, conversion.letter, &Field::letter);
+        if (field != fields.end()) {
+            appendNumber(text, field->value(m_moment), conversion.width > 0 ? conversion.width : field->digits);
             return true;
-        };
-        switch (conversion.letter) {
-        case u'd':
-            return number(m_day, 2);
-        case u'e':
-            return number(m_day, 1);
-        case u'F':
-            return number(m_time.msec(), 3);
-        case u'H':
-            return number(m_time.hour(), 2);
-        case u'I':
-            return number((m_time.hour() + 11) % 12 + 1, 2);
-        case u'j':
-            return number(m_date.dayOfYear(), 3);
-        case u'm':
-            return number(m_month, 2);
-        case u'M':
-            return number(m_time.minute(), 2);
-        case u'S':
-            return number(m_time.second(), 2);
-        case u'w':
-            return number(m_date.dayOfWeek() % 7, 1);
-        case u'y':
-            return number(std::abs(m_year) % 100, 2);
-        case u'Y':
-            return number(m_year, 1);
-        default:
-            return false;
         }
+        if (const std::optional<QString> words = wordsOf(conversion.letter)) {
+            text += *words;
+            return true;
+        }
+        const std::optional<QString> format = depth < maximumDepth ? formatOf(conversion.letter) : std::nullopt;
+        if (format) {
+            append(text, *format, depth + 1);
+        }
+        return format.has_value();
     }
 
-    bool appendName(QString& text, char16_t letter) const
+    std::optional<QString> wordsOf(char16_t letter) const
     {
+        const auto weekday = size_t(m_moment.date.dayOfWeek() % 7);
+        const auto month = size_t(std::clamp(m_moment.month, 1, 12) - 1);
         switch (letter) {
         case u'%':
-            text += u'%';
-            return true;
+            return u"%"_s;
         case u'a':
-            text += m_locale.shortWeekdays[weekday()];
-            return true;
+            return m_locale.shortWeekdays[weekday];
         case u'A':
-            text += m_locale.weekdays[weekday()];
-            return true;
+            return m_locale.weekdays[weekday];
         case u'b':
-            text += m_locale.shortMonths[month()];
-            return true;
+            return m_locale.shortMonths[month];
         case u'B':
-            text += m_locale.months[month()];
-            return true;
+            return m_locale.months[month];
         case u'p':
-            text += m_time.hour() < 12 ? m_locale.morning : m_locale.afternoon;
-            return true;
+            return m_moment.time.hour() < 12 ? m_locale.morning : m_locale.afternoon;
         case u'Z':
-            text += m_moment.timeZoneAbbreviation();
-            return true;
-        case u'z': {
-            const int minutes = m_moment.offsetFromUtc() / 60;
-            text += minutes < 0 ? u'-' : u'+';
-            appendNumber(text, std::abs(minutes) / 60 * 100 + std::abs(minutes) % 60, 4);
-            return true;
-        }
+            return m_moment.moment.timeZoneAbbreviation();
+        case u'z':
+            return zoneOffset();
         default:
-            return false;
+            return std::nullopt;
         }
     }
 
-    bool appendFormat(QString& text, char16_t letter, int depth) const
+    QString zoneOffset() const
     {
-        if (depth >= maximumDepth) {
-            return false;
-        }
+        const int minutes = m_moment.moment.offsetFromUtc() / 60;
+        QString offset(minutes < 0 ? u'-' : u'+');
+        appendNumber(offset, std::abs(minutes) / 60 * 100 + std::abs(minutes) % 60, 4);
+        return offset;
+    }
+
+    /// The format that a conversion stands for.
+    std::optional<QString> formatOf(char16_t letter) const
+    {
         switch (letter) {
         case u'c':
-            append(text, u"%X %x", depth + 1);
-            return true;
+            return u"%X %x"_s;
         case u'x':
-            append(text, m_locale.format(LocaleFormat::ShortDate), depth + 1);
-            return true;
+            return m_locale.format(LocaleFormat::ShortDate);
         case u'X':
-            append(text, m_locale.format(LocaleFormat::Time), depth + 1);
-            return true;
+            return m_locale.format(LocaleFormat::Time);
         default:
-            return false;
+            return std::nullopt;
         }
     }
 
-    size_t weekday() const { return size_t(m_date.dayOfWeek() % 7); }
-
-    size_t month() const { return size_t(std::clamp(m_month, 1, 12) - 1); }
-
-    const QDateTime& m_moment;
+    Moment m_moment;
     const Locale& m_locale;
-    QDate m_date;
-    QTime m_time;
-    int m_year = 0;
-    int m_month = 0;
-    int m_day = 0;
 };
 
 struct Translation
