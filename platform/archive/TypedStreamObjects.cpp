@@ -84,17 +84,13 @@ const Item* Items::next()
 
 std::optional<qint64> Items::nextInteger()
 {
-    const Item* item = next();
-    const auto* integer = item != nullptr ? std::get_if<qint64>(item) : nullptr;
+    const auto* integer = std::get_if<qint64>(next());
     return integer != nullptr ? std::optional(*integer) : std::nullopt;
 }
 
 std::optional<double> Items::nextReal()
 {
     const Item* item = next();
-    if (item == nullptr) {
-        return std::nullopt;
-    }
     if (const auto* integer = std::get_if<qint64>(item)) {
         return double(*integer);
     }
@@ -104,8 +100,7 @@ std::optional<double> Items::nextReal()
 
 QByteArray Items::nextBytes()
 {
-    const Item* item = next();
-    const auto* bytes = item != nullptr ? std::get_if<QByteArray>(item) : nullptr;
+    const auto* bytes = std::get_if<QByteArray>(next());
     return bytes != nullptr ? *bytes : QByteArray();
 }
 
