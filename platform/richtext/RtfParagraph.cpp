@@ -10,6 +10,9 @@ namespace Rtf {
 
 namespace {
 
+/// RTF gives proportional heights in 240ths, a text document in percent.
+constexpr qreal partsPerPercent = 2.4;
+
 int twips(qreal pixels)
 {
     return qRound(pixels * twipsPerPixel);
@@ -60,19 +63,13 @@ QByteArray tabWords(const QTextOption::Tab& tab)
     return kind + "\\tx" + QByteArray::number(twips(tab.position));
 }
 
-QByteArray spacingWords(Paragraph::Spacing spacing, int height)
+QByteArray spacingWords(QTextBlockFormat::LineHeightTypes spacing, int height)
 {
-    switch (spacing) {
-    case Paragraph::Spacing::Proportional:
-        return "\\sl" + QByteArray::number(height) + "\\slmult1";
-    case Paragraph::Spacing::AtLeast:
-        return "\\sl" + QByteArray::number(height) + "\\slmult0";
-    case Paragraph::Spacing::Exact:
-        return "\\sl-" + QByteArray::number(height) + "\\slmult0";
-    case Paragraph::Spacing::Natural:
-        break;
+    if (spacing == QTextBlockFormat::SingleHeight) {
+        return {};
     }
-    return {};
+    return (spacing == QTextBlockFormat::FixedHeight ? "\\sl-" : "\\sl") + QByteArray::number(height) +
+           (spacing == QTextBlockFormat::ProportionalHeight ? "\\slmult1" : "\\slmult0");
 }
 
 } // namespace
@@ -89,21 +86,13 @@ Paragraph Paragraph::fromBlock(const QTextBlock& block)
     paragraph.firstLineIndent = twips(format.textIndent());
     paragraph.spaceBefore = twips(format.topMargin());
     paragraph.spaceAfter = twips(format.bottomMargin());
-    switch (format.lineHeightType()) {
-    case QTextBlockFormat::ProportionalHeight:
-        paragraph.spacing = Spacing::Proportional;
-        paragraph.lineHeight = qRound(format.lineHeight() * 2.4);
-        break;
-    case QTextBlockFormat::FixedHeight:
-        paragraph.spacing = Spacing::Exact;
+    const auto spacing = QTextBlockFormat::LineHeightTypes(format.lineHeightType());
+    if (spacing == QTextBlockFormat::ProportionalHeight) {
+        paragraph.spacing = spacing;
+        paragraph.lineHeight = qRound(format.lineHeight() * partsPerPercent);
+    } else if (spacing == QTextBlockFormat::FixedHeight || spacing == QTextBlockFormat::MinimumHeight) {
+        paragraph.spacing = spacing;
         paragraph.lineHeight = twips(format.lineHeight());
-        break;
-    case QTextBlockFormat::MinimumHeight:
-        paragraph.spacing = Spacing::AtLeast;
-        paragraph.lineHeight = twips(format.lineHeight());
-        break;
-    default:
-        break;
     }
     paragraph.tabs = format.tabPositions();
     return paragraph;
@@ -125,18 +114,9 @@ QTextBlockFormat Paragraph::toFormat() const
     setLength(QTextFormat::TextIndent, firstLineIndent);
     setLength(QTextFormat::BlockTopMargin, spaceBefore);
     setLength(QTextFormat::BlockBottomMargin, spaceAfter);
-    switch (spacing) {
-    case Spacing::Proportional:
-        format.setLineHeight(lineHeight / 2.4, QTextBlockFormat::ProportionalHeight);
-        break;
-    case Spacing::AtLeast:
-        format.setLineHeight(pixels(lineHeight), QTextBlockFormat::MinimumHeight);
-        break;
-    case Spacing::Exact:
-        format.setLineHeight(pixels(lineHeight), QTextBlockFormat::FixedHeight);
-        break;
-    case Spacing::Natural:
-        break;
+    if (spacing != QTextBlockFormat::SingleHeight) {
+        const bool isProportional = spacing == QTextBlockFormat::ProportionalHeight;
+        format.setLineHeight(isProportional ? lineHeight / partsPerPercent : pixels(lineHeight), spacing);
     }
     if (!tabs.isEmpty()) {
         format.setTabPositions(tabs);

@@ -18,9 +18,6 @@ constexpr int twipsPerPicturePixel = 20;
 /// The attributes of a paragraph as RTF states them; lengths in twips.
 struct Paragraph
 {
-    /// How the height of lines is given.
-    enum class Spacing { Natural, Proportional, AtLeast, Exact };
-
     /// A side as ParagraphSide tells it; none: the natural side of the script.
     Qt::Alignment side = {};
     int leftIndent = 0;
@@ -29,7 +26,8 @@ struct Paragraph
     int firstLineIndent = 0;
     int spaceBefore = 0;
     int spaceAfter = 0;
-    Spacing spacing = Spacing::Natural;
+    /// How the height of lines is given: natural, proportional, at least or exactly so.
+    QTextBlockFormat::LineHeightTypes spacing = QTextBlockFormat::SingleHeight;
     /// Twips, or 240ths of the natural height for proportional spacing.
     int lineHeight = 0;
     /// Positions in pixels, as the text document wants them.

@@ -175,16 +175,16 @@ struct Reader::Words
         Paragraph& paragraph = reader.m_state.paragraph;
         const int height = twips(token);
         paragraph.lineHeight = std::abs(height);
-        paragraph.spacing = height == 0  ? Paragraph::Spacing::Natural
-                            : height > 0 ? Paragraph::Spacing::AtLeast
-                                         : Paragraph::Spacing::Exact;
+        paragraph.spacing = height == 0  ? QTextBlockFormat::SingleHeight
+                            : height > 0 ? QTextBlockFormat::MinimumHeight
+                                         : QTextBlockFormat::FixedHeight;
     }
 
     static void lineHeightIsMultiple(Reader& reader, const Token& token)
     {
         Paragraph& paragraph = reader.m_state.paragraph;
-        if (token.value == 1 && paragraph.spacing == Paragraph::Spacing::AtLeast) {
-            paragraph.spacing = Paragraph::Spacing::Proportional;
+        if (token.value == 1 && paragraph.spacing == QTextBlockFormat::MinimumHeight) {
+            paragraph.spacing = QTextBlockFormat::ProportionalHeight;
         }
     }
 
