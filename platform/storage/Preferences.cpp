@@ -10,14 +10,11 @@ using PropertyList::Value;
 
 namespace {
 
+const QString globalDomain = u"global"_s;
+
 QString hostDomain()
 {
     return QCoreApplication::applicationName();
-}
-
-QString globalDomain()
-{
-    return u"global"_s;
 }
 
 } // namespace
@@ -74,7 +71,7 @@ Value UserDefaults::objectForKey(const QString& key) const
 
 Value UserDefaults::objectForKeyOutsideSuites(const QString& key)
 {
-    return firstValue(key, {hostDomain(), globalDomain()});
+    return firstValue(key, {hostDomain(), globalDomain});
 }
 
 Value UserDefaults::firstValue(const QString& key, const QStringList& domains)
@@ -89,5 +86,5 @@ Value UserDefaults::firstValue(const QString& key, const QStringList& domains)
 
 QStringList UserDefaults::searchList() const
 {
-    return QStringList{hostDomain()} + m_suites + QStringList{globalDomain()};
+    return QStringList{hostDomain()} + m_suites + QStringList{globalDomain};
 }

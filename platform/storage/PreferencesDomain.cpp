@@ -123,17 +123,16 @@ void PreferencesDomain::refresh()
 void PreferencesDomain::readFile()
 {
     m_stored = PropertyList::Dictionary::create();
+    m_isBroken = false;
     if (!m_stamp) {
-        m_state = FileState::Absent;
         return;
     }
     const Result<PropertyList::DictionaryPointer> root = PropertyList::readFile(m_path, maximumSize);
     if (!root) {
-        m_state = FileState::Broken;
+        m_isBroken = true;
         report(u"cannot read settings %1: %2"_s.arg(m_path, root.error()), m_readProblem);
         return;
     }
-    m_state = FileState::Sound;
     m_stored = *root;
     report({}, m_readProblem);
 }
@@ -172,7 +171,7 @@ bool PreferencesDomain::lockAndStore()
 bool PreferencesDomain::writeMerged()
 {
     refresh();
-    if (m_state == FileState::Broken) {
+    if (m_isBroken) {
         return false;
     }
     const PropertyList::DictionaryPointer merged = deepCopy(m_stored).dictionary();
@@ -185,7 +184,6 @@ bool PreferencesDomain::writeMerged()
     }
     m_stored = merged;
     m_stamp = FileStamp::of(m_path);
-    m_state = FileState::Sound;
     m_pending.clear();
     report({}, m_storeProblem);
     return true;

@@ -33,8 +33,6 @@ public:
     bool store();
 
 private:
-    enum class FileState { Absent, Sound, Broken };
-
     void readFile();
     bool lockAndStore();
     bool writeMerged();
@@ -42,7 +40,8 @@ private:
 
     QString m_path;
     std::optional<FileStamp> m_stamp;
-    FileState m_state = FileState::Absent;
+    /// The file is there and cannot be read: then it stays as it is.
+    bool m_isBroken = false;
     PropertyList::DictionaryPointer m_stored = PropertyList::Dictionary::create();
     QHash<QString, PropertyList::Value> m_pending;
     QString m_readProblem;
