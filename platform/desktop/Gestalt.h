@@ -3,6 +3,8 @@
 
 #include <QtGlobal>
 
+#include <bit>
+
 /// Questions about the machine that the program runs on.
 namespace Gestalt {
 
@@ -23,9 +25,15 @@ struct Answer
     qint32 response = 0;
 };
 
-Answer query(quint32 selector);
-
 /// The architecture that this program was built for.
-qint32 nativeArchitecture();
+constexpr qint32 nativeArchitecture()
+{
+    return std::endian::native == std::endian::little ? intelArchitecture : bigEndianArchitecture;
+}
+
+constexpr Answer query(quint32 selector)
+{
+    return selector == systemArchitecture ? Answer{0, nativeArchitecture()} : Answer{undefinedSelectorError, 0};
+}
 
 } // namespace Gestalt
