@@ -5,6 +5,9 @@
 
 #include <systemd/sd-bus.h>
 
+#include <algorithm>
+#include <array>
+
 using PropertyList::Type;
 using PropertyList::Value;
 
@@ -12,16 +15,8 @@ namespace {
 
 bool isSendable(const Value& value)
 {
-    switch (value.type()) {
-    case Type::Boolean:
-    case Type::Integer:
-    case Type::Real:
-    case Type::String:
-    case Type::Data:
-        return true;
-    default:
-        return false;
-    }
+    static constexpr std::array sendable{Type::Boolean, Type::Integer, Type::Real, Type::String, Type::Data};
+    return std::ranges::find(sendable, value.type()) != sendable.end();
 }
 
 } // namespace
