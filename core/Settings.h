@@ -35,28 +35,28 @@ struct Setting
 /// The settings that the pane and the helper share. The hot keys and the options of check boxes have computed keys.
 namespace Settings {
 
-inline const Setting<QString> defaultFilePath{SettingKey::defaultFilePath};
+inline const Setting<QString> defaultFilePath{QStringLiteral("defaultFilePath")};
 /// The documents used lately: absolute paths, oldest first.
-inline const Setting<std::optional<QStringList>> recentFiles{SettingKey::recentFilesArray};
+inline const Setting<std::optional<QStringList>> recentFiles{QStringLiteral("RecentFilesArray")};
 /// From an application to the path of its document; an empty path stands for none.
-inline const Setting<PropertyList::DictionaryPointer> file4App{SettingKey::file4App};
+inline const Setting<PropertyList::DictionaryPointer> file4App{QStringLiteral("File4App")};
 /// The applications that have a document of their own, or none.
-inline const Setting<std::optional<QStringList>> appsFiles{SettingKey::appsFiles};
+inline const Setting<std::optional<QStringList>> appsFiles{QStringLiteral("AppsFiles")};
 /// The order of the phrases: 0 phrase, 1 sound path, 2 import order; another value leaves the order.
-inline const Setting<int> sortPref{SettingKey::sortPref, 0};
-inline const Setting<int> menuPref{SettingKey::menuPref, 3};
-inline const Setting<int> announcerPref{SettingKey::announcerPref, 1};
-inline const Setting<int> triggerInhibPref{SettingKey::triggerInhibPref, 0};
+inline const Setting<int> sortPref{QStringLiteral("SortPref"), 0};
+inline const Setting<int> menuPref{QStringLiteral("MenuPref"), 3};
+inline const Setting<int> announcerPref{QStringLiteral("iTunesAnnouncerPref"), 1};
+inline const Setting<int> triggerInhibPref{QStringLiteral("TriggerInhibPref"), 0};
 /// A number as the user has typed it; the helper makes of it what it can.
-inline const Setting<QString> idleTalkIntervalPref{SettingKey::idleTalkIntervalPref, QStringLiteral("2")};
+inline const Setting<QString> idleTalkIntervalPref{QStringLiteral("IdleTalkIntervalPref"), QStringLiteral("2")};
 /// The characters that end a typed phrase, as the bytes of a CharacterBitmap.
-inline const Setting<std::optional<QByteArray>> triggersSet{SettingKey::triggersSet};
-inline const Setting<bool> noTriggers{SettingKey::noTriggers, false};
-inline const Setting<bool> playSoundOnDrop{SettingKey::playSoundOnDrop, false};
+inline const Setting<std::optional<QByteArray>> triggersSet{QStringLiteral("TriggersSet")};
+inline const Setting<bool> noTriggers{QStringLiteral("NoTriggers"), false};
+inline const Setting<bool> playSoundOnDrop{QStringLiteral("Play sound as I drop it on event list:"), false};
 /// The helper's picture in the menu bar, as a text.
-inline const Setting<QString> arrowPref{SettingKey::arrowPref};
+inline const Setting<QString> arrowPref{QStringLiteral("ArrowPref")};
 /// The build of the helper that ran last.
-inline const Setting<int> menuBuild{SettingKey::menuBuild, 0};
+inline const Setting<int> menuBuild{QStringLiteral("MenuBuild"), 0};
 
 /// What is stored under @p key, refreshed from storage; a null value where nothing is.
 PropertyList::Value stored(const QString& key);

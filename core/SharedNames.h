@@ -36,24 +36,6 @@ inline const QString volume = QStringLiteral("Volume");
 inline const QString stopOtherSounds = QStringLiteral("StopOtherSounds");
 } // namespace EventKey
 
-/// Keys of the settings domain.
-namespace SettingKey {
-inline const QString defaultFilePath = QStringLiteral("defaultFilePath");
-inline const QString recentFilesArray = QStringLiteral("RecentFilesArray");
-inline const QString file4App = QStringLiteral("File4App");
-inline const QString appsFiles = QStringLiteral("AppsFiles");
-inline const QString sortPref = QStringLiteral("SortPref");
-inline const QString menuPref = QStringLiteral("MenuPref");
-inline const QString announcerPref = QStringLiteral("iTunesAnnouncerPref");
-inline const QString idleTalkIntervalPref = QStringLiteral("IdleTalkIntervalPref");
-inline const QString triggersSet = QStringLiteral("TriggersSet");
-inline const QString noTriggers = QStringLiteral("NoTriggers");
-inline const QString triggerInhibPref = QStringLiteral("TriggerInhibPref");
-inline const QString playSoundOnDrop = QStringLiteral("Play sound as I drop it on event list:");
-inline const QString arrowPref = QStringLiteral("ArrowPref");
-inline const QString menuBuild = QStringLiteral("MenuBuild");
-} // namespace SettingKey
-
 /// Names of the notifications exchanged with the helper.
 namespace NotificationName {
 inline const QString preferencesChanged = QStringLiteral("Preferences Changed");

@@ -46,7 +46,7 @@ ArrayPointer installApplications(const QTemporaryDir& folder)
 /// The milliseconds from the set-up of the applications tab to its first picture, with no icon known yet.
 double firstPaint(const ArrayPointer& paths)
 {
-    BYGlobals::storeSetting(paths, SettingKey::appsFiles);
+    BYGlobals::storeSetting(paths, Settings::appsFiles.key);
     QPixmapCache::clear();
     return Bench::milliseconds(1, [] {
         ApplicationsTab tab;

@@ -59,7 +59,7 @@ void benchSettings()
     for (int i = 0; i < settingCount; ++i) {
         Preferences::setValue(u"key %1"_s.arg(i), u"value"_s, BYGlobals::appID());
     }
-    BYGlobals::storeSetting(u"0"_s, SettingKey::sortPref);
+    BYGlobals::storeSetting(u"0"_s, Settings::sortPref.key);
     std::vector<QByteArray> files;
     for (const QString& domain : {QCoreApplication::applicationName(), BYGlobals::appID(), u"global"_s}) {
         files.push_back(QFile::encodeName(Preferences::filePath(domain)));
@@ -69,7 +69,7 @@ void benchSettings()
         rounds,
         [] {
             for (int i = 0; i < settingReads; ++i) {
-                BYGlobals::retrieveFromUserDefaults(SettingKey::sortPref);
+                BYGlobals::retrieveFromUserDefaults(Settings::sortPref.key);
             }
         },
         [&] {

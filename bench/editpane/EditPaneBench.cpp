@@ -88,8 +88,8 @@ public:
             std::abort();
         }
         file.close();
-        BYGlobals::storeSetting(file.fileName(), SettingKey::defaultFilePath);
-        BYGlobals::storeSetting(u"10012"_s, SettingKey::menuBuild);
+        BYGlobals::storeSetting(file.fileName(), Settings::defaultFilePath.key);
+        BYGlobals::storeSetting(u"10012"_s, Settings::menuBuild.key);
         Bundle::registerBundle(QStringLiteral(BLIPSY_BENCH_BUNDLE));
         m_interface = std::make_unique<Interface>();
         for (const auto& setUp : m_interface->setUps()) {

@@ -48,7 +48,7 @@ int show(QWidget* content)
 std::unique_ptr<Interface> setUpInterface()
 {
     Bundle::registerBundle(QStringLiteral(BLIPSY_BENCH_BUNDLE));
-    BYGlobals::storeSetting(u"10012"_s, SettingKey::menuBuild);
+    BYGlobals::storeSetting(u"10012"_s, Settings::menuBuild.key);
     auto interface = std::make_unique<Interface>();
     for (const auto& setUp : interface->setUps()) {
         setUp();

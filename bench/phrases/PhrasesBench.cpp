@@ -109,7 +109,7 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     const QString path = folder.filePath(u"large.blipsy"_s);
     save(rootWithList(DocumentKey::clippings, fillPhrase), path);
-    BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
+    BYGlobals::storeSetting(path, Settings::defaultFilePath.key);
 
     SoundPanelAccessory soundPanel;
     PhrasesTab tab(soundPanel);

@@ -27,7 +27,7 @@ namespace {
 QStringList storedApplications()
 {
     QStringList paths;
-    const auto stored = Preferences::copyValue(SettingKey::appsFiles, BYGlobals::appID()).array();
+    const auto stored = Preferences::copyValue(Settings::appsFiles.key, BYGlobals::appID()).array();
     for (qsizetype i = 0; stored && i < stored->size(); ++i) {
         paths.append(stored->at(i).string());
     }
@@ -97,7 +97,7 @@ private Q_SLOTS:
         }
         QFile document(m_folder.filePath(u"Phrases.Blipsy"_s));
         QVERIFY(document.open(QIODevice::WriteOnly));
-        Preferences::setValue(SettingKey::appsFiles, paths, BYGlobals::appID());
+        Preferences::setValue(Settings::appsFiles.key, paths, BYGlobals::appID());
         QVERIFY(Preferences::synchronize(BYGlobals::appID()));
         m_tab = std::make_unique<TabFixture>();
         QVERIFY(m_recorder.forgetAllPosted());
@@ -127,7 +127,7 @@ private Q_SLOTS:
             }
             return paths;
         };
-        Preferences::setValue(SettingKey::appsFiles, install(Qt::red), BYGlobals::appID());
+        Preferences::setValue(Settings::appsFiles.key, install(Qt::red), BYGlobals::appID());
         m_tab = std::make_unique<TabFixture>();
         m_tab->tab.resize(400, 300);
         m_tab->tab.grab();
@@ -144,7 +144,7 @@ private Q_SLOTS:
     {
         QVERIFY(m_tab->drop({path(u"Phrases.Blipsy"_s)}, 1));
         QCOMPARE(m_tab->text(u"assocFile"_s, 1), u"expand using: Phrases"_s);
-        const auto stored = Preferences::copyValue(SettingKey::file4App, BYGlobals::appID()).dictionary();
+        const auto stored = Preferences::copyValue(Settings::file4App.key, BYGlobals::appID()).dictionary();
         QCOMPARE(stored->value(path(u"zebra.app"_s)).string(), path(u"Phrases.Blipsy"_s));
         QTRY_COMPARE(m_recorder.names(), QStringList{u"RefreshMenu"_s});
 
@@ -221,14 +221,14 @@ private Q_SLOTS:
         m_tab->chooseDocument.trigger();
         QVERIFY(choose.wasAnswered());
         QCOMPARE(m_tab->text(u"assocFile"_s, 1), u"expand using: Phrases"_s);
-        const auto stored = Preferences::copyValue(SettingKey::file4App, BYGlobals::appID()).dictionary();
+        const auto stored = Preferences::copyValue(Settings::file4App.key, BYGlobals::appID()).dictionary();
         QCOMPARE(stored->value(entry.fileName()).string(), path(u"Phrases.Blipsy"_s));
         QTRY_COMPARE(m_recorder.names(), (QStringList{u"RefreshMenu"_s, u"RefreshMenu"_s}));
     }
 
     void changedPhrasesReloadTheTableFromMemory()
     {
-        Preferences::setValue(SettingKey::appsFiles, PropertyList::Array::create(), BYGlobals::appID());
+        Preferences::setValue(Settings::appsFiles.key, PropertyList::Array::create(), BYGlobals::appID());
         QVERIFY(Preferences::synchronize(BYGlobals::appID()));
         static_cast<TableModel*>(m_tab->table.model())->setNumberOfRows(0);
         BYGlobals::sendNotification(NotificationName::refreshAppsArray);

@@ -63,16 +63,16 @@ private:
 
 private Q_SLOTS:
 
-    void init() { BYGlobals::storeSetting({}, SettingKey::sortPref); }
+    void init() { BYGlobals::storeSetting({}, Settings::sortPref.key); }
 
     void initReadsThePathAndMakesTheMapOnce()
     {
-        BYGlobals::storeSetting(m_path, SettingKey::defaultFilePath);
-        BYGlobals::storeSetting(Dictionary::create({{u"/app"_s, u"/document"_s}}), SettingKey::file4App);
+        BYGlobals::storeSetting(m_path, Settings::defaultFilePath.key);
+        BYGlobals::storeSetting(Dictionary::create({{u"/app"_s, u"/document"_s}}), Settings::file4App.key);
         BYGlobals::init();
         QCOMPARE(BYGlobals::defaultFilePath(), m_path);
         BYGlobals::file4app()->insert(u"/app"_s, u"changed"_s);
-        BYGlobals::storeSetting({}, SettingKey::defaultFilePath);
+        BYGlobals::storeSetting({}, Settings::defaultFilePath.key);
         BYGlobals::init();
         QCOMPARE(BYGlobals::defaultFilePath(), u"");
         QCOMPARE(BYGlobals::file4app()->value(u"/app").string(), u"changed");
@@ -90,7 +90,7 @@ private Q_SLOTS:
     void sortingFollowsTheSetting()
     {
         const auto [setting, phrases] = currentRow<Value, QStringList>();
-        BYGlobals::storeSetting(setting, SettingKey::sortPref);
+        BYGlobals::storeSetting(setting, Settings::sortPref.key);
         load(document({phrase(u"cherry"_s, u"/A"_s, u"1"_s), phrase(u"Banana"_s, u"/b"_s, u"0"_s),
             phrase(u"apple"_s, u"/c"_s, u"10"_s), phrase(u"BANANA"_s, u"/C"_s, u"2"_s)}));
         QCOMPARE(column(PhraseKey::phrase), phrases);

@@ -91,14 +91,14 @@ private Q_SLOTS:
     {
         const QString other = path(u"other.blipsy"_s);
         Files::write(other, "");
-        BYGlobals::storeSetting(Array::create({other}), SettingKey::recentFilesArray);
+        BYGlobals::storeSetting(Array::create({other}), Settings::recentFiles.key);
         Program program({u"--document"_s, path(u"test.blipsy"_s), u"--screenshot"_s, path(u"pictures"_s)});
         QVERIFY(program.process.waitForFinished(30'000));
         QCOMPARE(program.process.exitCode(), 0);
         for (const QString& tab : {u"Phrases"_s, u"Events"_s, u"Applications"_s, u"Options"_s}) {
             QVERIFY(!QImage(path(u"pictures/"_s + tab + u".png"_s)).isNull());
         }
-        const auto recent = BYGlobals::retrieveDateFromUserDefaults(SettingKey::recentFilesArray);
+        const auto recent = BYGlobals::retrieveDateFromUserDefaults(Settings::recentFiles.key);
         QCOMPARE(recent, Value(Array::create({other, path(u"test.blipsy"_s)})));
     }
 

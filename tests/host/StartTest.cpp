@@ -37,7 +37,7 @@ Outcome run(const QStringList& arguments, const QMap<QString, QString>& changes)
 
 QString documentInUse()
 {
-    return BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).textValue();
+    return BYGlobals::retrieveFromUserDefaults(Settings::defaultFilePath.key).textValue();
 }
 
 } // namespace

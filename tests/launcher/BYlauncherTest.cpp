@@ -90,7 +90,7 @@ private Q_SLOTS:
         QDir().mkpath(QFileInfo(m_program).path());
         QFile::remove(m_program);
         QVERIFY(QFile::copy(QStringLiteral(STAND_IN_HELPER), m_program));
-        BYGlobals::storeSetting(u"10012"_s, SettingKey::menuBuild);
+        BYGlobals::storeSetting(u"10012"_s, Settings::menuBuild.key);
         m_switch.setState_atRow_column(true, 0, 1);
         m_launcher = std::make_unique<BYlauncher>();
         m_launcher->onOffRadioButton = &m_switch;
@@ -122,13 +122,13 @@ private Q_SLOTS:
             QTRY_VERIFY(helperRuns());
         }
         const qsizetype before = starts();
-        BYGlobals::storeSetting(build, SettingKey::menuBuild);
+        BYGlobals::storeSetting(build, Settings::menuBuild.key);
         m_launcher->awakeFromNib();
         QTRY_COMPARE(starts(), before + 1);
         QTRY_VERIFY(helperRuns());
         QTRY_COMPARE(m_switch.selectedColumn(), 0);
         QVERIFY(QFile::exists(loginItem));
-        QCOMPARE(BYGlobals::retrieveFromUserDefaults(SettingKey::menuBuild).integerValue(), 10012);
+        QCOMPARE(BYGlobals::retrieveFromUserDefaults(Settings::menuBuild.key).integerValue(), 10012);
     }
 
     void currentHelperIsLeftAloneAndShown()
@@ -170,7 +170,7 @@ private Q_SLOTS:
         qputenv("BLIPSY_STUBBORN", "1");
         QVERIFY(HelperProcess::start());
         QTRY_VERIFY(helperRuns());
-        BYGlobals::storeSetting({}, SettingKey::menuBuild);
+        BYGlobals::storeSetting({}, Settings::menuBuild.key);
         m_launcher->awakeFromNib();
         verifyQuiet(1);
         QVERIFY(!QFile::exists(loginItem));

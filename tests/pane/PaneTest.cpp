@@ -85,10 +85,10 @@ private Q_SLOTS:
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         QVERIFY(file.write(PropertyList::write(root)) > 0);
-        BYGlobals::storeSetting(path, SettingKey::defaultFilePath);
-        BYGlobals::storeSetting(Array::create({path}), SettingKey::recentFilesArray);
+        BYGlobals::storeSetting(path, Settings::defaultFilePath.key);
+        BYGlobals::storeSetting(Array::create({path}), Settings::recentFiles.key);
         // A helper of the present build is left alone.
-        BYGlobals::storeSetting(u"10012"_s, SettingKey::menuBuild);
+        BYGlobals::storeSetting(u"10012"_s, Settings::menuBuild.key);
     }
 
     void controllersCanBeSetUpInAnyOrder_data()
@@ -278,7 +278,7 @@ private:
     {
         BYAppsFilesController applications;
         applications.appsFilesTable = table;
-        BYGlobals::storeSetting(Array::create({u"/a.app"_s}), SettingKey::appsFiles);
+        BYGlobals::storeSetting(Array::create({u"/a.app"_s}), Settings::appsFiles.key);
         applications.awakeFromNib();
         if (table) {
             table->selectRow_byExtendingSelection(0, false);

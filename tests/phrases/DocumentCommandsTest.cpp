@@ -77,7 +77,7 @@ private Q_SLOTS:
         choose(0);
         QCOMPARE(left, m_document->path(u"test.blipsy"_s));
         QVERIFY(m_document->entryCalled(u"other"_s));
-        QCOMPARE(BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(),
+        QCOMPARE(BYGlobals::retrieveFromUserDefaults(Settings::defaultFilePath.key).string(),
             m_document->path(u"other.blipsy"_s));
         QCOMPARE(m_popUp->currentText(), u"other"_s);
         QTRY_VERIFY(recorder.names().contains(u"Preferences Changed"_s));
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QCOMPARE(filesInFolder(), before);
         QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(u"test.blipsy"_s));
         QCOMPARE(
-            BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(), BYGlobals::defaultFilePath());
+            BYGlobals::retrieveFromUserDefaults(Settings::defaultFilePath.key).string(), BYGlobals::defaultFilePath());
         QCOMPARE(Settings::recentFiles.value()->size(), 2);
         QVERIFY(m_document->entryCalled(u"a"_s));
     }

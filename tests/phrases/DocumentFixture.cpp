@@ -42,7 +42,7 @@ QStringList phrasesIn(const ArrayPointer& phrases)
 DocumentFixture::DocumentFixture(const QList<Value>& phrases)
 {
     writePhrases(phrases);
-    BYGlobals::storeSetting(path(u"test.blipsy"_s), SettingKey::defaultFilePath);
+    BYGlobals::storeSetting(path(u"test.blipsy"_s), Settings::defaultFilePath.key);
 }
 
 DictionaryPointer DocumentFixture::entry(int row) const

@@ -69,12 +69,12 @@ private Q_SLOTS:
     {
         const QString path = m_bundle.path() + u"/Contents/Resources/default.blipsy"_s;
         for (int start = 0; start < 2; ++start) {
-            BYGlobals::storeSetting({}, SettingKey::defaultFilePath);
-            BYGlobals::storeSetting({}, SettingKey::recentFilesArray);
+            BYGlobals::storeSetting({}, Settings::defaultFilePath.key);
+            BYGlobals::storeSetting({}, Settings::recentFiles.key);
             BYTableView table;
             table.awakeFromNib();
-            QCOMPARE(BYGlobals::retrieveFromUserDefaults(SettingKey::defaultFilePath).string(), path);
-            QCOMPARE(BYGlobals::retrieveArrayFromUserDefaults(SettingKey::recentFilesArray).array()->size(), 1);
+            QCOMPARE(BYGlobals::retrieveFromUserDefaults(Settings::defaultFilePath.key).string(), path);
+            QCOMPARE(BYGlobals::retrieveArrayFromUserDefaults(Settings::recentFiles.key).array()->size(), 1);
         }
     }
 

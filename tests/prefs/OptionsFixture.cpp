@@ -22,9 +22,9 @@ void OptionsFixture::initTestCase()
 
 void OptionsFixture::init()
 {
-    for (const QString& key :
-        {SettingKey::idleTalkIntervalPref, SettingKey::triggersSet, SettingKey::noTriggers, SettingKey::menuPref,
-            SettingKey::arrowPref, u"Add a Clipping"_s, u"Edit Clippings"_s, u"Pause/Resume"_s}) {
+    for (const QString& key : {Settings::idleTalkIntervalPref.key, Settings::triggersSet.key, Settings::noTriggers.key,
+             Settings::menuPref.key, Settings::arrowPref.key, u"Add a Clipping"_s, u"Edit Clippings"_s,
+             u"Pause/Resume"_s}) {
         BYGlobals::storeSetting({}, key);
     }
     open();

@@ -20,7 +20,7 @@ namespace {
 
 CharacterBitmap triggers()
 {
-    return CharacterBitmap(setting(SettingKey::triggersSet).data());
+    return CharacterBitmap(setting(Settings::triggersSet.key).data());
 }
 
 CharacterBitmap bitmap(QStringView characters)
@@ -63,11 +63,11 @@ private Q_SLOTS:
     void showsIdleTalkInterval()
     {
         QFETCH(Value, stored);
-        BYGlobals::storeSetting(stored, SettingKey::idleTalkIntervalPref);
+        BYGlobals::storeSetting(stored, Settings::idleTalkIntervalPref.key);
         open();
         QTEST(form().idleTalkIntervalText->text(), "text");
         QTEST(form().idleTalkIntervalStepper->value(), "step");
-        QCOMPARE(setting(SettingKey::idleTalkIntervalPref), stored);
+        QCOMPARE(setting(Settings::idleTalkIntervalPref.key), stored);
     }
 
     void intervalFromFieldLeavesStepper()
@@ -75,7 +75,7 @@ private Q_SLOTS:
         form().idleTalkIntervalText->selectAll();
         QTest::keyClicks(form().idleTalkIntervalText, u"7 minutes\r"_s);
         QCOMPARE(form().idleTalkIntervalText->text(), u"7"_s);
-        QCOMPARE(setting(SettingKey::idleTalkIntervalPref), Value(u"7"_s));
+        QCOMPARE(setting(Settings::idleTalkIntervalPref.key), Value(u"7"_s));
         QCOMPARE(form().idleTalkIntervalStepper->value(), 2);
     }
 
@@ -100,7 +100,7 @@ private Q_SLOTS:
     void arrowReplacesFifthCharacterOfTitle()
     {
         QFETCH(QString, arrow);
-        BYGlobals::storeSetting(arrow, SettingKey::arrowPref);
+        BYGlobals::storeSetting(arrow, Settings::arrowPref.key);
         open();
         QTEST(form().menuPref->title(), "title");
     }
@@ -133,8 +133,8 @@ private Q_SLOTS:
         cell->setChecked(!on);
         cell->click();
         QCOMPARE(triggers(), bitmap(stored));
-        QCOMPARE(setting(SettingKey::triggersSet).data().size(), 8192);
-        QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
+        QCOMPARE(setting(Settings::triggersSet.key).data().size(), 8192);
+        QCOMPARE(setting(Settings::noTriggers.key), Value(u"0"_s));
         QTRY_COMPARE(m_recorder.names().count(NotificationName::preferencesChanged), 2);
     }
 
@@ -143,24 +143,24 @@ private Q_SLOTS:
         trigger(u"⇥"_s)->click();
         trigger(u"␣"_s)->click();
         trigger(u"↩"_s)->click();
-        QCOMPARE(setting(SettingKey::triggersSet).data(), QByteArray(8192, '\0'));
-        QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
+        QCOMPARE(setting(Settings::triggersSet.key).data(), QByteArray(8192, '\0'));
+        QCOMPARE(setting(Settings::noTriggers.key), Value(u"1"_s));
         trigger(u"."_s)->click();
         trigger(u","_s)->setTristate();
         trigger(u","_s)->click();
         QCOMPARE(trigger(u","_s)->checkState(), Qt::PartiallyChecked);
         QCOMPARE(triggers(), bitmap(u"."));
-        QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
+        QCOMPARE(setting(Settings::noTriggers.key), Value(u"0"_s));
     }
 
     void selectAllTakesTitlesOnly()
     {
         form().deSelectAllTriggersButton->click();
-        QCOMPARE(setting(SettingKey::noTriggers), Value(u"1"_s));
+        QCOMPARE(setting(Settings::noTriggers.key), Value(u"1"_s));
         QVERIFY(!trigger(u"␣"_s)->isChecked());
         form().selectAllTriggersButton->click();
         QVERIFY(trigger(u"⎋"_s)->isChecked());
-        QCOMPARE(setting(SettingKey::noTriggers), Value(u"0"_s));
+        QCOMPARE(setting(Settings::noTriggers.key), Value(u"0"_s));
         QVERIFY(triggers().contains(u'\r') && triggers().contains(u'{') && triggers().contains(u'⎋'));
         QVERIFY(!triggers().contains(u'\u00A0') && !triggers().contains(u'\u001B'));
         // A title in words would make letters end a phrase.
@@ -173,7 +173,7 @@ private Q_SLOTS:
     {
         form().playSoundOnDropPrefButton->setChecked(false);
         form().playSoundOnDropPrefButton->click();
-        QCOMPARE(setting(SettingKey::playSoundOnDrop), Value(u"1"_s));
+        QCOMPARE(setting(Settings::playSoundOnDrop.key), Value(u"1"_s));
         QCheckBox box(u"Rock && &roll"_s);
         controller().enterExpansionPref(&box);
         QCOMPARE(setting(u"Rock & roll"_s), Value(u"0"_s));
@@ -192,11 +192,11 @@ private Q_SLOTS:
             }
         }
         form().sortAsImported->click();
-        QCOMPARE(setting(SettingKey::sortPref), Value(u"2"_s));
+        QCOMPARE(setting(Settings::sortPref.key), Value(u"2"_s));
         form().announceTitle->click();
-        QCOMPARE(setting(SettingKey::announcerPref), Value(u"1"_s));
+        QCOMPARE(setting(Settings::announcerPref.key), Value(u"1"_s));
         form().passTrigger->click();
-        QCOMPARE(setting(SettingKey::triggerInhibPref), Value(u"0"_s));
+        QCOMPARE(setting(Settings::triggerInhibPref.key), Value(u"0"_s));
     }
 
     void menuOptionRestartsRunningHelper_data()
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QFETCH(int, before);
         QFETCH(int, chosen);
         QFETCH(bool, restarts);
-        BYGlobals::storeSetting(QString::number(before), SettingKey::menuPref);
+        BYGlobals::storeSetting(QString::number(before), Settings::menuPref.key);
         QVERIFY(HelperProcess::start());
         QTRY_VERIFY(helperRuns());
         const auto pid = [] {
@@ -223,7 +223,7 @@ private Q_SLOTS:
         };
         const uint first = pid();
         form().menuPrefsMatrix->cellAtRow_column(chosen, 0)->click();
-        QCOMPARE(setting(SettingKey::menuPref), Value(QString::number(chosen)));
+        QCOMPARE(setting(Settings::menuPref.key), Value(QString::number(chosen)));
         if (restarts) {
             QTRY_VERIFY(form().onOffRadioButton->cellAtRow_column(0, 0)->isChecked());
             QTRY_VERIFY(helperRuns() && pid() != first);
