@@ -16,7 +16,7 @@ public:
     bool hasCode() const { return dictionary()->contains(EventKey::event); }
 
     /// By which the helper knows the event: 0 to 79.
-    qint64 code() const { return value(EventKey::event).integerValue(); }
+    int code() const { return value(EventKey::event).intValue(); }
 
     bool isSystemAlert() const { return code() == systemAlertCode; }
 

@@ -105,7 +105,7 @@ bool BYEventsTableView::performKeyEquivalent(QKeyEvent* event)
         return true;
     case rightArrow:
         if (selected) {
-            BYGlobals::playSoundForEvent(selected->value(EventKey::event).intValue());
+            BYGlobals::playSoundForEvent(selected.code());
         }
         return true;
     default:

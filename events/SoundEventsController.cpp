@@ -132,7 +132,7 @@ void SoundEventsController::tableView_setObjectValue_forTableColumn_row(
         return;
     }
     if (column == playColumn) {
-        BYGlobals::playSoundForEvent(event->value(EventKey::event).intValue());
+        BYGlobals::playSoundForEvent(event.code());
     } else if (column == revealColumn) {
         Workspace::selectFile(event.soundFilepath());
     }

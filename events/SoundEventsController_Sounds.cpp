@@ -144,7 +144,7 @@ bool SoundEventsController::tableView_acceptDrop_row_dropOperation(
     event.setSoundFilepath(*path);
     Changes::saveDocument();
     if (Settings::playSoundOnDrop.value()) {
-        BYGlobals::playSoundForEvent(event->value(EventKey::event).intValue());
+        BYGlobals::playSoundForEvent(event.code());
     }
     reloadTable();
     return true;
