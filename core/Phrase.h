@@ -16,11 +16,15 @@ public:
     /// What is typed to hear the sound.
     QString phrase() const { return value(PhraseKey::phrase).textValue(); }
 
+    void setPhrase(const QString& text) const { setText(PhraseKey::phrase, text); }
+
     /// The path of a file, a suitcase or a folder.
     QString soundFilepath() const { return value(PhraseKey::soundFilepath).textValue(); }
 
     /// The path of the only application in which the phrase counts; empty where it counts in all.
     QString app() const { return value(PhraseKey::app).textValue(); }
+
+    bool hasApp() const { return dictionary()->contains(PhraseKey::app); }
 
     void setApp(const QString& path) const { setText(PhraseKey::app, path); }
 

@@ -85,14 +85,6 @@ int firstRowOfPhrase(const ArrayPointer& phrases, Predicate&& matches)
 
 } // namespace
 
-DictionaryPointer PhraseList::entryAt(const ArrayPointer& phrases, int row)
-{
-    if (!phrases || row < 0 || row >= phrases->size()) {
-        return {};
-    }
-    return phrases->at(row).dictionary();
-}
-
 int PhraseList::rowOfPhrase(const ArrayPointer& phrases, QStringView phrase)
 {
     if (phrase.isNull()) {

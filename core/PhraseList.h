@@ -9,9 +9,6 @@
 /// none. Entries that are no dictionaries, and texts that are no strings, match nothing.
 namespace PhraseList {
 
-/// The entry at @p row, or null where there is none.
-PropertyList::DictionaryPointer entryAt(const PropertyList::ArrayPointer& phrases, int row);
-
 /// The first row whose "Phrase" is exactly @p phrase; a null text is no phrase, unlike an empty one.
 int rowOfPhrase(const PropertyList::ArrayPointer& phrases, QStringView phrase);
 

@@ -5,7 +5,7 @@
 #include "HelperListener.h"
 #include "TypeAhead.h"
 
-#include <platform/plist/PropertyList.h>
+#include <core/Phrase.h>
 #include <platform/table/TableView.h>
 #include <sounds/SoundChooser.h>
 
@@ -201,13 +201,13 @@ private:
     void loadIcons();
     void makeDocumentCommands();
 
-    PropertyList::DictionaryPointer entryAt(int row) const;
+    Phrase entryAt(int row) const;
     bool isMissing(const QString& soundPath);
-    void storeText(const PropertyList::DictionaryPointer& entry, const QString& key, const QString& text);
-    void playOrReveal(const QString& columnIdentifier, const PropertyList::Dictionary& entry);
-    void setOrClearApplication(const PropertyList::DictionaryPointer& entry);
-    void chooseApplication(const PropertyList::DictionaryPointer& entry);
-    void askToClearApplication(const PropertyList::DictionaryPointer& entry);
+    void storeText(const Phrase& entry, const QString& key, const QString& text);
+    void playOrReveal(const QString& columnIdentifier, const Phrase& entry);
+    void setOrClearApplication(const Phrase& entry);
+    void chooseApplication(const Phrase& entry);
+    void askToClearApplication(const Phrase& entry);
 
     void editNewRow();
 
@@ -222,7 +222,7 @@ private:
     void askAboutUnsavedText();
     void loadEditPane(int row);
 
-    void chooseSound(const PropertyList::DictionaryPointer& entry);
+    void chooseSound(const Phrase& entry);
 
     QIcon genericAppIcon;
     QIcon revealIcon;

@@ -8,8 +8,6 @@
 
 #include <algorithm>
 
-using PropertyList::DictionaryPointer;
-
 bool BYTableView::tableView_writeRowsWithIndexes_toPasteboard(
     TableView*, const QList<int>& rows, Pasteboard& pasteboard)
 {
@@ -30,11 +28,11 @@ Qt::DropAction BYTableView::tableView_validateDrop_proposedRow_proposedDropOpera
 bool BYTableView::tableView_acceptDrop_row_dropOperation(TableView*, const Pasteboard& info, int row, DropOperation)
 {
     const std::optional<QString> path = info.filename();
-    const DictionaryPointer entry = entryAt(std::max(row, 0));
+    const Phrase entry = entryAt(std::max(row, 0));
     if (!path || !entry) {
         return false;
     }
-    Phrase(entry).setSoundFilepath(*path);
+    entry.setSoundFilepath(*path);
     Changes::saveDocument();
     return true;
 }

@@ -14,17 +14,15 @@
 
 using namespace Qt::StringLiterals;
 
-using PropertyList::DictionaryPointer;
-
 void BYTableView::tableView_setObjectValue_forTableColumn_row(
     TableView*, const QVariant& value, const QString& column, int row)
 {
-    const DictionaryPointer entry = entryAt(row);
+    const Phrase entry = entryAt(row);
     if (!entry) {
         return;
     }
     if (column == RowButtons::playColumn || column == RowButtons::revealColumn) {
-        playOrReveal(column, *entry);
+        playOrReveal(column, entry);
     } else if (column == PhraseKey::app) {
         setOrClearApplication(entry);
     } else if (column != RowButtons::trashColumn) {
@@ -32,19 +30,19 @@ void BYTableView::tableView_setObjectValue_forTableColumn_row(
     }
 }
 
-void BYTableView::storeText(const DictionaryPointer& entry, const QString& key, const QString& text)
+void BYTableView::storeText(const Phrase& entry, const QString& key, const QString& text)
 {
     if (!entry) {
         return;
     }
-    Phrase(entry).setText(key, text);
+    entry.setText(key, text);
     BYGlobals::setLastEditedAbb(text);
     Changes::saveDocument({NotificationName::preferencesChanged});
 }
 
-void BYTableView::playOrReveal(const QString& column, const PropertyList::Dictionary& entry)
+void BYTableView::playOrReveal(const QString& column, const Phrase& entry)
 {
-    const QString path = entry.value(PhraseKey::soundFilepath).textValue();
+    const QString path = entry.soundFilepath();
     if (path.isEmpty()) {
         return;
     }
@@ -55,9 +53,9 @@ void BYTableView::playOrReveal(const QString& column, const PropertyList::Dictio
     }
 }
 
-void BYTableView::setOrClearApplication(const DictionaryPointer& entry)
+void BYTableView::setOrClearApplication(const Phrase& entry)
 {
-    if (entry->contains(PhraseKey::app)) {
+    if (entry.hasApp()) {
         askToClearApplication(entry);
     } else {
         chooseApplication(entry);
@@ -66,33 +64,33 @@ void BYTableView::setOrClearApplication(const DictionaryPointer& entry)
     BYGlobals::sendNotification(NotificationName::preferencesChanged);
 }
 
-void BYTableView::chooseApplication(const DictionaryPointer& entry)
+void BYTableView::chooseApplication(const Phrase& entry)
 {
     const RowHold hold(m_listener);
     OpenPanel panel(window());
     panel.setAllowsMultipleSelection(false);
     const QStringList types{u"app"_s, FileTypes::fileTypeForHFSTypeCode(fourCharCode("APPL"))};
     const int result = panel.runModalForDirectory_file_types(u"/Applications"_s, {}, types);
-    const DictionaryPointer asked = m_listener.upToDateEntry(entry);
+    const Phrase asked = m_listener.upToDateEntry(entry);
     if (result == okButton && asked && !panel.filenames().isEmpty()) {
-        Phrase(asked).setApp(panel.filenames().constFirst());
+        asked.setApp(panel.filenames().constFirst());
     }
     Changes::saveDocument({});
 }
 
-void BYTableView::askToClearApplication(const DictionaryPointer& entry)
+void BYTableView::askToClearApplication(const Phrase& entry)
 {
     const RowHold hold(m_listener);
     Alert::beep();
-    const QString name = QFileInfo(entry->value(PhraseKey::app).textValue()).completeBaseName();
+    const QString name = QFileInfo(entry.app()).completeBaseName();
     const QString message = Text::tr("This abbreviation is associated with '") + name +
                             Text::tr("' and will only expand in that application.") +
                             Text::tr("\nDo you wish to clear the association?");
     const int result =
         Alert::runAlertPanel(window(), Text::tr("Blipsy"), message, Text::tr("Clear"), Text::tr("Cancel"));
-    const DictionaryPointer asked = m_listener.upToDateEntry(entry);
+    const Phrase asked = m_listener.upToDateEntry(entry);
     if (result == Alert::defaultReturn && asked) {
-        Phrase(asked).clearApp();
+        asked.clearApp();
         Changes::saveDocument({});
     }
 }

@@ -14,8 +14,6 @@
 
 using namespace Qt::StringLiterals;
 
-using PropertyList::DictionaryPointer;
-
 namespace {
 
 constexpr QChar enterCharacter(0x03);
@@ -85,20 +83,20 @@ bool BYTableView::performKeyEquivalent(QKeyEvent* event)
 
 void BYTableView::copySound()
 {
-    const DictionaryPointer entry = entryAt(selectedRow());
-    if (const PropertyList::Value* path = entry ? entry->find(PhraseKey::soundFilepath) : nullptr) {
-        SoundPasteboard::copy(path->textValue());
+    const Phrase entry = entryAt(selectedRow());
+    if (entry && entry->contains(PhraseKey::soundFilepath)) {
+        SoundPasteboard::copy(entry.soundFilepath());
     }
 }
 
 void BYTableView::pasteSound()
 {
-    const DictionaryPointer entry = entryAt(selectedRow());
+    const Phrase entry = entryAt(selectedRow());
     const std::optional<QString> path = SoundPasteboard::paste();
     if (!entry || !path) {
         return;
     }
-    Phrase(entry).setSoundFilepath(*path);
+    entry.setSoundFilepath(*path);
     Changes::saveDocument();
     reloadData();
 }

@@ -17,17 +17,15 @@
 
 using namespace Qt::StringLiterals;
 
-using PropertyList::DictionaryPointer;
-
 namespace {
 
 Q_LOGGING_CATEGORY(log, "blipsy.phrases")
 
 } // namespace
 
-DictionaryPointer BYTableView::entryAt(int row) const
+Phrase BYTableView::entryAt(int row) const
 {
-    return PhraseList::entryAt(BYGlobals::clippingsArray(), row);
+    return DocumentEntry::at(BYGlobals::clippingsArray(), row);
 }
 
 void BYTableView::addRow(QObject*)
@@ -36,13 +34,13 @@ void BYTableView::addRow(QObject*)
         return;
     }
     const QString defaultSound = Bundle::resourcePath() + u"/defaultPhraseSound.aif"_s;
-    const DictionaryPointer entry = PropertyList::Dictionary::create();
-    entry->insert(PhraseKey::phrase, Text::tr("my new phrase"));
-    entry->insert(PhraseKey::soundFilepath, Text::tr(defaultSound.toUtf8().constData()));
+    const Phrase phrase = PropertyList::Dictionary::create();
+    phrase.setPhrase(Text::tr("my new phrase"));
+    phrase.setSoundFilepath(Text::tr(defaultSound.toUtf8().constData()));
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
-        phrases->append(entry);
+        phrases->append(phrase.dictionary());
     }
-    m_listener.announceAddition(entry);
+    m_listener.announceAddition(phrase);
 }
 
 void BYTableView::removeRow(QObject*)
@@ -55,13 +53,13 @@ void BYTableView::removeRow(QObject*)
     if (row == -1) {
         return;
     }
-    const DictionaryPointer entry = entryAt(row);
+    const Phrase entry = entryAt(row);
     if (gConfirmRemove && !confirmRemoval()) {
         gConfirmRemove = true;
         return;
     }
     if (entry) {
-        row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), m_listener.upToDateEntry(entry));
+        row = PhraseList::rowOfEntry(BYGlobals::clippingsArray(), m_listener.upToDateEntry(entry).dictionary());
     }
     // Text that was not saved goes with its phrase: there is nothing left to ask about.
     m_editSession->setDirty(false);
@@ -103,13 +101,12 @@ void BYTableView::reloadDocument(const std::function<void()>& load)
 {
     const int eventRow = mySoundEventsTable ? mySoundEventsTable->selectedRow() : -1;
     const int event = PhraseList::rowOfEntry(
-        BYGlobals::soundsPrefsArray(), PhraseList::entryAt(BYGlobals::soundsPrefsArrayFiltered(), eventRow));
+        BYGlobals::soundsPrefsArray(), DocumentEntry::at(BYGlobals::soundsPrefsArrayFiltered(), eventRow));
     reloadInPreferredOrder(load);
     if (mySoundEventsTable) {
         mySoundEventsTable->reloadData();
-        mySoundEventsTable->selectRow_byExtendingSelection(
-            PhraseList::rowOfEntry(
-                BYGlobals::soundsPrefsArrayFiltered(), PhraseList::entryAt(BYGlobals::soundsPrefsArray(), event)),
+        mySoundEventsTable->selectRow_byExtendingSelection(PhraseList::rowOfEntry(BYGlobals::soundsPrefsArrayFiltered(),
+                                                               DocumentEntry::at(BYGlobals::soundsPrefsArray(), event)),
             false);
     }
 }
@@ -125,10 +122,10 @@ void BYTableView::reloadInPreferredOrder(const std::function<void()>& change)
 void BYTableView::reloadFollowingSelection(const std::function<void()>& change)
 {
     const PropertyList::ArrayPointer before = BYGlobals::clippingsArray();
-    const DictionaryPointer entry = entryAt(selectedRow());
+    const Phrase entry = entryAt(selectedRow());
     change();
 
-    const int row = PhraseList::rowOfCounterpart(BYGlobals::clippingsArray(), before, entry);
+    const int row = PhraseList::rowOfCounterpart(BYGlobals::clippingsArray(), before, entry.dictionary());
     const bool isSameEntry = row >= 0 && entryAt(row) == entry;
     {
         const QScopedValueRollback following(m_isFollowingSelection, true);

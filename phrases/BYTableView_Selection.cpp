@@ -7,8 +7,6 @@
 
 #include <QPushButton>
 
-using PropertyList::DictionaryPointer;
-
 void BYTableView::setEditSession(EditSession& session)
 {
     m_editSession = &session;
@@ -25,13 +23,13 @@ void BYTableView::tableViewSelectionIsChanging()
 
 void BYTableView::askAboutUnsavedText()
 {
-    const DictionaryPointer entry = entryAt(BYGlobals::selectedClippingRowForEditing());
+    const Phrase entry = entryAt(BYGlobals::selectedClippingRowForEditing());
     if (!entry || !m_editSession->isDirty()) {
         return;
     }
     const RowHold hold(m_listener);
-    const bool isToBeSaved = m_editSession->confirmSave(Phrase(entry).phrase());
-    if (const DictionaryPointer edited = isToBeSaved ? m_listener.upToDateEntry(entry) : DictionaryPointer()) {
+    const bool isToBeSaved = m_editSession->confirmSave(entry.phrase());
+    if (const Phrase edited = isToBeSaved ? m_listener.upToDateEntry(entry) : Phrase()) {
         m_editSession->saveAfterQuestion(edited);
         Changes::saveDocument({NotificationName::preferencesChanged});
     }

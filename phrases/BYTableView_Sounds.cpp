@@ -10,8 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-using PropertyList::DictionaryPointer;
-
 void BYTableView::trashButtonAction(QObject*)
 {
     if (const int row = selectedRow(); row != -1) {
@@ -21,29 +19,28 @@ void BYTableView::trashButtonAction(QObject*)
 
 void BYTableView::handleAssignSoundDialog_row(QObject*, int row)
 {
-    const DictionaryPointer entry = entryAt(row);
+    const Phrase entry = entryAt(row);
     if (!entry) {
         return;
     }
-    const Phrase phrase(entry);
-    if (!phrase.hasSound()) {
+    if (!entry.hasSound()) {
         chooseSound(entry);
         return;
     }
-    phrase.setSoundFilepath({});
+    entry.setSoundFilepath({});
     Changes::saveDocument();
     reloadData();
 }
 
-void BYTableView::chooseSound(const DictionaryPointer& entry)
+void BYTableView::chooseSound(const Phrase& entry)
 {
     const RowHold hold(m_listener);
     OpenPanel panel(window());
     prepareOpenPanel(&panel);
-    const std::optional<QString> path = m_soundChooser.run(Phrase(entry).phrase());
-    const DictionaryPointer asked = m_listener.upToDateEntry(entry);
+    const std::optional<QString> path = m_soundChooser.run(entry.phrase());
+    const Phrase asked = m_listener.upToDateEntry(entry);
     if (path && asked) {
-        Phrase(asked).setSoundFilepath(*path);
+        asked.setSoundFilepath(*path);
         Changes::saveDocument();
     }
     viewport()->update();

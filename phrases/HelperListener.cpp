@@ -3,11 +3,8 @@
 
 #include <core/BYGlobals.h>
 #include <core/PhraseList.h>
-#include <core/SharedNames.h>
 
 #include <utility>
-
-using PropertyList::DictionaryPointer;
 
 namespace {
 
@@ -83,7 +80,7 @@ void HelperListener::answerWaiting()
 
 // An added row is written only when its notification has come back: by then it is where the sort puts it, and its text
 // is being typed.
-void HelperListener::announceAddition(const DictionaryPointer& entry)
+void HelperListener::announceAddition(const Phrase& entry)
 {
     m_unfinishedAdditions.push_back(entry);
     BYGlobals::sendNotification(NotificationName::newRowAdded);
@@ -95,7 +92,7 @@ void HelperListener::announceRemoval()
     BYGlobals::sendNotification(NotificationName::rowRemoved);
 }
 
-DictionaryPointer HelperListener::upToDateEntry(const DictionaryPointer& entry)
+Phrase HelperListener::upToDateEntry(const Phrase& entry)
 {
     bool isOutdated = false;
     for (DistributedNotification& waiting : m_waiting) {
@@ -111,7 +108,7 @@ DictionaryPointer HelperListener::upToDateEntry(const DictionaryPointer& entry)
     const PropertyList::ArrayPointer before = BYGlobals::clippingsArray();
     reloadDocument();
     const PropertyList::ArrayPointer now = BYGlobals::clippingsArray();
-    return PhraseList::entryAt(now, PhraseList::rowOfCounterpart(now, before, entry));
+    return DocumentEntry::at(now, PhraseList::rowOfCounterpart(now, before, entry.dictionary()));
 }
 
 void HelperListener::reloadDocument()
@@ -125,10 +122,10 @@ void HelperListener::loadKeepingAdditions()
     const PropertyList::ArrayPointer before = BYGlobals::clippingsArray();
     BYGlobals::fillArray();
     const PropertyList::ArrayPointer now = BYGlobals::clippingsArray();
-    for (const DictionaryPointer& entry : m_unfinishedAdditions) {
-        const bool isOfThisDocument = PhraseList::rowOfEntry(before, entry) >= 0;
-        if (now && isOfThisDocument && PhraseList::rowOfCounterpart(now, before, entry) < 0) {
-            now->append(entry);
+    for (const Phrase& entry : m_unfinishedAdditions) {
+        const bool isOfThisDocument = PhraseList::rowOfEntry(before, entry.dictionary()) >= 0;
+        if (now && isOfThisDocument && PhraseList::rowOfCounterpart(now, before, entry.dictionary()) < 0) {
+            now->append(entry.dictionary());
         }
     }
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/Phrase.h>
 #include <platform/bus/DistributedNotificationCenter.h>
-#include <platform/plist/PropertyList.h>
 
 #include <QHash>
 #include <QObject>
@@ -57,13 +57,13 @@ public:
 
     /// Tells that this pane has added @p entry to the list, or removed one. The change is finished, and written, when
     /// the notification has come back. Until then an addition outlives what the helper adds.
-    void announceAddition(const PropertyList::DictionaryPointer& entry);
+    void announceAddition(const Phrase& entry);
     void announceRemoval();
 
     /// What @p entry is now that a question about it has been answered: the helper may have added phrases to the file
     /// while the rows were held. They come in before the document is written, so that the write loses none. Null when
     /// the entry is no longer there.
-    PropertyList::DictionaryPointer upToDateEntry(const PropertyList::DictionaryPointer& entry);
+    Phrase upToDateEntry(const Phrase& entry);
 
 private:
     void answerWaiting();
@@ -81,6 +81,6 @@ private:
     int m_rowHolds = 0;
     std::vector<DistributedNotification> m_waiting;
     /// What this pane has added and removed without having heard of it yet.
-    std::vector<PropertyList::DictionaryPointer> m_unfinishedAdditions;
+    std::vector<Phrase> m_unfinishedAdditions;
     int m_unfinishedRemovals = 0;
 };

@@ -4,7 +4,7 @@
 #include "PhraseListPrinter.h"
 
 #include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Phrase.h>
 #include <platform/desktop/Text.h>
 #include <platform/desktop/Workspace.h>
 #include <platform/panels/Alert.h>
@@ -34,14 +34,13 @@ PhraseListPrinter phrasesToPrint()
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
         rows.reserve(phrases->size());
         for (const PropertyList::Value& value : std::as_const(*phrases)) {
-            const PropertyList::DictionaryPointer entry = value.dictionary();
-            if (!entry) {
+            const Phrase phrase = value.dictionary();
+            if (!phrase) {
                 continue;
             }
-            const QString application = entry->value(PhraseKey::app).textValue();
-            rows.append({entry->value(PhraseKey::phrase).textValue(),
-                application.isEmpty() ? QString() : Workspace::displayNameAtPath(application),
-                entry->value(PhraseKey::soundFilepath).textValue()});
+            const QString application = phrase.app();
+            rows.append({phrase.phrase(), application.isEmpty() ? QString() : Workspace::displayNameAtPath(application),
+                phrase.soundFilepath()});
         }
     }
     return {documentName(), {Text::tr("Phrase"), Text::tr("Application"), Text::tr("Sound")}, Text::tr("Page %1 of %2"),

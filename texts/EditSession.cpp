@@ -2,7 +2,7 @@
 #include "EditSession.h"
 
 #include <core/BYGlobals.h>
-#include <core/PhraseList.h>
+#include <core/Phrase.h>
 #include <core/SharedNames.h>
 #include <platform/controls/Matrix.h>
 #include <platform/desktop/Text.h>
@@ -47,7 +47,7 @@ void EditSession::load(int row)
             view->setVisible(row != -1);
         }
     }
-    const PropertyList::DictionaryPointer entry = PhraseList::entryAt(BYGlobals::clippingsArray(), row);
+    const PropertyList::DictionaryPointer entry = DocumentEntry::at(BYGlobals::clippingsArray(), row);
     if (entry && m_views.text) {
         loadText(entry);
         setDirty(false);

@@ -2,6 +2,7 @@
 #include "DocumentFixture.h"
 
 #include <core/BYGlobals.h>
+#include <core/Phrase.h>
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
 
@@ -47,7 +48,7 @@ DocumentFixture::DocumentFixture(const QList<Value>& phrases)
 
 DictionaryPointer DocumentFixture::entry(int row) const
 {
-    return PhraseList::entryAt(BYGlobals::clippingsArray(), row);
+    return DocumentEntry::at(BYGlobals::clippingsArray(), row);
 }
 
 DictionaryPointer DocumentFixture::entryCalled(const QString& phrase) const

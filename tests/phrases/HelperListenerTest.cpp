@@ -103,7 +103,7 @@ private Q_SLOTS:
             QCoreApplication::processEvents();
             QCOMPARE(m_did, QStringList(u"off"_s));
             // What is asked about is of the old list; the change goes to what it is in the new one.
-            const DictionaryPointer now = m_listener->upToDateEntry(asked);
+            const Phrase now = m_listener->upToDateEntry(asked);
             QVERIFY(now && now != asked && now == m_document->entry(0));
             QCOMPARE(m_listener->upToDateEntry(now), now);
         }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <core/Phrase.h>
 #include <core/PhraseList.h>
 #include <core/PhraseOrder.h>
 #include <core/SharedNames.h>
@@ -88,8 +89,8 @@ private Q_SLOTS:
         QFETCH(int, row);
         QFETCH(QStringList, after);
         const ArrayPointer old = list(before);
-        QTEST(PhraseList::rowOfCounterpart(list(after), old, PhraseList::entryAt(old, row)), "found");
-        QCOMPARE(PhraseList::rowOfCounterpart(old, old, PhraseList::entryAt(old, row)), row);
+        QTEST(PhraseList::rowOfCounterpart(list(after), old, DocumentEntry::at(old, row)), "found");
+        QCOMPARE(PhraseList::rowOfCounterpart(old, old, DocumentEntry::at(old, row)), row);
     }
 
     void aRunOfKeysLastsOneSecondFromItsFirstKey()

@@ -2,6 +2,7 @@
 #include "PhrasesTabFixture.h"
 
 #include <core/BYGlobals.h>
+#include <core/Phrase.h>
 #include <core/PhraseList.h>
 #include <core/SharedNames.h>
 #include <platform/controls/Pasteboard.h>
@@ -244,7 +245,7 @@ private Q_SLOTS:
             QTest::mouseClick(m_tab->table->viewport(), Qt::LeftButton, {}, m_tab->pointOf(row, 5));
         };
         clickSound();
-        QCOMPARE(PhraseList::entryAt(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(u""_s));
+        QCOMPARE(DocumentEntry::at(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(u""_s));
 
         QString shownPhrase;
         bool canPlay = false;
@@ -259,7 +260,7 @@ private Q_SLOTS:
         QVERIFY(choose.wasAnswered());
         QCOMPARE(shownPhrase, u"cherry"_s);
         QVERIFY(!canPlay);
-        QCOMPARE(PhraseList::entryAt(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(m_sound));
+        QCOMPARE(DocumentEntry::at(m_tab->storedPhrases(), row)->value(PhraseKey::soundFilepath), Value(m_sound));
     }
 
     /// What sounded before the panel came up is no part of the preview.
@@ -268,7 +269,7 @@ private Q_SLOTS:
         QTemporaryDir folder;
         Files::write(folder.filePath(u"long.aiff"_s), SoundFixtures::aiff(440, 20));
         const int row = rowOf(u"cherry"_s);
-        PhraseList::entryAt(BYGlobals::clippingsArray(), row)->insert(PhraseKey::soundFilepath, u""_s);
+        DocumentEntry::at(BYGlobals::clippingsArray(), row)->insert(PhraseKey::soundFilepath, u""_s);
         ModalDriver preview([&](QWidget* modal) {
             const auto close = qScopeGuard([modal] { modal->close(); });
             qobject_cast<QFileDialog*>(modal)->setDirectory(folder.path());
@@ -310,7 +311,7 @@ private Q_SLOTS:
         *BYGlobals::clippingsArray()->begin() = phraseEntry(u"first"_s, u""_s);
         for (const int row : {-1, 1}) {
             QVERIFY(drop(row));
-            const DictionaryPointer stored = PhraseList::entryAt(m_tab->storedPhrases(), std::max(row, 0));
+            const DictionaryPointer stored = DocumentEntry::at(m_tab->storedPhrases(), std::max(row, 0));
             QCOMPARE(stored->value(PhraseKey::soundFilepath).string(), u"/x/a b"_s);
         }
         QCOMPARE(m_tab->table->tableView_validateDrop_proposedRow_proposedDropOperation(
