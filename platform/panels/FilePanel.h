@@ -8,15 +8,6 @@
 
 class QItemSelectionModel;
 
-/// What can be chosen in a panel.
-struct PanelRules
-{
-    PanelTypes types;
-    bool canChooseFiles = true;
-    bool canChooseDirectories = false;
-    bool allowsMultipleSelection = false;
-};
-
 /// Hides the choice of file types of a file dialog, and the column of kinds: in panels the types are the caller's.
 void hideTypes(QFileDialog& dialog);
 

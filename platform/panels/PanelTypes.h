@@ -29,3 +29,12 @@ private:
     QStringList m_extensions;
     QStringList m_classicTypes;
 };
+
+/// What can be chosen in a panel.
+struct PanelRules
+{
+    PanelTypes types;
+    bool canChooseFiles = true;
+    bool canChooseDirectories = false;
+    bool allowsMultipleSelection = false;
+};
