@@ -85,11 +85,10 @@ void BYController::showIdleTalkInterval()
 void BYController::showArrow()
 {
     const QString arrow = Settings::arrowPref.value();
-    QString title = menuPref ? menuPref->title() : QString();
-    if (arrow.isEmpty() || title.size() <= arrowPosition) {
+    if (!menuPref || arrow.isEmpty() || menuPref->title().size() <= arrowPosition) {
         return;
     }
-    menuPref->setTitle(title.replace(arrowPosition, 1, arrow));
+    menuPref->setTitle(menuPref->title().replace(arrowPosition, 1, arrow));
 }
 
 void BYController::enterIdleTalkIntervalPref(QWidget* sender)

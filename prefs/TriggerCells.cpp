@@ -51,7 +51,7 @@ constexpr auto cells = std::to_array<TriggerCell>({
     {"=", QT_TRANSLATE_NOOP("Text", "Equals sign")},
     {"\\", QT_TRANSLATE_NOOP("Text", "Backslash")},
 });
-static_assert(cells.size() == size_t(TriggerCells::rowCount * TriggerCells::columnCount));
+static_assert(int(cells.size()) == TriggerCells::rowCount * TriggerCells::columnCount);
 
 } // namespace
 
