@@ -53,7 +53,13 @@ TableView::TableView(QWidget* parent)
     updateRowHeight();
 }
 
-TableView::~TableView() = default;
+TableView::~TableView()
+{
+    // A model that is a child outlives this part of the table, and need not say so.
+    if (m_model) {
+        m_model->disconnect(this);
+    }
+}
 
 void TableView::setModel(QAbstractItemModel* model)
 {
