@@ -56,9 +56,7 @@ TableView::TableView(QWidget* parent)
 TableView::~TableView()
 {
     // A model that is a child outlives this part of the table, and need not say so.
-    if (m_model) {
-        m_model->disconnect(this);
-    }
+    disconnect(m_modelGone);
 }
 
 void TableView::setModel(QAbstractItemModel* model)
@@ -66,17 +64,14 @@ void TableView::setModel(QAbstractItemModel* model)
     if (m_edit.editor) {
         closeEditor(m_edit.editor, QAbstractItemDelegate::RevertModelCache);
     }
+    disconnect(m_modelGone);
     m_model = qobject_cast<TableModel*>(model);
     QTableView::setModel(m_model);
     delete std::exchange(m_selection, nullptr);
     if (!m_model) {
         return;
     }
-    connect(m_model, &QObject::destroyed, this, [this, gone = m_model] {
-        if (m_model == gone) {
-            setModel(nullptr);
-        }
-    });
+    m_modelGone = connect(m_model, &QObject::destroyed, this, [this] { setModel(nullptr); });
     const QItemSelectionModel* const plainSelection = selectionModel();
     m_selection = new RowSelectionModel(m_model, this);
     connect(m_selection, &RowSelectionModel::selectionIsChanging, this, &TableView::selectionIsChanging);

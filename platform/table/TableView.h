@@ -146,6 +146,8 @@ private:
     void paintPlaceholder();
 
     TableModel* m_model = nullptr;
+    /// Tells that the model has been destroyed.
+    QMetaObject::Connection m_modelGone;
     RowSelectionModel* m_selection = nullptr;
     CellDelegate* m_delegate;
     QString m_placeholderText;
