@@ -42,7 +42,7 @@ struct Node
 /// A file's bytes from the node's body.
 QByteArrayView fileContents(ByteReader body)
 {
-    quint32 length = body.number<quint32>();
+    auto length = body.number<quint32>();
     if (length == paddedLength) {
         length = body.number<quint32>();
         body.upTo(body.number<quint32>());
@@ -53,14 +53,14 @@ QByteArrayView fileContents(ByteReader body)
 /// The entries of a folder's body, as many as its bytes hold.
 std::vector<Node> folderNodes(ByteReader body, QStringList& warnings)
 {
-    const quint32 count = body.number<quint32>();
+    const auto count = body.number<quint32>();
     if (count > maximumFiles) {
         warnings.append(u"a folder of %1 entries is not believed"_s.arg(count));
         return {};
     }
     std::vector<Node> nodes;
     while (nodes.size() < count && !body.atEnd()) {
-        const quint32 length = body.number<quint32>();
+        const auto length = body.number<quint32>();
         nodes.push_back({QString::fromUtf8(body.upTo(length)), {}});
     }
     std::vector<quint32> sizes;
@@ -130,7 +130,7 @@ Contents readWrapper(QByteArrayView bytes)
     }
     Contents contents;
     ByteReader root = readerOf(bytes.sliced(signature.size()));
-    const quint32 rootType = root.number<quint32>();
+    const auto rootType = root.number<quint32>();
     if (rootType == fileType) {
         contents.files.append({textName, fileContents(root).toByteArray(), false});
         return contents;
@@ -151,7 +151,7 @@ Contents readWrapper(QByteArrayView bytes)
             continue;
         }
         ByteReader input = readerOf(node);
-        const quint32 type = input.number<quint32>();
+        const auto type = input.number<quint32>();
         if (type == fileType) {
             contents.files.append({name, fileContents(input).toByteArray(), false});
         } else if (type == folderType) {

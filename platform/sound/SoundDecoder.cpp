@@ -336,10 +336,10 @@ SoundDecoder::OpenResult SoundDecoder::openFile(const QString& path)
     return file ? open(std::move(*file), path) : Failure{file.error()};
 }
 
-SoundDecoder::OpenResult SoundDecoder::openBytes(QByteArray bytes)
+SoundDecoder::OpenResult SoundDecoder::openBytes(const QByteArray& bytes)
 {
     auto buffer = std::make_unique<QBuffer>();
-    buffer->setData(std::move(bytes));
+    buffer->setData(bytes);
     buffer->open(QIODevice::ReadOnly);
     return open(std::move(buffer), {});
 }

@@ -26,7 +26,7 @@ public:
     /// a sound, and never any other file that it may refer to.
     static OpenResult openFile(const QString& path);
     /// The same for a file in memory.
-    static OpenResult openBytes(QByteArray bytes);
+    static OpenResult openBytes(const QByteArray& bytes);
 
     ~SoundDecoder() override;
     SoundDecoder(const SoundDecoder&) = delete;
