@@ -101,6 +101,7 @@ std::optional<DesktopApplications::Entry> DesktopApplications::read(const QStrin
         .name = name,
         .icon = localized(keys, u"Icon"_s),
         .exec = keys.value(u"Exec"_s),
+        .windowClass = keys.value(u"StartupWMClass"_s),
         .isHidden = isTrue(keys, u"NoDisplay"_s) || !isForThisDesktop(keys)};
 }
 

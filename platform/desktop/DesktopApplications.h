@@ -22,6 +22,8 @@ struct Entry
     /// Name in the icon theme, or an absolute path; may be empty.
     QString icon = {};
     QString exec = {};
+    /// What its windows have as one half of their WM_CLASS ("StartupWMClass"); mostly empty.
+    QString windowClass = {};
     /// Not to be offered to the user: "NoDisplay", or meant for other desktops.
     bool isHidden = false;
     /// Deleted by the user: as if neither it nor the entries of its identifier in later folders were there. Without a
