@@ -5,6 +5,7 @@
 #include "TriggerCells.h"
 
 #include <core/Settings.h>
+#include <core/TriggerCharacters.h>
 #include <platform/bytes/CharacterBitmap.h>
 #include <platform/controls/Matrix.h>
 
@@ -13,20 +14,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// What ends a typed phrase until the user chooses otherwise.
-CharacterBitmap defaultTriggers()
-{
-    CharacterBitmap triggers;
-    triggers.add(u" \t\r");
-    return triggers;
-}
-
-CharacterBitmap storedTriggers()
-{
-    const std::optional<QByteArray> stored = Settings::triggersSet.value();
-    return stored ? CharacterBitmap(*stored) : defaultTriggers();
-}
 
 QString charactersOfTitle(const QAbstractButton* cell)
 {
@@ -65,7 +52,7 @@ void BYController::enterTriggerPref(Matrix* sender)
     if (!cell) {
         return;
     }
-    CharacterBitmap triggers = storedTriggers();
+    CharacterBitmap triggers = TriggerCharacters::chosen();
     if (isOn(cell)) {
         triggers.add(charactersOf(cell));
     } else {
@@ -80,7 +67,7 @@ void BYController::selectAllTriggers(QWidget* /*sender*/)
         return;
     }
     triggersPrefsMatrix->selectAll();
-    CharacterBitmap triggers = defaultTriggers();
+    CharacterBitmap triggers = TriggerCharacters::defaults();
     for (int row = 0; row < TriggerCells::rowCount; ++row) {
         for (int column = 0; column < TriggerCells::columnCount; ++column) {
             triggers.add(charactersOfTitle(triggersPrefsMatrix->cellAtRow_column(row, column)));
