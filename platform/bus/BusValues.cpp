@@ -13,6 +13,11 @@ using PropertyList::Value;
 
 namespace {
 
+/// Nothing that is listened to has more; nor has what cannot be read to its end.
+constexpr size_t mostArguments = 16;
+constexpr size_t mostElements = 4096;
+constexpr int deepest = 8;
+
 const char* signatureOf(const Value& value)
 {
     // In the order of Type.
@@ -61,25 +66,107 @@ Value readData(sd_bus_message* message)
     return QByteArray(static_cast<const char*>(bytes), qsizetype(size));
 }
 
-Value readDictionary(sd_bus_message* message)
+/// Leaves an array, past the elements that are too many.
+void leave(sd_bus_message* message)
 {
-    const PropertyList::DictionaryPointer dictionary = Dictionary::create();
-    sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "{sv}");
-    while (sd_bus_message_enter_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv") > 0) {
-        const QString key = BusValues::read(message).string();
-        dictionary->insert(key, BusValues::read(message));
-        sd_bus_message_exit_container(message);
+    while (sd_bus_message_at_end(message, 0) == 0 && sd_bus_message_skip(message, nullptr) > 0) {
     }
     sd_bus_message_exit_container(message);
-    return dictionary;
 }
 
-Value readVariant(sd_bus_message* message, const char* contents)
+Value readAny(sd_bus_message* message, int depth);
+
+bool isText(char type)
 {
-    sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, contents);
-    Value value = BusValues::read(message);
+    return type == SD_BUS_TYPE_STRING || type == SD_BUS_TYPE_OBJECT_PATH || type == SD_BUS_TYPE_SIGNATURE;
+}
+
+/// @p contents is that of the array: the type of an entry, in braces.
+Value readDictionary(sd_bus_message* message, const QByteArray& contents, int depth)
+{
+    std::vector<Dictionary::Entry> entries;
+    const QByteArray entry = contents.mid(1, contents.size() - 2);
+    sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, contents.constData());
+    while (entries.size() < mostElements &&
+           sd_bus_message_enter_container(message, SD_BUS_TYPE_DICT_ENTRY, entry.constData()) > 0) {
+        const QString key = readAny(message, depth).string();
+        entries.push_back({key, readAny(message, depth)});
+        sd_bus_message_exit_container(message);
+    }
+    leave(message);
+    std::erase_if(entries, [](const Dictionary::Entry& read) { return read.value.isNull(); });
+    return Dictionary::create(std::move(entries));
+}
+
+Value readArray(sd_bus_message* message, const QByteArray& contents, int depth)
+{
+    std::vector<Value> items;
+    sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, contents.constData());
+    while (items.size() < mostElements && sd_bus_message_at_end(message, 0) == 0) {
+        items.push_back(readAny(message, depth));
+    }
+    leave(message);
+    std::erase_if(items, [](const Value& item) { return item.isNull(); });
+    return PropertyList::Array::create(std::move(items));
+}
+
+Value readVariant(sd_bus_message* message, const QByteArray& contents, int depth)
+{
+    sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, contents.constData());
+    Value value = readAny(message, depth);
     sd_bus_message_exit_container(message);
     return value;
+}
+
+Value readContainer(sd_bus_message* message, char type, const QByteArray& contents, int depth)
+{
+    if (type == SD_BUS_TYPE_VARIANT) {
+        return readVariant(message, contents, depth);
+    }
+    if (contents == "y") {
+        return readData(message);
+    }
+    return contents.startsWith(SD_BUS_TYPE_DICT_ENTRY_BEGIN) ? readDictionary(message, contents, depth)
+                                                             : readArray(message, contents, depth);
+}
+
+/// @p depth: how many containers may still be entered.
+Value readAny(sd_bus_message* message, int depth)
+{
+    using Reader = Value (*)(sd_bus_message*, char);
+    static constexpr std::array<std::pair<char, Reader>, 12> readers{{
+        {SD_BUS_TYPE_STRING, readText},
+        {SD_BUS_TYPE_OBJECT_PATH, readText},
+        {SD_BUS_TYPE_SIGNATURE, readText},
+        {SD_BUS_TYPE_BOOLEAN, readNumber<int, bool>},
+        {SD_BUS_TYPE_BYTE, readNumber<uint8_t>},
+        {SD_BUS_TYPE_INT16, readNumber<int16_t>},
+        {SD_BUS_TYPE_UINT16, readNumber<uint16_t>},
+        {SD_BUS_TYPE_INT32, readNumber<int32_t>},
+        {SD_BUS_TYPE_UINT32, readNumber<uint32_t>},
+        {SD_BUS_TYPE_INT64, readNumber<int64_t>},
+        {SD_BUS_TYPE_UINT64, readNumber<uint64_t, quint64>},
+        {SD_BUS_TYPE_DOUBLE, readNumber<double, double>},
+    }};
+    char type = 0;
+    const char* contents = nullptr;
+    if (sd_bus_message_peek_type(message, &type, &contents) <= 0) {
+        return {};
+    }
+    const auto* const reader = std::ranges::find(readers, type, &std::pair<char, Reader>::first);
+    if (reader != readers.end()) {
+        return reader->second(message, type);
+    }
+    // The library overwrites it at the next look.
+    const QByteArray inner(contents);
+    const bool isReadable =
+        type == SD_BUS_TYPE_VARIANT ||
+        (type == SD_BUS_TYPE_ARRAY && (!inner.startsWith(SD_BUS_TYPE_DICT_ENTRY_BEGIN) || isText(inner[1])));
+    if (isReadable && depth > 0) {
+        return readContainer(message, type, inner, depth - 1);
+    }
+    sd_bus_message_skip(message, nullptr);
+    return {};
 }
 
 } // namespace
@@ -115,38 +202,15 @@ bool BusValues::append(sd_bus_message* message, const Value& value)
 
 Value BusValues::read(sd_bus_message* message)
 {
-    using Reader = Value (*)(sd_bus_message*, char);
-    static constexpr std::array<std::pair<char, Reader>, 11> readers{{
-        {SD_BUS_TYPE_STRING, readText},
-        {SD_BUS_TYPE_OBJECT_PATH, readText},
-        {SD_BUS_TYPE_BOOLEAN, readNumber<int, bool>},
-        {SD_BUS_TYPE_BYTE, readNumber<uint8_t>},
-        {SD_BUS_TYPE_INT16, readNumber<int16_t>},
-        {SD_BUS_TYPE_UINT16, readNumber<uint16_t>},
-        {SD_BUS_TYPE_INT32, readNumber<int32_t>},
-        {SD_BUS_TYPE_UINT32, readNumber<uint32_t>},
-        {SD_BUS_TYPE_INT64, readNumber<int64_t>},
-        {SD_BUS_TYPE_UINT64, readNumber<uint64_t, quint64>},
-        {SD_BUS_TYPE_DOUBLE, readNumber<double, double>},
-    }};
-    char type = 0;
-    const char* contents = nullptr;
-    if (sd_bus_message_peek_type(message, &type, &contents) <= 0) {
-        return {};
+    return readAny(message, deepest);
+}
+
+std::vector<Value> BusValues::readAll(sd_bus_message* message)
+{
+    std::vector<Value> arguments;
+    sd_bus_message_rewind(message, 1);
+    while (arguments.size() < mostArguments && sd_bus_message_at_end(message, 1) == 0) {
+        arguments.push_back(read(message));
     }
-    const auto* const reader = std::ranges::find(readers, type, &std::pair<char, Reader>::first);
-    if (reader != readers.end()) {
-        return reader->second(message, type);
-    }
-    if (type == SD_BUS_TYPE_VARIANT) {
-        return readVariant(message, contents);
-    }
-    if (type == SD_BUS_TYPE_ARRAY && qstrcmp(contents, "y") == 0) {
-        return readData(message);
-    }
-    if (type == SD_BUS_TYPE_ARRAY && qstrcmp(contents, "{sv}") == 0) {
-        return readDictionary(message);
-    }
-    sd_bus_message_skip(message, nullptr);
-    return {};
+    return arguments;
 }

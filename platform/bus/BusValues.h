@@ -3,10 +3,13 @@
 
 #include <platform/plist/PropertyList.h>
 
+#include <vector>
+
 struct sd_bus_message;
 
-/// The arguments of messages as property-list values. A text, number, boolean or data is one of its own type; an array
-/// one of texts (as); a dictionary one of variants (a{sv}) that hold any of these.
+/// The arguments of messages as property-list values. A text, number, boolean or data is one of its own type. Written,
+/// an array is one of texts (as), and a dictionary one of variants (a{sv}) that hold any of these. Read, arrays may
+/// hold whatever can be read, and dictionaries have texts or object paths as keys.
 namespace BusValues {
 
 /// Appends @p value to @p message. False when it is of another type.
@@ -14,6 +17,12 @@ bool append(sd_bus_message* message, const PropertyList::Value& value);
 
 /// The next argument of @p message, which it goes past; null at the end, and for a type that none of the above has.
 /// Narrow integers are integers, object paths are texts, and a variant is what it holds.
+///
+/// A message is hostile: of arrays and dictionaries the first 4096 elements are read, and containers may be nested
+/// eight deep; what is beyond is null.
 PropertyList::Value read(sd_bus_message* message);
+
+/// The arguments of @p message from the beginning, 16 at most.
+std::vector<PropertyList::Value> readAll(sd_bus_message* message);
 
 } // namespace BusValues

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MessageBus.h"
 
+#include "BusReturn.h"
+#include "BusSubscriptions.h"
 #include "BusValues.h"
 
 #include <product/Product.h>
@@ -18,7 +20,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <tuple>
+#include <optional>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -28,12 +30,19 @@ namespace {
 Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".bus")
 
 constexpr auto drainTimeout = 200ms;
-/// No answer that is waited for has more; nor has one that cannot be read to its end.
-constexpr size_t mostArguments = 16;
+constexpr auto systemAddress = "unix:path=/run/dbus/system_bus_socket";
 
 uint64_t microseconds(std::chrono::steady_clock::duration time)
 {
     return uint64_t(std::chrono::duration_cast<std::chrono::microseconds>(time).count());
+}
+
+/// Calls @p handler with @p self for a signal that the library makes up itself.
+int matchLocal(sd_bus* connection, const char* member, void* self, sd_bus_message_handler_t handler)
+{
+    constexpr auto local = "org.freedesktop.DBus.Local";
+    return sd_bus_match_signal_async(
+        connection, nullptr, local, "/org/freedesktop/DBus/Local", local, member, handler, nullptr, self);
 }
 
 } // namespace
@@ -74,10 +83,7 @@ public:
 private:
     static int answered(sd_bus_message* reply, void* call, sd_bus_error* /*error*/)
     {
-        Arguments arguments;
-        while (sd_bus_message_at_end(reply, 1) == 0 && arguments.size() < mostArguments) {
-            arguments.push_back(BusValues::read(reply));
-        }
+        const Arguments arguments = BusValues::readAll(reply);
         static_cast<PendingCall*>(call)->finish(
             sd_bus_message_is_method_error(reply, nullptr) > 0 ? nullptr : &arguments);
         return 0;
@@ -151,23 +157,56 @@ void MessageBus::call(
     run([=, this](sd_bus*) { send(method, arguments, timeout, reader); });
 }
 
-void MessageBus::ask(const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout,
-    const std::function<bool(const Arguments*)>& interpret, QObject* context, const std::function<void(bool)>& answered)
+void MessageBus::request(const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout,
+    QObject* context, const Reader& answered)
 {
-    const auto promise = std::make_shared<QPromise<bool>>();
+    const auto promise = std::make_shared<QPromise<std::optional<Arguments>>>();
     promise->start();
-    auto* watcher = new QFutureWatcher<bool>(context);
-    QObject::connect(watcher, &QFutureWatcher<bool>::finished, context, [watcher, answered] {
+    auto* watcher = new QFutureWatcher<std::optional<Arguments>>(context);
+    QObject::connect(watcher, &QFutureWatcherBase::finished, context, [watcher, answered] {
         watcher->deleteLater();
         if (!watcher->isCanceled()) {
-            answered(watcher->result());
+            const std::optional<Arguments> reply = watcher->result();
+            answered(reply ? &*reply : nullptr);
         }
     });
     watcher->setFuture(promise->future());
-    call(method, arguments, timeout, [promise, interpret](const Arguments* reply) {
-        promise->addResult(interpret(reply));
+    call(method, arguments, timeout, [promise](const Arguments* reply) {
+        promise->addResult(reply != nullptr ? std::optional(*reply) : std::nullopt);
         promise->finish();
     });
+}
+
+void MessageBus::ask(const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout,
+    const std::function<bool(const Arguments*)>& interpret, QObject* context, const std::function<void(bool)>& answered)
+{
+    request(method, arguments, timeout, context,
+        [interpret, answered](const Arguments* reply) { answered(interpret(reply)); });
+}
+
+void MessageBus::subscribe(const SignalPattern& pattern, QObject* context, std::function<void(const Signal&)> heard)
+{
+    const std::shared_ptr<BusRelay> relay = relayFor(context);
+    QObject::connect(relay.get(), &BusRelay::heard, context, std::move(heard), Qt::QueuedConnection);
+    run([this, pattern, relay](sd_bus*) { m_subscriptions->subscribe(pattern, relay); });
+}
+
+void MessageBus::followService(const QByteArray& name, QObject* context, std::function<void(const QString&)> changed)
+{
+    const std::shared_ptr<BusRelay> relay = relayFor(context);
+    QObject::connect(relay.get(), &BusRelay::ownerChanged, context, std::move(changed), Qt::QueuedConnection);
+    run([this, name, relay](sd_bus*) { m_subscriptions->followService(name, relay); });
+}
+
+std::shared_ptr<BusRelay> MessageBus::relayFor(QObject* context)
+{
+    auto relay = std::make_shared<BusRelay>();
+    // The relay as the receiver: when it has gone with the bus, there is nothing to forget.
+    QObject::connect(
+        context, &QObject::destroyed, relay.get(),
+        [this, forgotten = relay.get()] { run([this, forgotten](sd_bus*) { m_subscriptions->forget(forgotten); }); },
+        Qt::DirectConnection);
+    return relay;
 }
 
 void MessageBus::whenLost(std::function<void()> lost)
@@ -184,8 +223,9 @@ void MessageBus::send(
     const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, const Reader& reader)
 {
     sd_bus_message* message = nullptr;
-    if (connection() == nullptr || sd_bus_message_new_method_call(connection(), &message, method.destination,
-                                       method.path.constData(), method.interface, method.member) < 0) {
+    if (connection() == nullptr ||
+        sd_bus_message_new_method_call(connection(), &message, method.destination.constData(), method.path.constData(),
+            method.interface.constData(), method.member.constData()) < 0) {
         reader(nullptr);
         return;
     }
@@ -210,6 +250,12 @@ void MessageBus::serve()
             return 0;
         },
         this);
+    m_subscriptions = std::make_unique<BusSubscriptions>();
+    if (m_kind == Kind::System) {
+        const QByteArray address =
+            qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS", QLatin1StringView(systemAddress)).toLocal8Bit();
+        m_return = std::make_unique<BusReturn>(loop, address, [this] { connectAgain(); });
+    }
     if (const int result = connectToBus(); result < 0) {
         setLost(-result);
     }
@@ -218,6 +264,8 @@ void MessageBus::serve()
     }
     drain();
     m_calls.clear();
+    m_subscriptions.reset();
+    m_return.reset();
     m_connection.reset();
     m_loop.reset();
 }
@@ -230,27 +278,55 @@ int MessageBus::connectToBus()
     if (result < 0) {
         return result;
     }
-    // The library makes this signal up when the connection ends, whatever the cause.
-    const int matched = sd_bus_match_signal_async(
-        opened, nullptr, "org.freedesktop.DBus.Local", "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
-        "Disconnected",
-        [](sd_bus_message*, void* self, sd_bus_error*) {
-            static_cast<MessageBus*>(self)->setLost(ECONNRESET);
-            return 0;
-        },
-        nullptr, this);
+    m_lost = false;
+    sd_bus_set_connected_signal(opened, 1);
+    // The library makes this signal up when the connection ends, whatever the cause, and the other when it stands.
+    const int matched = matchLocal(opened, "Disconnected", this, [](sd_bus_message*, void* self, sd_bus_error*) {
+        static_cast<MessageBus*>(self)->setLost(ECONNRESET);
+        return 0;
+    });
+    matchLocal(opened, "Connected", this, [](sd_bus_message*, void* self, sd_bus_error*) {
+        static_cast<MessageBus*>(self)->setConnected();
+        return 0;
+    });
+    m_subscriptions->attach(opened);
     return matched < 0 ? matched : sd_bus_attach_event(opened, eventLoop(), SD_EVENT_PRIORITY_NORMAL);
+}
+
+void MessageBus::connectAgain()
+{
+    if (!m_lost) {
+        return;
+    }
+    m_connection.reset();
+    if (const int result = connectToBus(); result < 0) {
+        setLost(-result);
+    }
+}
+
+void MessageBus::setConnected()
+{
+    if (m_return) {
+        m_return->end();
+    }
+    if (std::exchange(m_isLossTold, false)) {
+        qCInfo(log) << "the system bus is there again";
+    }
 }
 
 void MessageBus::setLost(int error)
 {
-    if (std::exchange(m_lost, true)) {
-        return;
+    m_lost = true;
+    m_subscriptions->attach(nullptr);
+    if (!std::exchange(m_isLossTold, true)) {
+        qCWarning(log).noquote() << (m_kind == Kind::Session ? "no session bus:" : "no system bus:")
+                                 << std::strerror(error);
+        for (const std::function<void()>& handler : m_lostHandlers) {
+            handler();
+        }
     }
-    qCWarning(log).noquote() << (m_kind == Kind::Session ? "no session bus:" : "no system bus:")
-                             << std::strerror(error);
-    for (const std::function<void()>& handler : m_lostHandlers) {
-        handler();
+    if (m_return) {
+        m_return->wait();
     }
 }
 

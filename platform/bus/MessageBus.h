@@ -4,6 +4,7 @@
 #include <platform/plist/PropertyList.h>
 
 #include <QByteArray>
+#include <QString>
 #include <QtGlobal>
 
 #include <chrono>
@@ -15,6 +16,9 @@
 #include <thread>
 #include <vector>
 
+class BusRelay;
+class BusReturn;
+class BusSubscriptions;
 class QObject;
 
 struct sd_bus;
@@ -26,7 +30,8 @@ struct sd_event;
 /// Nothing here ever waits for the bus or for another process: not the first use (the connection is made in the
 /// background), not a call, not the end of the process (messages that the bus has not taken yet hold it up for 0.2
 /// seconds at most). Work given to the bus from any thread runs in the order given. A bus that is absent or goes away
-/// is an ordinary state, logged once; there is no second attempt.
+/// is an ordinary state, logged once. The session's bus is the session, so there is no second attempt; the system's may
+/// be restarted, and is connected to again (see BusReturn). What was subscribed to then counts again.
 class MessageBus final
 {
 public:
@@ -48,11 +53,37 @@ public:
 
     struct Method
     {
-        const char* destination;
+        QByteArray destination;
         QByteArray path;
-        const char* interface;
-        const char* member;
+        QByteArray interface;
+        QByteArray member;
     };
+
+    /// Which signals are meant; what is empty matches all.
+    struct SignalPattern
+    {
+        /// The well-known name of the service that sends them. What others send does not count.
+        QByteArray service;
+        QByteArray path;
+        QByteArray interface;
+        QByteArray member;
+    };
+
+    struct Signal
+    {
+        QString path;
+        QString member;
+        Arguments arguments;
+
+        /// Null where there are not so many.
+        PropertyList::Value argument(size_t index) const { return valueAt(&arguments, index); }
+    };
+
+    /// The value at @p index; null where @p arguments has not so many, or is null itself.
+    static PropertyList::Value valueAt(const Arguments* arguments, size_t index)
+    {
+        return arguments != nullptr && index < arguments->size() ? (*arguments)[index] : PropertyList::Value();
+    }
 
     /// Runs @p task on the bus thread.
     void run(Task task);
@@ -61,11 +92,22 @@ public:
     void call(
         const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, const Reader& reader);
 
-    /// Calls @p method, makes a yes or no of the reply with @p interpret (on the bus thread, null as above), and hands
-    /// that to @p answered on the thread of @p context, unless that has been destroyed by then.
+    /// The same with the answer on the thread of @p context, unless that has been destroyed by then.
+    void request(const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, QObject* context,
+        const Reader& answered);
+
+    /// The same with a yes or no, which @p interpret makes of the answer (null as above).
     void ask(const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout,
         const std::function<bool(const Arguments* reply)>& interpret, QObject* context,
         const std::function<void(bool)>& answered);
+
+    /// Calls @p heard on the thread of @p context, until that is destroyed, for every signal of @p pattern. Arguments
+    /// are as BusValues tells them, 16 at most; of their number and types nothing is promised.
+    void subscribe(const SignalPattern& pattern, QObject* context, std::function<void(const Signal& signal)> heard);
+
+    /// Calls @p changed on the thread of @p context, until that is destroyed, with the unique name of the owner of the
+    /// service @p name, or with nothing when it has none: once it is known, and at every change.
+    void followService(const QByteArray& name, QObject* context, std::function<void(const QString& owner)> changed);
 
     /// Calls @p lost on the bus thread once the connection is lost or cannot be made; at once when that is so already.
     /// The handler is kept until the end of the bus thread.
@@ -91,7 +133,10 @@ private:
 
     void serve();
     int connectToBus();
+    void connectAgain();
     void setLost(int error);
+    void setConnected();
+    std::shared_ptr<BusRelay> relayFor(QObject* context);
     void runTasks();
     void send(
         const Method& method, const Arguments& arguments, std::chrono::milliseconds timeout, const Reader& reader);
@@ -108,6 +153,10 @@ private:
     std::unique_ptr<sd_bus, Unref> m_connection;
     std::list<PendingCall> m_calls;
     std::deque<std::function<void()>> m_lostHandlers;
+    std::unique_ptr<BusSubscriptions> m_subscriptions;
+    /// Null for the session's bus.
+    std::unique_ptr<BusReturn> m_return;
+    bool m_isLossTold = false;
     bool m_lost = false;
     bool m_finished = false;
     std::thread m_thread;
