@@ -200,6 +200,15 @@ bool BusValues::append(sd_bus_message* message, const Value& value)
     }
 }
 
+bool BusValues::append(sd_bus_message* message, const Value& value, char type)
+{
+    if (value.type() == Type::Integer && (type == SD_BUS_TYPE_INT32 || type == SD_BUS_TYPE_UINT32)) {
+        const auto number = uint32_t(value.integerValue());
+        return sd_bus_message_append_basic(message, type, &number) >= 0;
+    }
+    return append(message, value);
+}
+
 Value BusValues::read(sd_bus_message* message)
 {
     return readAny(message, deepest);

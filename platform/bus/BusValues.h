@@ -14,6 +14,9 @@ namespace BusValues {
 
 /// Appends @p value to @p message. False when it is of another type.
 bool append(sd_bus_message* message, const PropertyList::Value& value);
+/// The same, but an integer is appended as @p type where that is i or u (32 bits, with and without a sign); what does
+/// not fit is cut off.
+bool append(sd_bus_message* message, const PropertyList::Value& value, char type);
 
 /// The next argument of @p message, which it goes past; null at the end, and for a type that none of the above has.
 /// Narrow integers are integers, object paths are texts, and a variant is what it holds.

@@ -19,6 +19,8 @@ struct DistributedNotification
     /// User information: a dictionary of texts, numbers, booleans and data, or a null pointer. All observers share it,
     /// so it is not to be changed.
     PropertyList::DictionaryPointer userInfo;
+    /// The unique name on the bus of another process that has posted it; empty for one of this process.
+    QString sender = {};
 };
 
 /// Posts and observes distributed notifications: signals on the session bus, with the product's object path, its

@@ -229,8 +229,11 @@ void MessageBus::send(
         reader(nullptr);
         return;
     }
-    const bool isComplete =
-        std::ranges::all_of(arguments, [message](const auto& value) { return BusValues::append(message, value); });
+    bool isComplete = true;
+    for (size_t at = 0; at < arguments.size() && isComplete; ++at) {
+        const char type = qsizetype(at) < method.types.size() ? method.types[qsizetype(at)] : '\0';
+        isComplete = BusValues::append(message, arguments[at], type);
+    }
     PendingCall& pending = m_calls.emplace_back(this, reader);
     if (!isComplete || !pending.start(connection(), message, timeout)) {
         pending.finish(nullptr);

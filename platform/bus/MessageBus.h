@@ -57,6 +57,9 @@ public:
         QByteArray path;
         QByteArray interface;
         QByteArray member;
+        /// The types of the arguments, as far as there are integers among them of other types than x (see BusValues);
+        /// only the basic ones in front.
+        QByteArray types = {};
     };
 
     /// Which signals are meant; what is empty matches all.

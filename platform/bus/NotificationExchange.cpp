@@ -80,7 +80,8 @@ int NotificationExchange::receive(sd_bus_message* message)
         uint64_t cookie = 0;
         sd_bus_message_get_cookie(message, &cookie);
         deliverWhile([cookie](const PendingEcho& echo) { return echo.cookie <= cookie; });
-    } else if (const auto notification = NotificationMessage::read(message)) {
+    } else if (auto notification = NotificationMessage::read(message)) {
+        notification->sender = QString::fromUtf8(sender);
         Q_EMIT posted(*notification);
     }
     return 0;
