@@ -13,6 +13,18 @@ public:
     /// The code of the system alert, whose volume is the system's own.
     static constexpr int systemAlertCode = 28;
 
+    /// The first of @p events with this code; one that is none where there is no such event.
+    static SoundEvent withCode(int code, const PropertyList::ArrayPointer& events)
+    {
+        for (int row = 0; events && row < events->size(); ++row) {
+            const SoundEvent event = DocumentEntry::at(events, row);
+            if (event && event.hasCode() && event.code() == code) {
+                return event;
+            }
+        }
+        return {};
+    }
+
     bool hasCode() const { return dictionary()->contains(EventKey::event); }
 
     /// By which the helper knows the event: 0 to 79.

@@ -59,22 +59,41 @@ std::optional<QString> randomSoundIn(const QString& folder, bool orSuitcase)
     return names.isEmpty() ? std::nullopt : std::optional(folder + u'/' + names[::random() % names.size()]);
 }
 
-SoundEvent eventWithCode(int code, const PropertyList::ArrayPointer& events)
+struct SuitcaseSound
 {
-    for (int row = 0; events && row < events->size(); ++row) {
-        const SoundEvent event = DocumentEntry::at(events, row);
-        if (event && event.hasCode() && event.code() == code) {
-            return event;
-        }
+    /// How many sounds the suitcase has.
+    int count = 0;
+    /// One of them at random.
+    std::optional<QByteArray> resource = {};
+};
+
+/// Nothing of a file that is no suitcase.
+SuitcaseSound randomSoundInSuitcase(const QString& path)
+{
+    const std::optional<QString> target = FileTypes::isAliasFile(path) ? FileTypes::resolveAliases(path) : path;
+    if (!target) {
+        return {};
     }
-    return {};
+    const qint16 previousFile = ResourceFile::current();
+    const qint16 file = ResourceFile::open(*target);
+    SuitcaseSound sound;
+    if (file >= 0) {
+        sound.count = ResourceFile::countInCurrentFile(soundResourceType);
+        if (sound.count > 0) {
+            const int index = int(::random() % sound.count) + 1;
+            sound.resource = ResourceFile::inCurrentFileAtIndex(soundResourceType, index);
+        }
+        ResourceFile::close(file);
+    }
+    ResourceFile::setCurrent(previousFile);
+    return sound;
 }
 
 } // namespace
 
 SoundPlayer& SoundPlayer::shared()
 {
-    static SoundPlayer player;
+    static SoundPlayer player(Suitcases::AreHeardOut);
     return player;
 }
 
@@ -85,22 +104,39 @@ void SoundPlayer::stopSlot(size_t slot)
     }
 }
 
-/// Puts the sound of the file at @p path into the slot and starts it. A sound that is there plays on.
-std::shared_ptr<Sound> SoundPlayer::startInSlot(size_t slot, const QString& path)
+/// Puts @p sound into the slot and starts it; where it is null the slot is empty then. A sound that is there plays on.
+void SoundPlayer::startInSlot(size_t slot, std::shared_ptr<Sound> sound, float gain)
 {
-    letPlayOn(std::exchange(m_sounds[slot], Sound::soundWithContentsOfFile(path)));
+    letPlayOn(std::exchange(m_sounds[slot], std::move(sound)));
     if (m_sounds[slot]) {
-        m_sounds[slot]->play();
+        m_sounds[slot]->play(gain);
+    }
+}
+
+/// False when it is no suitcase, or an empty one.
+bool SoundPlayer::playSuitcaseInSlot(size_t slot, const QString& path, float gain)
+{
+    if (m_suitcases == Suitcases::AreHeardOut) {
+        return playRandomSndFromSuitcase(path) > 0;
+    }
+    const SuitcaseSound sound = randomSoundInSuitcase(path);
+    if (sound.resource) {
+        startInSlot(slot, Sound::soundWithResource(*sound.resource), gain);
+    }
+    return sound.count > 0;
+}
+
+std::shared_ptr<Sound> SoundPlayer::playFileInSlot(size_t slot, const QString& path, float gain)
+{
+    if (!playSuitcaseInSlot(slot, path, gain)) {
+        startInSlot(slot, Sound::soundWithContentsOfFile(path), gain);
+    } else if (m_suitcases == Suitcases::AreHeardOut) {
+        return nullptr;
     }
     return m_sounds[slot];
 }
 
-std::shared_ptr<Sound> SoundPlayer::playFileInSlot(size_t slot, const QString& path)
-{
-    return playRandomSndFromSuitcase(path) == 0 ? startInSlot(slot, path) : nullptr;
-}
-
-void SoundPlayer::playFolderForEvent(size_t slot, const QString& folder, bool stopOthers)
+void SoundPlayer::playFolderForEvent(size_t slot, const QString& folder, bool stopOthers, float gain)
 {
     const std::optional<QString> path = randomSoundIn(folder, true);
     if (!path) {
@@ -115,61 +151,51 @@ void SoundPlayer::playFolderForEvent(size_t slot, const QString& folder, bool st
         }
     }
     stopSlot(slot);
-    playFileInSlot(slot, *path);
+    playFileInSlot(slot, *path, gain);
 }
 
-std::shared_ptr<Sound> SoundPlayer::playPhrase(const QString& path)
+std::shared_ptr<Sound> SoundPlayer::playPhrase(const QString& path, float gain)
 {
     if (!QFileInfo(path).isDir()) {
-        return playFileInSlot(phraseSlot, path);
+        return playFileInSlot(phraseSlot, path, gain);
     }
     const std::optional<QString> chosen = randomSoundIn(path, false);
     if (!chosen) {
         return {};
     }
     stopSlot(phraseSlot);
-    return playFileInSlot(phraseSlot, *chosen);
+    return playFileInSlot(phraseSlot, *chosen, gain);
 }
 
-void SoundPlayer::playEvent(int code, const PropertyList::ArrayPointer& events)
+void SoundPlayer::playSuitcase(const QString& path, float gain)
+{
+    playSuitcaseInSlot(phraseSlot, path, gain);
+}
+
+void SoundPlayer::playEvent(int code, const PropertyList::ArrayPointer& events, float gain)
 {
     if (code < 0 || size_t(code) >= slotCount) {
         return;
     }
     const auto slot = size_t(code);
-    const SoundEvent event = eventWithCode(code, events);
+    const SoundEvent event = SoundEvent::withCode(code, events);
     const QString path = event ? event.soundFilepath() : QString();
     if (path.isEmpty()) {
         letPlayOn(std::move(m_sounds[slot]));
     } else if (QFileInfo(path).isDir()) {
-        playFolderForEvent(slot, path, event.stopsOtherSounds());
+        playFolderForEvent(slot, path, event.stopsOtherSounds(), gain);
     } else if (isSuitcase(path)) {
-        playRandomSndFromSuitcase(path);
+        playSuitcaseInSlot(slot, path, gain);
     } else {
-        startInSlot(slot, path);
+        startInSlot(slot, Sound::soundWithContentsOfFile(path), gain);
     }
 }
 
 int playRandomSndFromSuitcase(const QString& path)
 {
-    const std::optional<QString> target = FileTypes::isAliasFile(path) ? FileTypes::resolveAliases(path) : path;
-    if (!target) {
-        return 0;
+    const SuitcaseSound sound = randomSoundInSuitcase(path);
+    if (sound.resource) {
+        SoundResourcePlayer::playSynchronously(*sound.resource);
     }
-    const qint16 previousFile = ResourceFile::current();
-    const qint16 file = ResourceFile::open(*target);
-    if (file < 0) {
-        ResourceFile::setCurrent(previousFile);
-        return 0;
-    }
-    const int count = ResourceFile::countInCurrentFile(soundResourceType);
-    if (count > 0) {
-        const int index = int(::random() % count) + 1;
-        if (const auto resource = ResourceFile::inCurrentFileAtIndex(soundResourceType, index)) {
-            SoundResourcePlayer::playSynchronously(*resource);
-        }
-    }
-    ResourceFile::close(file);
-    ResourceFile::setCurrent(previousFile);
-    return count;
+    return sound.count;
 }

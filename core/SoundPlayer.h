@@ -15,22 +15,42 @@ class Sound;
 class SoundPlayer final
 {
 public:
-    /// The one player of the process: events of one code share a slot, phrases share another.
+    enum class Suitcases {
+        /// A call that plays a suitcase returns when that has been heard, at full volume.
+        AreHeardOut,
+        /// Suitcases play as files do.
+        InTheBackground,
+    };
+
+    explicit SoundPlayer(Suitcases suitcases)
+        : m_suitcases(suitcases)
+    {
+    }
+
+    /// The pane's player, which hears suitcases out: events of one code share a slot, phrases share another.
     static SoundPlayer& shared();
 
-    /// Plays the sound of the first of @p events with this code; codes outside 0 to 79 are ignored.
-    void playEvent(int code, const PropertyList::ArrayPointer& events);
+    /// Plays the sound of the first of @p events with this code, its samples multiplied by @p gain (0 to 1); codes
+    /// outside 0 to 79 are ignored.
+    void playEvent(int code, const PropertyList::ArrayPointer& events, float gain = 1);
 
-    /// Plays what is at @p path. The sound that plays now; null when nothing does, as after a suitcase's.
-    std::shared_ptr<Sound> playPhrase(const QString& path);
+    /// Plays what is at @p path. The sound that plays now; null when nothing does, as after a suitcase that was heard
+    /// out.
+    std::shared_ptr<Sound> playPhrase(const QString& path, float gain = 1);
+
+    /// Plays a sound out of the suitcase at @p path; nothing where it is none.
+    void playSuitcase(const QString& path, float gain = 1);
 
 private:
     static constexpr size_t slotCount = 80;
 
-    void playFolderForEvent(size_t slot, const QString& folder, bool stopOthers);
-    std::shared_ptr<Sound> playFileInSlot(size_t slot, const QString& path);
-    std::shared_ptr<Sound> startInSlot(size_t slot, const QString& path);
+    void playFolderForEvent(size_t slot, const QString& folder, bool stopOthers, float gain);
+    std::shared_ptr<Sound> playFileInSlot(size_t slot, const QString& path, float gain);
+    bool playSuitcaseInSlot(size_t slot, const QString& path, float gain);
+    void startInSlot(size_t slot, std::shared_ptr<Sound> sound, float gain);
     void stopSlot(size_t slot);
+
+    const Suitcases m_suitcases;
 
     /// The sound that was last started for each event code, playing or finished; the phrases share one slot.
     std::array<std::shared_ptr<Sound>, slotCount> m_sounds;

@@ -3,6 +3,7 @@
 
 #include "SoundDecoder.h"
 #include "SoundPlayback.h"
+#include "SoundResourceSource.h"
 #include "SoundServer.h"
 
 #include <product/Product.h>
@@ -21,9 +22,17 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".sound", QtInfoMsg)
 
-void logUnplayable(const QString& path, const QString& reason)
+using Opened = Result<std::unique_ptr<SoundSource>>;
+
+void logUnplayable(const QString& name, const QString& reason)
 {
-    qCInfo(log).noquote() << u"Cannot play %1: %2"_s.arg(path, reason);
+    qCInfo(log).noquote() << u"Cannot play %1: %2"_s.arg(name, reason);
+}
+
+Opened openFile(const QString& path)
+{
+    auto decoder = SoundDecoder::openFile(path);
+    return decoder ? Opened(std::move(*decoder)) : Failure{decoder.error()};
 }
 
 } // namespace
@@ -35,10 +44,12 @@ class Sound::Job final : public std::enable_shared_from_this<Job>
     Q_DISABLE_COPY_MOVE(Job)
 
 public:
-    Job(Sound* sound, QString path, std::unique_ptr<SoundDecoder> decoder)
+    Job(Sound* sound, std::unique_ptr<SoundSource> opened, float gain)
         : m_sound(sound)
-        , m_path(std::move(path))
-        , m_decoder(std::move(decoder))
+        , m_name(sound->m_name)
+        , m_opener(sound->m_opener)
+        , m_source(std::move(opened))
+        , m_playback(gain)
     {
     }
 
@@ -56,8 +67,9 @@ private:
     std::mutex m_mutex;
     /// Guarded by the mutex; null once abandoned.
     Sound* m_sound;
-    const QString m_path;
-    std::unique_ptr<SoundDecoder> m_decoder;
+    const QString m_name;
+    const Opener m_opener;
+    std::unique_ptr<SoundSource> m_source;
     SoundPlayback m_playback;
 };
 
@@ -85,35 +97,46 @@ void Sound::Job::abandon()
 
 bool Sound::Job::play()
 {
-    if (!m_decoder) {
-        auto decoder = SoundDecoder::openFile(m_path);
-        if (!decoder) {
-            logUnplayable(m_path, decoder.error());
+    if (!m_source) {
+        Opened opened = m_opener();
+        if (!opened) {
+            logUnplayable(m_name, opened.error());
             return false;
         }
-        m_decoder = std::move(*decoder);
+        m_source = std::move(*opened);
     }
-    const Result<SoundPlayback::End> end = m_playback.run(*m_decoder);
+    if (!m_source) {
+        return true;
+    }
+    const Result<SoundPlayback::End> end = m_playback.run(*m_source);
     if (!end) {
-        logUnplayable(m_path, end.error());
+        logUnplayable(m_name, end.error());
     }
-    m_decoder.reset();
+    m_source.reset();
     return end && *end == SoundPlayback::End::PlayedToTheEnd;
 }
 
 std::unique_ptr<Sound> Sound::soundWithContentsOfFile(const QString& path)
 {
-    auto decoder = SoundDecoder::openFile(path);
-    if (!decoder) {
-        logUnplayable(path, decoder.error());
+    Opened opened = openFile(path);
+    if (!opened) {
+        logUnplayable(path, opened.error());
         return {};
     }
-    return std::unique_ptr<Sound>(new Sound(path, std::move(*decoder)));
+    return std::unique_ptr<Sound>(new Sound(
+        path, [path] { return openFile(path); }, std::move(*opened)));
 }
 
-Sound::Sound(QString path, std::unique_ptr<SoundDecoder> decoder)
-    : m_path(std::move(path))
-    , m_openedDecoder(std::move(decoder))
+std::unique_ptr<Sound> Sound::soundWithResource(const QByteArray& bytes)
+{
+    return std::unique_ptr<Sound>(new Sound(
+        u"a sound resource"_s, [bytes] { return SoundResourceSource::open(bytes); }, nullptr));
+}
+
+Sound::Sound(QString name, Opener opener, std::unique_ptr<SoundSource> opened)
+    : m_name(std::move(name))
+    , m_opener(std::move(opener))
+    , m_opened(std::move(opened))
 {
 }
 
@@ -124,17 +147,17 @@ Sound::~Sound()
     }
 }
 
-bool Sound::play()
+bool Sound::play(float gain)
 {
     if (m_job) {
         return false;
     }
-    auto job = std::make_shared<Job>(this, m_path, std::move(m_openedDecoder));
+    auto job = std::make_shared<Job>(this, std::move(m_opened), gain);
     try {
         // Detached: what it touches is its own job and the server, which is there until the process ends.
         std::thread([job] { job->run(); }).detach();
     } catch (const std::system_error& error) {
-        logUnplayable(m_path, QString::fromLocal8Bit(error.what()));
+        logUnplayable(m_name, QString::fromLocal8Bit(error.what()));
         return false;
     }
     m_job = std::move(job);

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/bytes/Result.h>
+
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
-class SoundDecoder;
+class SoundSource;
 
-/// A sound made from a file by reference: the file is decoded while it plays.
+/// A sound made from a file by reference: the file is decoded while it plays. Or one made from a 'snd ' resource.
 ///
 /// Playing is asynchronous and never waits for the sound server on the calling thread; several sounds play at once.
 /// A stream exists only while a sound plays, and is opened on the default output of that moment. A sound that is
@@ -23,10 +26,15 @@ public:
     /// log line says why). Reads only as much of the file as it takes to tell.
     static std::unique_ptr<Sound> soundWithContentsOfFile(const QString& path);
 
+    /// A sound for the 'snd ' resource @p bytes. It is decoded only when it plays; one that cannot be decoded then ends
+    /// at once, with a log line that says why.
+    static std::unique_ptr<Sound> soundWithResource(const QByteArray& bytes);
+
     ~Sound() override;
 
-    /// Starts from the beginning. False when it is already playing, or cannot be started for want of resources.
-    bool play();
+    /// Starts from the beginning, with all samples multiplied by @p gain (0 to 1). False when it is already playing, or
+    /// cannot be started for want of resources.
+    bool play(float gain = 1);
     /// Falls silent; finished(false) follows from the event loop. Does nothing when it is not playing.
     void stop();
 
@@ -43,12 +51,17 @@ Q_SIGNALS:
 private:
     class Job;
 
-    Sound(QString path, std::unique_ptr<SoundDecoder> decoder);
+    /// Opens a sound at its beginning; null for one that is over at once.
+    using Opener = std::function<Result<std::unique_ptr<SoundSource>>()>;
+
+    Sound(QString name, Opener opener, std::unique_ptr<SoundSource> opened);
 
     void jobEnded(const std::shared_ptr<Job>& job, bool playedToTheEnd);
 
-    QString m_path;
-    /// Opened at the beginning of the file, for the first play.
-    std::unique_ptr<SoundDecoder> m_openedDecoder;
+    /// What log lines call it.
+    QString m_name;
+    Opener m_opener;
+    /// For the first play.
+    std::unique_ptr<SoundSource> m_opened;
     std::shared_ptr<Job> m_job;
 };

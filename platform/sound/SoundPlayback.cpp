@@ -233,7 +233,7 @@ bool SoundPlayback::writeAll(Lock& lock, Stream& stream, SoundSource& source)
 {
     for (;;) {
         lock.unlock();
-        const std::span<const float> samples = source.nextSamples();
+        const std::span<const float> samples = attenuated(source.nextSamples());
         lock.lock();
         if (samples.empty()) {
             return true;
@@ -242,6 +242,16 @@ bool SoundPlayback::writeAll(Lock& lock, Stream& stream, SoundSource& source)
             return false;
         }
     }
+}
+
+std::span<const float> SoundPlayback::attenuated(std::span<const float> samples)
+{
+    if (m_gain == 1) {
+        return samples;
+    }
+    m_attenuated.resize(samples.size());
+    std::ranges::transform(samples, m_attenuated.begin(), [this](float sample) { return sample * m_gain; });
+    return m_attenuated;
 }
 
 bool SoundPlayback::write(Lock& lock, Stream& stream, std::span<const float> samples)

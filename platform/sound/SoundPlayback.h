@@ -11,6 +11,7 @@
 #include <chrono>
 #include <memory>
 #include <span>
+#include <vector>
 
 class SoundSource;
 struct SoundFormat;
@@ -25,7 +26,12 @@ class SoundPlayback final
 public:
     enum class End { PlayedToTheEnd, Stopped };
 
-    SoundPlayback() = default;
+    /// @p gain is what the samples are multiplied by, 0 to 1.
+    explicit SoundPlayback(float gain = 1)
+        : m_gain(gain)
+    {
+    }
+
     ~SoundPlayback() = default;
 
     /// Plays @p source and returns when its last sample has been heard, when stop() is called, or, with the reason,
@@ -42,6 +48,7 @@ private:
 
     std::unique_ptr<Stream> openStream(Lock& lock, const SoundFormat& format);
     bool writeAll(Lock& lock, Stream& stream, SoundSource& source);
+    std::span<const float> attenuated(std::span<const float> samples);
     bool write(Lock& lock, Stream& stream, std::span<const float> samples);
     bool waitUntilHeard(Lock& lock, Stream& stream);
     template <typename Condition>
@@ -49,6 +56,9 @@ private:
     bool fail(const QString& reason);
 
     SoundServer& m_server = SoundServer::instance();
+    const float m_gain;
+    /// Samples after the gain.
+    std::vector<float> m_attenuated;
     bool m_stopped = false;
     /// Why run() fails.
     QString m_error;

@@ -1,19 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "SoundResourcePlayer.h"
 
-#include "SoundDecoder.h"
 #include "SoundPlayback.h"
-#include "SoundResource.h"
+#include "SoundResourceSource.h"
 
 #include <product/Product.h>
 
 #include <QLoggingCategory>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <utility>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -21,78 +14,24 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".sound.resource", QtInfoMsg)
 
-constexpr size_t framesPerBlock = 4096;
-
-/// Samples in memory, mixed down where there are more than two channels.
-class PcmSource final : public SoundSource
-{
-public:
-    PcmSource(const SoundResource::PcmSamples& pcm, double sampleRate, int channels)
-        : m_samples(pcm.samples)
-        , m_channels(size_t(channels))
-        , m_format{int(std::lround(sampleRate)), std::min(channels, 2)}
-    {
-    }
-
-    SoundFormat format() const override { return m_format; }
-
-    std::span<const float> nextSamples() override;
-
-private:
-    std::span<const qint16> m_samples;
-    size_t m_channels;
-    SoundFormat m_format;
-    std::vector<float> m_block;
-};
-
-std::span<const float> PcmSource::nextSamples()
-{
-    const size_t frames = std::min(m_samples.size() / m_channels, framesPerBlock);
-    const auto outputs = size_t(m_format.channels);
-    constexpr float fullScale = -float(std::numeric_limits<qint16>::min());
-    // The even channels are on the left, the odd ones on the right; each side is the mean of its channels.
-    m_block.assign(frames * outputs, 0.0F);
-    for (size_t frame = 0; frame < frames; ++frame) {
-        for (size_t channel = 0; channel < m_channels; ++channel) {
-            const size_t side = channel % outputs;
-            const size_t channelsOfSide = (m_channels - side + outputs - 1) / outputs;
-            const auto sample = float(m_samples[frame * m_channels + channel]);
-            m_block[frame * outputs + side] += sample / (fullScale * float(channelsOfSide));
-        }
-    }
-    m_samples = m_samples.subspan(frames * m_channels);
-    return m_block;
-}
-
 bool logFailure(const QString& reason)
 {
     qCInfo(log).noquote() << u"Cannot play a sound resource: %1"_s.arg(reason);
     return false;
 }
 
-bool play(SoundSource& source)
-{
-    SoundPlayback playback;
-    const Result<SoundPlayback::End> end = playback.run(source);
-    return end || logFailure(end.error());
-}
-
 } // namespace
 
 bool SoundResourcePlayer::playSynchronously(QByteArrayView bytes)
 {
-    const Result<SoundResource::Decoded> sound = SoundResource::decode(bytes);
-    if (!sound) {
-        return logFailure(sound.error());
+    const SoundResourceSource::Opened source = SoundResourceSource::open(bytes);
+    if (!source) {
+        return logFailure(source.error());
     }
-    if (const auto* file = std::get_if<SoundResource::WrappedFile>(&sound->content)) {
-        const auto decoder = SoundDecoder::openBytes(file->bytes);
-        return decoder ? play(**decoder) : logFailure(decoder.error());
-    }
-    const auto& pcm = std::get<SoundResource::PcmSamples>(sound->content);
-    if (pcm.samples.empty()) {
+    if (!*source) {
         return true;
     }
-    PcmSource source(pcm, sound->sampleRate, sound->channels);
-    return play(source);
+    SoundPlayback playback;
+    const Result<SoundPlayback::End> end = playback.run(**source);
+    return end || logFailure(end.error());
 }
