@@ -88,6 +88,9 @@ int loadAndShowPane(const CommandLine::Options& options, SingleInstance& instanc
         return fail(u"the settings pane cannot be loaded: %1"_s.arg(loader.errorString()));
     }
     pane->setBundlePath(bundle);
+    if (!options.screenshotFolder.isEmpty()) {
+        pane->setPictured();
+    }
     const int result = showPane(*pane, options, instance);
     loader.unload();
     return result;

@@ -19,6 +19,11 @@ void BlipsyPref::setBundlePath(const QString& path)
     Bundle::registerBundle(path);
 }
 
+void BlipsyPref::setPictured()
+{
+    m_isPictured = true;
+}
+
 void BlipsyPref::openDocument(const QString& path)
 {
     if (m_interface) {
@@ -36,6 +41,9 @@ QWidget* BlipsyPref::loadMainView()
         m_interface = std::make_unique<Interface>();
         for (const auto& setUp : m_interface->setUps()) {
             setUp();
+        }
+        if (!m_isPictured) {
+            m_interface->setUpLauncher();
         }
     }
     return m_interface->view();

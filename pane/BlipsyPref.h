@@ -22,6 +22,7 @@ public:
     ~BlipsyPref() override;
 
     void setBundlePath(const QString& path) override;
+    void setPictured() override;
     void openDocument(const QString& path) override;
     QWidget* loadMainView() override;
     void willUnselect() override;
@@ -29,5 +30,6 @@ public:
     bool selectTab(const QString& name) override;
 
 private:
+    bool m_isPictured = false;
     std::unique_ptr<Interface> m_interface;
 };

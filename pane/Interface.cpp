@@ -158,6 +158,10 @@ std::vector<std::function<void()>> Interface::setUps()
         [this] { m_applications->controller().awakeFromNib(); },
         [this] { m_editPane->controller().awakeFromNib(); },
         [this] { m_options->controller().awakeFromNib(); },
-        [this] { m_launcher->awakeFromNib(); },
     };
+}
+
+void Interface::setUpLauncher()
+{
+    m_launcher->awakeFromNib();
 }

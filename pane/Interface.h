@@ -36,8 +36,10 @@ public:
     /// The whole interface. Owned here; a host may put it into a window of its own and takes it out again.
     QWidget* view() const;
 
-    /// The controllers' set-ups (`awakeFromNib`), in the order in which they are usually run.
+    /// The controllers' set-ups (`awakeFromNib`) but the launcher's, in the order in which they are usually run.
     std::vector<std::function<void()>> setUps();
+    /// The launcher's, which may start the helper.
+    void setUpLauncher();
 
     /// The tabs' names, untranslated.
     static QStringList tabNames();

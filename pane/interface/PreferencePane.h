@@ -22,6 +22,10 @@ public:
     /// Tells the pane where its bundle folder is; the first call a host makes.
     virtual void setBundlePath(const QString& path) = 0;
 
+    /// Says that the view is only going to be pictured: the pane starts no other program, and makes no login item.
+    /// Before loadMainView().
+    virtual void setPictured() = 0;
+
     /// Makes the sounds document at @p path the document in use, as if the user had chosen it. Before loadMainView()
     /// it is the one that the pane opens with.
     virtual void openDocument(const QString& path) = 0;
