@@ -22,6 +22,7 @@ Q_LOGGING_CATEGORY(log, "blipsy.host")
 
 const QString bundleName = u"Blipsy.prefPane"_s;
 const QString modulePath = u"/Contents/MacOS/BlipsyPref.so"_s;
+const QString helperPath = u"/Contents/BlipsyMenu.app/Contents/MacOS/BlipsyMenu"_s;
 const QString infoPath = u"/Contents/Info.plist"_s;
 const QString resourcesPath = u"/Contents/Resources"_s;
 const QString documentPath = u"/Contents/Resources/default.blipsy"_s;
@@ -52,11 +53,14 @@ QByteArray contentOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The library and its information are what an update changes.
+/// The programs and their information are what an update changes.
 bool isUpToDate(const QString& copy, const QString& original)
 {
+    const auto isCurrent = [&](const QString& program) {
+        return QFileInfo(copy + program).lastModified() >= QFileInfo(original + program).lastModified();
+    };
     return QFileInfo::exists(copy + documentPath) && contentOf(copy + infoPath) == contentOf(original + infoPath) &&
-           QFileInfo(copy + modulePath).lastModified() >= QFileInfo(original + modulePath).lastModified();
+           isCurrent(modulePath) && isCurrent(helperPath);
 }
 
 bool copyTree(const QString& from, const QString& to)
