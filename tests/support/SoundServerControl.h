@@ -82,14 +82,15 @@ public:
         m_bytes.clear();
     }
 
-    /// For how many seconds a tone was heard: blocks of 20 ms in which it is louder than a twentieth of full scale.
-    double secondsOf(double frequency)
+    /// For how many seconds a tone was heard: blocks of 20 ms in which it is louder than @p least, a part of full
+    /// scale.
+    double secondsOf(double frequency, double least = 0.05)
     {
         constexpr int blockLength = 160;
         const QList<float> all = samples();
         int blocks = 0;
         for (qsizetype start = 0; start + blockLength <= all.size(); start += blockLength) {
-            blocks += loudness(all.sliced(start, blockLength), frequency) > 0.05 ? 1 : 0;
+            blocks += loudness(all.sliced(start, blockLength), frequency) > least ? 1 : 0;
         }
         return blocks * blockLength / 8000.0;
     }

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "HelperContract.h"
+#include "HelperDocument.h"
+#include "HelperSounds.h"
+
+#include <QObject>
+
+#include <memory>
+
+class InputWatcher;
+
+/// The helper put together: makes its parts and connects them, and does nothing else. Each part is silent where the
+/// session does not have what it needs.
+class Helper final : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(Helper)
+
+public:
+    Helper();
+    ~Helper() override;
+
+    /// Begins once the pane's service is registered; ends the application where another helper runs in the session, or
+    /// there is no session bus.
+    void start();
+
+private:
+    void connectContract();
+    void begin();
+    void watchTyping();
+
+    HelperContract m_contract;
+    HelperDocument m_document;
+    HelperSounds m_sounds{m_document};
+    /// Null where nothing that is typed can be seen.
+    std::unique_ptr<InputWatcher> m_input;
+};
