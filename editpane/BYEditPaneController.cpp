@@ -5,10 +5,10 @@
 #include "PhraseReferences.h"
 #include "PlainToolTip.h"
 #include "PullDownButton.h"
-#include "parseNSStringStamp4strftime.h"
 
 #include <core/BYGlobals.h>
 #include <core/Phrase.h>
+#include <core/parseNSStringStamp4strftime.h>
 #include <platform/controls/Matrix.h>
 #include <platform/desktop/Text.h>
 #include <platform/panels/Alert.h>

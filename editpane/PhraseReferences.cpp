@@ -2,9 +2,9 @@
 #include "PhraseReferences.h"
 
 #include "PlainToolTip.h"
-#include "parseNSStringStamp4strftime.h"
 
 #include <core/SharedNames.h>
+#include <core/parseNSStringStamp4strftime.h>
 
 PhraseReferences::PhraseReferences(const PropertyList::ArrayPointer& phrases, const QDateTime& moment, QObject* parent)
     : QAbstractListModel(parent)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <core/BYGlobals.h>
 #include <core/SharedNames.h>
+#include <core/parseNSStringStamp4strftime.h>
 #include <editpane/PullDownButton.h>
-#include <editpane/parseNSStringStamp4strftime.h>
 #include <pane/Interface.h>
 #include <phrases/BYTableView.h>
 #include <platform/desktop/Bundle.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <editpane/parseNSStringStamp4strftime.h>
+#include <core/parseNSStringStamp4strftime.h>
 #include <platform/storage/Preferences.h>
 
 #include <QTest>
