@@ -25,6 +25,10 @@ public:
     /// that the user may read. Null, with a line in the log, where there is none.
     static std::unique_ptr<InputWatcher> ofSession();
 
+    /// The next press of the key with this X11 keycode is one that this program sends, and is not told. One that has
+    /// not come within a second is not waited for. Input devices hear nothing of what programs send.
+    virtual void passOver(quint8 /*keycode*/) {}
+
 Q_SIGNALS:
     void keyPressed(const KeyPress& press);
     void buttonPressed(const ButtonPress& press);

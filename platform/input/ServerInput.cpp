@@ -8,8 +8,11 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <utility>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -17,6 +20,9 @@ Q_LOGGING_CATEGORY(log, "blipsy.input")
 
 /// More repetitions than this between two events are no typing.
 constexpr quint32 maximumRepetitions = 1'000;
+
+/// From the moment when a key is sent until its event must have come back.
+constexpr auto longestWayOfOwnPress = 1s;
 
 template <typename Type>
 using Reply = std::unique_ptr<Type, decltype(&std::free)>;
@@ -154,8 +160,28 @@ void ServerInput::takeRawEvent(const xcb_input_raw_key_press_event_t& event, qui
     }
 }
 
+void ServerInput::passOver(quint8 keycode)
+{
+    m_ownPresses.push_back({keycode, QDeadlineTimer(longestWayOfOwnPress)});
+}
+
+bool ServerInput::isOwnPress(quint8 keycode)
+{
+    while (!m_ownPresses.empty() && m_ownPresses.front().until.hasExpired()) {
+        m_ownPresses.pop_front();
+    }
+    if (m_ownPresses.empty() || m_ownPresses.front().keycode != keycode) {
+        return false;
+    }
+    m_ownPresses.pop_front();
+    return true;
+}
+
 void ServerInput::takeKeyPress(quint8 keycode, InputTime time)
 {
+    if (isOwnPress(keycode)) {
+        return;
+    }
     // A key that is not repeated, such as a modifier, does not end the repetition of another.
     if (m_repetition.repeats(keycode)) {
         m_held = HeldKey{keycode, time, 0};

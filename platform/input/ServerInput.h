@@ -5,6 +5,9 @@
 
 #include <platform/keyboard/ServerKeyboard.h>
 
+#include <QDeadlineTimer>
+
+#include <deque>
 #include <optional>
 
 struct xcb_input_raw_key_press_event_t;
@@ -25,6 +28,8 @@ public:
 
     ~ServerInput() override;
 
+    void passOver(quint8 keycode) override;
+
 private:
     struct Disconnect
     {
@@ -42,11 +47,19 @@ private:
         quint32 told = 0;
     };
 
+    /// A press that this program has sent.
+    struct OwnPress
+    {
+        quint8 keycode = 0;
+        QDeadlineTimer until;
+    };
+
     ServerInput(Connection connection, quint8 inputExtension, ServerKeyboard keyboard);
     static std::optional<quint8> selectRawEvents(xcb_connection_t* connection);
     void readEvents();
     void takeEvent(const xcb_generic_event_t& event);
     void takeRawEvent(const xcb_input_raw_key_press_event_t& event, quint16 type);
+    bool isOwnPress(quint8 keycode);
     void takeKeyPress(quint8 keycode, InputTime time);
     void takeButtonPress(quint32 button, InputTime time);
     void tellRepetitions(InputTime now);
@@ -59,4 +72,6 @@ private:
     /// Nothing when the server did not tell the layout.
     std::optional<KeyInterpreter> m_interpreter;
     std::optional<HeldKey> m_held;
+    /// In the order in which they were sent, which is that of their events.
+    std::deque<OwnPress> m_ownPresses;
 };
