@@ -16,8 +16,13 @@ qint64 nanoseconds(const timespec& time)
 
 std::optional<FileStamp> FileStamp::of(const QString& path)
 {
+    return of(QFile::encodeName(path));
+}
+
+std::optional<FileStamp> FileStamp::of(const QByteArray& path)
+{
     struct stat status = {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+    if (::stat(path.constData(), &status) != 0) {
         return std::nullopt;
     }
     return FileStamp{.device = status.st_dev,

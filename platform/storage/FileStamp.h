@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -20,4 +21,6 @@ struct FileStamp
 
     /// The stamp of the file at @p path, links followed. Nothing when there is none.
     static std::optional<FileStamp> of(const QString& path);
+    /// The same for a path in the file system's encoding, for those who ask often.
+    static std::optional<FileStamp> of(const QByteArray& path);
 };

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QLoggingCategory>
@@ -82,6 +83,7 @@ void report(const QString& problem, QString& last)
 PreferencesDomain::PreferencesDomain(const QString& name)
     : m_path(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
              QStringLiteral("/" PRODUCT_NAME "/preferences/") + name + u".plist"_s)
+    , m_nativePath(QFile::encodeName(m_path))
 {
 }
 
@@ -112,7 +114,7 @@ void PreferencesDomain::setValue(const QString& key, const Value& value)
 
 void PreferencesDomain::refresh()
 {
-    const std::optional<FileStamp> stamp = FileStamp::of(m_path);
+    const std::optional<FileStamp> stamp = FileStamp::of(m_nativePath);
     if (stamp == m_stamp) {
         return;
     }
@@ -183,7 +185,7 @@ bool PreferencesDomain::writeMerged()
         return false;
     }
     m_stored = merged;
-    m_stamp = FileStamp::of(m_path);
+    m_stamp = FileStamp::of(m_nativePath);
     m_pending.clear();
     report({}, m_storeProblem);
     return true;

@@ -5,6 +5,7 @@
 
 #include <platform/plist/PropertyList.h>
 
+#include <QByteArray>
 #include <QHash>
 #include <QString>
 
@@ -39,6 +40,8 @@ private:
     void retryLater();
 
     QString m_path;
+    /// m_path in the file system's encoding: every reading of a setting looks at the file.
+    QByteArray m_nativePath;
     std::optional<FileStamp> m_stamp;
     /// The file is there and cannot be read: then it stays as it is.
     bool m_isBroken = false;

@@ -112,7 +112,10 @@ private Q_SLOTS:
         const auto [path, isDirectory, message] = currentRow<QString, bool, QByteArray>();
 
         ClassicFiles::FileRecord record{{1, 2}, "old"};
-        QCOMPARE(writtenTo(stdout, [&] { posixStringToFSSpec(record, path, isDirectory); }), message);
+        const auto make = [&record, path = path, isDirectory = isDirectory] {
+            posixStringToFSSpec(record, path, isDirectory);
+        };
+        QCOMPARE(writtenTo(stdout, make), message);
         QCOMPARE(record == ClassicFiles::FileRecord(), !message.isEmpty());
     }
 

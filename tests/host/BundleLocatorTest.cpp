@@ -8,6 +8,7 @@
 #include <host/BundleLocator.h>
 
 #include <array>
+#include <list>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -81,7 +82,7 @@ private Q_SLOTS:
     {
         putBundle(m_copy, "old", "user's");
         std::array<bool, 3> results{};
-        std::vector<std::jthread> starts;
+        std::list<std::jthread> starts;
         for (bool& result : results) {
             starts.emplace_back([&] { result = BundleLocator::updateCopy(m_original, m_copy); });
         }

@@ -147,7 +147,7 @@ private Q_SLOTS:
         const auto [button, code, cleared] = currentRow<QString, int, bool>();
         PTKeyComboPanel panel;
         panel.setKeyBindingName(u"Pause/Resume"_s);
-        const ModalDriver driver([&](QWidget* window) {
+        const ModalDriver driver([&panel, button = button](QWidget* window) {
             QVERIFY(panel.mTitleField->text().contains(u"Pause/Resume"_s));
             pressKey(window->focusWidget(), Qt::Key_J, Qt::MetaModifier, 44);
             pressKey(window->focusWidget(), Qt::Key_K, Qt::MetaModifier, 45);

@@ -43,7 +43,7 @@ private:
     pid_t m_daemon = 0;
 
 Q_SIGNALS:
-    void seenByOtherProcess(const QString& name, const QString& object, const QVariantMap& userInfo);
+    void seenByOtherProcess(const QString& /*name*/, const QString& /*object*/, const QVariantMap& /*userInfo*/);
 
 private Q_SLOTS:
 

@@ -219,9 +219,9 @@ private Q_SLOTS:
         SavePanel panel;
         panel.setAppendedSuffix(u".txt"_s);
         bool wasAsked = false;
-        const ModalDriver driver([&](QWidget* modal) {
+        const ModalDriver driver([&wasAsked, answer = answer](QWidget* modal) {
             QCOMPARE(modal->objectName(), u"SavePanel"_s);
-            const ModalDriver second([&](QWidget* alert) {
+            const ModalDriver second([&wasAsked, answer](QWidget* alert) {
                 wasAsked = true;
                 ModalDriver::click(answer)(alert);
             });

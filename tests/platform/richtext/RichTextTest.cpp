@@ -9,6 +9,8 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -98,9 +100,9 @@ QTextCharFormat randomFormat(QRandomGenerator& random)
 QTextBlockFormat randomBlockFormat(QRandomGenerator& random)
 {
     QTextBlockFormat format;
-    const Qt::Alignment sides[] = {Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify};
+    const std::array<Qt::Alignment, 4> sides{Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify};
     if (random.bounded(2) == 0) {
-        format.setAlignment(ParagraphSide::alignmentTo(sides[random.bounded(4)]));
+        format.setAlignment(ParagraphSide::alignmentTo(sides[random.bounded(quint32(sides.size()))]));
     }
     if (random.bounded(2) == 0) {
         format.setLeftMargin(random.bounded(1, 900) / 15.0);
