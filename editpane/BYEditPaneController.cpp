@@ -7,6 +7,7 @@
 #include "PullDownButton.h"
 
 #include <core/BYGlobals.h>
+#include <core/Changes.h>
 #include <core/Phrase.h>
 #include <core/parseNSStringStamp4strftime.h>
 #include <platform/controls/Matrix.h>
@@ -263,7 +264,7 @@ void BYEditPaneController::alertDidEnd_returnCode_contextInfo(QDialog* /*alert*/
     if (returnCode == Alert::firstButtonReturn) {
         makePlain();
     } else {
-        BYGlobals::sendNotification(NotificationName::keepRich);
+        Changes::tell(NotificationName::keepRich);
     }
 }
 

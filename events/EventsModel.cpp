@@ -6,7 +6,6 @@
 #include <core/SharedNames.h>
 #include <platform/desktop/Text.h>
 #include <platform/table/TableView.h>
-#include <sounds/RowButtons.h>
 
 #include <algorithm>
 #include <iterator>
@@ -31,19 +30,6 @@ std::vector<TableModel::Column> columns(QMenu* menu)
 } // namespace
 
 EventsModel::EventsModel(SoundEventsController& controller)
-    : ControllerModel(controller, controller.mySoundEventsTable, columns(controller.myVolumePopUp))
+    : SoundRowsModel(controller, controller.mySoundEventsTable, columns(controller.myVolumePopUp))
 {
-}
-
-void EventsModel::setObjectValue(const QVariant& value, const QString& column, int row)
-{
-    if (column == RowButtons::trashColumn) {
-        controller().trashButtonAction(table());
-    }
-    controller().tableView_setObjectValue_forTableColumn_row(table(), value, column, row);
-}
-
-bool EventsModel::writeRows(const QList<int>& rows, Pasteboard& pasteboard) const
-{
-    return controller().tableView_writeRowsWithIndexes_toPasteboard(table(), rows, pasteboard);
 }

@@ -4,6 +4,7 @@
 #include "EventEntries.h"
 
 #include <core/BYGlobals.h>
+#include <core/Changes.h>
 #include <core/SoundEvent.h>
 #include <platform/controls/Slider.h>
 #include <platform/desktop/Text.h>
@@ -88,6 +89,6 @@ void SoundEventsController::volumeSliderAction(Slider* sender)
     if (event) {
         const DictionaryPointer userInfo = Dictionary::create();
         userInfo->insert(EventKey::event, event->value(EventKey::event));
-        BYGlobals::sendNotification(NotificationName::playEvent, userInfo);
+        Changes::tell(NotificationName::playEvent, userInfo);
     }
 }

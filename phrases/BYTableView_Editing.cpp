@@ -2,6 +2,7 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
+#include <core/Changes.h>
 #include <core/Phrase.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/desktop/Text.h>
@@ -60,8 +61,8 @@ void BYTableView::setOrClearApplication(const Phrase& entry)
     } else {
         chooseApplication(entry);
     }
-    BYGlobals::sendNotification(NotificationName::refreshAppsArray);
-    BYGlobals::sendNotification(NotificationName::preferencesChanged);
+    Changes::tell(NotificationName::refreshAppsArray);
+    Changes::tell(NotificationName::preferencesChanged);
 }
 
 void BYTableView::chooseApplication(const Phrase& entry)
@@ -97,7 +98,7 @@ void BYTableView::askToClearApplication(const Phrase& entry)
 
 bool BYTableView::textShouldBeginEditing(QWidget* fieldEditor)
 {
-    BYGlobals::sendNotification(NotificationName::turnExpansionOff);
+    Changes::tell(NotificationName::turnExpansionOff);
     const bool shouldBegin = TableView::textShouldBeginEditing(fieldEditor);
     if (shouldBegin) {
         m_editingHold.emplace(m_listener);
@@ -107,7 +108,7 @@ bool BYTableView::textShouldBeginEditing(QWidget* fieldEditor)
 
 void BYTableView::textDidEndEditing(QWidget* fieldEditor)
 {
-    BYGlobals::sendNotification(NotificationName::turnExpansionOn);
+    Changes::tell(NotificationName::turnExpansionOn);
     TableView::textDidEndEditing(fieldEditor);
     m_editingHold.reset();
 }

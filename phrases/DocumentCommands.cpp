@@ -5,6 +5,7 @@
 #include "RecentDocuments.h"
 
 #include <core/BYGlobals.h>
+#include <core/Changes.h>
 #include <core/SharedNames.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/desktop/Bundle.h>
@@ -268,7 +269,7 @@ void DocumentCommands::finish()
 {
     const QString path = BYGlobals::defaultFilePath();
     Settings::defaultFilePath.store(path);
-    BYGlobals::sendNotification(NotificationName::preferencesChanged);
+    Changes::tell(NotificationName::preferencesChanged);
     RecentDocuments::add(path);
     Q_EMIT chosen();
     updatePopUp();

@@ -2,6 +2,7 @@
 #include "HelperListener.h"
 
 #include <core/BYGlobals.h>
+#include <core/Changes.h>
 #include <core/PhraseList.h>
 
 #include <utility>
@@ -53,7 +54,7 @@ void HelperListener::hear(const DistributedNotification& notification)
         (*effect)(notification);
     }
     if (notification.name != NotificationName::refreshMenu) {
-        BYGlobals::sendNotification(NotificationName::refreshMenu);
+        Changes::tell(NotificationName::refreshMenu);
     }
 }
 
@@ -83,13 +84,13 @@ void HelperListener::answerWaiting()
 void HelperListener::announceAddition(const Phrase& entry)
 {
     m_unfinishedAdditions.push_back(entry);
-    BYGlobals::sendNotification(NotificationName::newRowAdded);
+    Changes::tell(NotificationName::newRowAdded);
 }
 
 void HelperListener::announceRemoval()
 {
     ++m_unfinishedRemovals;
-    BYGlobals::sendNotification(NotificationName::rowRemoved);
+    Changes::tell(NotificationName::rowRemoved);
 }
 
 Phrase HelperListener::upToDateEntry(const Phrase& entry)

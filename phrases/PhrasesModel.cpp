@@ -5,7 +5,6 @@
 
 #include <core/SharedNames.h>
 #include <platform/desktop/Text.h>
-#include <sounds/RowButtons.h>
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -34,7 +33,7 @@ std::vector<TableModel::Column> columns()
 } // namespace
 
 PhrasesModel::PhrasesModel(BYTableView& table)
-    : ControllerModel(table, &table, columns())
+    : SoundRowsModel(table, &table, columns())
 {
 }
 
@@ -56,17 +55,4 @@ Qt::DropActions PhrasesModel::supportedDragActions() const
 {
     // Qt announces one set of actions to every target, so it is the one meant for other programs.
     return controller().draggingSourceOperationMaskForLocal(false);
-}
-
-void PhrasesModel::setObjectValue(const QVariant& value, const QString& column, int row)
-{
-    if (column == RowButtons::trashColumn) {
-        controller().trashButtonAction(table());
-    }
-    controller().tableView_setObjectValue_forTableColumn_row(table(), value, column, row);
-}
-
-bool PhrasesModel::writeRows(const QList<int>& rows, Pasteboard& pasteboard) const
-{
-    return controller().tableView_writeRowsWithIndexes_toPasteboard(table(), rows, pasteboard);
 }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <platform/table/ControllerModel.h>
+#include <sounds/SoundRowsModel.h>
 
 class BYTableView;
 
 /// The phrases, a row each. The table is its own controller.
-class PhrasesModel final : public ControllerModel<BYTableView>
+class PhrasesModel final : public SoundRowsModel<BYTableView>
 {
 public:
     /// @p table owns the model.
@@ -16,8 +16,4 @@ public:
     /// By what the table's header shows.
     void sort(int column, Qt::SortOrder order) override;
     Qt::DropActions supportedDragActions() const override;
-
-protected:
-    void setObjectValue(const QVariant& value, const QString& column, int row) override;
-    bool writeRows(const QList<int>& rows, Pasteboard& pasteboard) const override;
 };
