@@ -18,6 +18,7 @@
 #include <Bench.h>
 #include <SyntheticDocument.h>
 
+#include <array>
 #include <cstdlib>
 #include <ctime>
 #include <limits>
@@ -257,9 +258,9 @@ void stamps()
             }
         },
         [&] {
-            char buffer[512];
+            std::array<char, 512> buffer{};
             for (int count = 0; count < stampedTexts; ++count) {
-                std::strftime(buffer, sizeof buffer, peer.c_str(), &fields);
+                std::strftime(buffer.data(), buffer.size(), peer.c_str(), &fields);
             }
         });
     Bench::report("stamps", oursTime, peerTime, 3);

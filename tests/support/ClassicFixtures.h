@@ -24,7 +24,7 @@ inline QByteArray zeros(qsizetype count)
     return QByteArray(count, '\0');
 }
 
-inline QByteArray padded(QByteArray bytes, qsizetype multiple)
+inline QByteArray padded(const QByteArray& bytes, qsizetype multiple)
 {
     return bytes + zeros((multiple - bytes.size() % multiple) % multiple);
 }
