@@ -92,12 +92,16 @@ private Q_SLOTS:
         const QString other = path(u"other.blipsy"_s);
         Files::write(other, "");
         BYGlobals::storeSetting(Array::create({other}), Settings::recentFiles.key);
+        BYGlobals::storeSetting({}, Settings::menuBuild.key);
+        const QString loginItem = QDir::homePath() + u"/.config/autostart/BlipsyMenu.desktop"_s;
+        Files::write(loginItem, "the user's");
         Program program({u"--document"_s, path(u"test.blipsy"_s), u"--screenshot"_s, path(u"pictures"_s)});
         QVERIFY(program.process.waitForFinished(30'000));
         QCOMPARE(program.process.exitCode(), 0);
         for (const QString& tab : {u"Phrases"_s, u"Events"_s, u"Applications"_s, u"Options"_s}) {
             QVERIFY(!QImage(path(u"pictures/"_s + tab + u".png"_s)).isNull());
         }
+        QCOMPARE(Files::contents(loginItem), "the user's");
         const auto recent = BYGlobals::retrieveDateFromUserDefaults(Settings::recentFiles.key);
         QCOMPARE(recent, Value(Array::create({other, path(u"test.blipsy"_s)})));
     }
