@@ -27,6 +27,11 @@ PTHotKeyCenter::PTHotKeyCenter(QObject* parent, double frameworkVersion)
     : QObject(parent)
     , m_frameworkVersion(frameworkVersion)
 {
+    connect(&m_grabs, &HotKeyGrabs::keyboardChanged, this, &PTHotKeyCenter::keyboardChanged);
+    connect(&m_grabs, &HotKeyGrabs::pressed, this, [this](HotKeyReference reference) {
+        Q_EMIT systemEvent(
+            {CarbonEvent::keyboardClass, CarbonEvent::hotKeyPressed, HotKeyIdentifier{signature, quint32(reference)}});
+    });
 }
 
 PTHotKeyCenter::~PTHotKeyCenter() = default;

@@ -15,8 +15,9 @@
 /// The registry of hot keys: reserves their combinations with the system, and turns the system's hot-key events back
 /// into calls of the bound actions. Main thread only.
 ///
-/// The registry installs no handler for those events: a registered hot key is reserved and does not fire in this
-/// process. What cannot happen through the operations below as documented throws InternalInconsistency.
+/// The registry installs no handler for those events: a registered hot key is reserved, and fires only in a program
+/// that connects systemEvent() to hotKeyEventHandler(). What cannot happen through the operations below as documented
+/// throws InternalInconsistency.
 class PTHotKeyCenter final : public QObject
 {
     Q_OBJECT
@@ -62,6 +63,13 @@ public:
 
     /// A release does nothing.
     void _hotKeyUp(const PTHotKey::Pointer& /*hotKey*/) {}
+
+Q_SIGNALS:
+    /// A registered hot key has been pressed.
+    void systemEvent(const CarbonEvent& event);
+    /// The keyboard has been mapped anew: hot keys have to be registered again to count under its modifiers. Comes
+    /// several times for one change.
+    void keyboardChanged();
 
 private:
     HotKeyGrabs m_grabs;

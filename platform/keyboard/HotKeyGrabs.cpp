@@ -75,6 +75,8 @@ std::optional<HotKeyReference> HotKeyGrabs::registerHotKey(int virtualKeyCode, i
     }
     const HotKeyReference reference{++m_lastReference};
     m_grabs.emplace(reference, std::move(granted));
+    // Reading the replies has read the events before them too, of which the notifier will not tell.
+    QMetaObject::invokeMethod(this, &HotKeyGrabs::takeEvents, Qt::QueuedConnection);
     return reference;
 }
 
@@ -107,7 +109,7 @@ bool HotKeyGrabs::connectToServer()
     }
     m_rootWindow = screen.data->root;
     m_connection = std::move(connection);
-    Xcb::whenReadable(m_connection, this, [this] { discardEvents(); });
+    Xcb::whenReadable(m_connection, this, [this] { takeEvents(); });
     return true;
 }
 
@@ -164,9 +166,42 @@ void HotKeyGrabs::ungrabKey(quint8 keycode, const std::vector<quint16>& modifier
     xcb_flush(m_connection.get());
 }
 
-/// Presses of the keys held arrive here. Nothing acts on them, but they must not pile up.
-void HotKeyGrabs::discardEvents()
+void HotKeyGrabs::takeEvents()
 {
-    while (Xcb::Reply<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()))) {
+    while (const auto event = Xcb::Reply<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()))) {
+        // A release has the same fields.
+        const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
+        switch (event->response_type & 0x7F) {
+        case XCB_KEY_PRESS:
+            takeKeyPress(key.detail, key.state, key.time);
+            break;
+        case XCB_KEY_RELEASE:
+            m_releasedKey = key.detail;
+            m_releaseTime = key.time;
+            break;
+        case XCB_MAPPING_NOTIFY:
+            if (reinterpret_cast<const xcb_mapping_notify_event_t&>(*event).request != XCB_MAPPING_POINTER) {
+                Q_EMIT keyboardChanged();
+            }
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void HotKeyGrabs::takeKeyPress(quint8 keycode, quint16 state, quint32 time)
+{
+    const bool isRepetition = keycode == m_releasedKey && time == m_releaseTime;
+    // Above the eight modifiers are the pointer's buttons and the layout's group.
+    const auto modifiers = quint16(state & 0xFF);
+    const auto isMeant = [keycode, modifiers](const auto& entry) {
+        const Grab& grab = entry.second;
+        return std::ranges::find(grab.keycodes, keycode) != grab.keycodes.end() &&
+               std::ranges::find(grab.modifierMasks, modifiers) != grab.modifierMasks.end();
+    };
+    const auto found = std::ranges::find_if(m_grabs, isMeant);
+    if (!isRepetition && found != m_grabs.end()) {
+        Q_EMIT pressed(found->first);
     }
 }

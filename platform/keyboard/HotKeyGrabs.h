@@ -36,6 +36,13 @@ public:
     /// Gives a combination back; nothing happens for one that is not held.
     void unregisterHotKey(HotKeyReference reference);
 
+Q_SIGNALS:
+    /// The keys of a combination that is held have been pressed; once, however long they stay down.
+    void pressed(HotKeyReference reference);
+    /// The server's keyboard has been mapped anew: a combination may have other modifier bits now, and counts under the
+    /// old ones until it is registered again. Comes several times for one change.
+    void keyboardChanged();
+
 private:
     struct Grab
     {
@@ -51,11 +58,16 @@ private:
     std::optional<std::vector<quint16>> modifierMasks(int modifiers) const;
     bool grabKey(quint8 keycode, const std::vector<quint16>& modifierMasks);
     void ungrabKey(quint8 keycode, const std::vector<quint16>& modifierMasks);
-    void discardEvents();
+    void takeEvents();
+    void takeKeyPress(quint8 keycode, quint16 state, quint32 time);
 
     /// Null until the first registration, and without an X server.
     Xcb::Connection m_connection;
     quint32 m_rootWindow = 0;
     std::map<HotKeyReference, Grab> m_grabs;
     quintptr m_lastReference = 0;
+    /// The last key that was let go, and when. The server repeats a key that is held down by letting it go and pressing
+    /// it again in the same millisecond.
+    quint8 m_releasedKey = 0;
+    quint32 m_releaseTime = 0;
 };
