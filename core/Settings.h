@@ -55,6 +55,8 @@ inline const Setting<bool> noTriggers{QStringLiteral("NoTriggers"), false};
 inline const Setting<bool> playSoundOnDrop{QStringLiteral("Play sound as I drop it on event list:"), false};
 /// The helper's picture in the menu bar, as a text.
 inline const Setting<QString> arrowPref{QStringLiteral("ArrowPref")};
+/// The hot keys, by their names, that the helper could not have because another program holds them.
+inline const Setting<std::optional<QStringList>> refusedHotKeys{QStringLiteral("RefusedHotKeys")};
 /// The build of the helper that ran last.
 inline const Setting<int> menuBuild{QStringLiteral("MenuBuild"), 0};
 

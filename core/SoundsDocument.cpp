@@ -124,15 +124,21 @@ bool SoundsDocument::keepVersionOfOthers()
     return true;
 }
 
-void SoundsDocument::save()
+bool SoundsDocument::isUpToDate() const
+{
+    return m_safeStamp && m_path == m_safePath && m_safeStamp == FileStamp::of(m_path);
+}
+
+bool SoundsDocument::save()
 {
     if (!m_root || !keepVersionOfOthers()) {
-        return;
+        return false;
     }
     if (const auto written = AtomicFile::write(m_path, PropertyList::write(m_root)); !written) {
         qCWarning(log).noquote() << written.error();
-        return;
+        return false;
     }
     m_safePath = m_path;
     m_safeStamp = FileStamp::of(m_path);
+    return true;
 }

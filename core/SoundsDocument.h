@@ -29,13 +29,16 @@ public:
     /// Sorts the phrases in place, and stably, by the setting "SortPref".
     void sort();
 
-    /// Writes the whole document to path(), atomically. A failed write leaves the file as it was and is logged; without
-    /// a document nothing is written.
+    /// Whether the file at path() is the version that was read, or last written. False where there is none.
+    bool isUpToDate() const;
+
+    /// Writes the whole document to path(), atomically; false when it could not. A failed write leaves the file as it
+    /// was and is logged; without a document nothing is written.
     ///
     /// The document in memory wins over a version that another program has written since it was read, or last written.
     /// That version is kept among the DocumentBackups, and one log line names the copy; where it cannot be kept it is
     /// not overwritten.
-    void save();
+    bool save();
 
     const PropertyList::DictionaryPointer& root() const { return m_root; }
 

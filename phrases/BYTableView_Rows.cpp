@@ -2,10 +2,10 @@
 #include "BYTableView.h"
 
 #include <core/BYGlobals.h>
+#include <core/NewPhrase.h>
 #include <core/PhraseList.h>
 #include <core/PhraseOrder.h>
 #include <core/SharedNames.h>
-#include <platform/desktop/Bundle.h>
 #include <platform/desktop/Text.h>
 #include <sounds/RemovalQuestion.h>
 #include <texts/EditSession.h>
@@ -33,10 +33,7 @@ void BYTableView::addRow(QObject*)
     if (editEntryInProgress) {
         return;
     }
-    const QString defaultSound = Bundle::resourcePath() + u"/defaultPhraseSound.aif"_s;
-    const Phrase phrase = PropertyList::Dictionary::create();
-    phrase.setPhrase(Text::tr("my new phrase"));
-    phrase.setSoundFilepath(Text::tr(defaultSound.toUtf8().constData()));
+    const Phrase phrase = newPhrase(Text::tr("my new phrase"));
     if (const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray()) {
         phrases->append(phrase.dictionary());
     }
