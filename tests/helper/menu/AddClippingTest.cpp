@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include <core/BYGlobals.h>
+#include <helper/menu/ClippingAddition.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QDir>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <DataTable.h>
+#include <Files.h>
+#include <NotificationRecorder.h>
+
+using namespace Qt::StringLiterals;
+using PropertyList::Array;
+using PropertyList::Dictionary;
+using PropertyList::DictionaryPointer;
+
+namespace {
+
+QDialog* dialog()
+{
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (auto* const found = qobject_cast<QDialog*>(widget); found && found->isVisible()) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class AddClippingTest final : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+    ClippingAddition m_addition;
+
+    void write(const QStringList& phrases) const
+    {
+        const PropertyList::ArrayPointer list = Array::create();
+        for (const QString& phrase : phrases) {
+            list->append(Dictionary::create({{PhraseKey::phrase, phrase}}));
+        }
+        Files::write(m_path, PropertyList::write(Dictionary::create({{DocumentKey::clippings, list}})));
+    }
+
+    /// The phrases on the disk, with their texts.
+    QStringList stored() const
+    {
+        QStringList result;
+        const DictionaryPointer root = PropertyList::read(Files::contents(m_path))->dictionary();
+        for (const PropertyList::Value& entry : *root->value(DocumentKey::clippings).array()) {
+            const DictionaryPointer phrase = entry.dictionary();
+            result.append(
+                phrase->value(PhraseKey::phrase).string() + u':' + phrase->value(PhraseKey::plainText).string());
+        }
+        return result;
+    }
+
+    void typePhrase(const QString& phrase)
+    {
+        m_addition.begin();
+        QVERIFY(dialog());
+        QTest::keyClicks(dialog()->findChild<QLineEdit*>(), phrase);
+    }
+
+private Q_SLOTS:
+
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(u"test.blipsy"_s);
+        write({u"a"_s, u"c"_s});
+        BYGlobals::setDefaultFilePath(m_path);
+        BYGlobals::fillArray();
+        QGuiApplication::clipboard()->setText(u"the text"_s);
+    }
+
+    void cleanup()
+    {
+        if (QDialog* const open = dialog()) {
+            QTest::keyClick(open, Qt::Key_Escape);
+        }
+        QVERIFY(!dialog());
+    }
+
+    void phraseIsAddedAndTold()
+    {
+        NotificationRecorder recorder;
+        const QSignalSpy asking(&m_addition, &ClippingAddition::asking);
+        const QSignalSpy added(&m_addition, &ClippingAddition::added);
+        typePhrase(u" b "_s);
+        QTest::keyClick(dialog()->findChild<QLineEdit*>(), Qt::Key_Return);
+        QVERIFY(!dialog());
+        QCOMPARE(stored(), QStringList({u"a:"_s, u"b:the text"_s, u"c:"_s}));
+        QCOMPARE(added.size(), 1);
+        QCOMPARE(asking, QList<QVariantList>({{true}, {false}}));
+        QTRY_COMPARE(recorder.names(), QStringList{u"NewRowAddedViaMenu"_s});
+        QCOMPARE(recorder.last(u"NewRowAddedViaMenu"_s).userInfo->value(u"Phrase").string(), u"b"_s);
+    }
+
+    void whatOthersHaveWrittenStays()
+    {
+        typePhrase(u"b"_s);
+        write({u"x"_s});
+        dialog()->findChild<QPlainTextEdit*>()->setPlainText(u"changed"_s);
+        dialog()->accept();
+        QCOMPARE(stored(), QStringList({u"b:changed"_s, u"x:"_s}));
+        QVERIFY(!QDir(QDir::homePath() + u"/.local/state/blipsy/backups"_s).exists());
+    }
+
+    void problemsAreTold_data()
+    {
+        const DataTable<QString, QByteArray, QString> row("phrase", "document", "problem");
+        row("empty", u""_s, {}, u"A phrase needs at least one character."_s);
+        row("blank", u"  "_s, {}, u"A phrase needs at least one character."_s);
+        row("already there", u"c"_s, {}, u"There is such a phrase already."_s);
+        row("broken document", u"b"_s, "nothing", u"The sounds document cannot be read."_s);
+    }
+
+    void problemsAreTold()
+    {
+        const auto [phrase, document, problem] = currentRow<QString, QByteArray, QString>();
+        typePhrase(phrase);
+        if (!document.isEmpty()) {
+            Files::write(m_path, document);
+        }
+        const QByteArray before = Files::contents(m_path);
+        QTest::keyClick(dialog()->findChild<QLineEdit*>(), Qt::Key_Return);
+        QVERIFY(dialog());
+        QCOMPARE(dialog()->focusWidget(), dialog()->findChild<QLineEdit*>());
+        QCOMPARE(dialog()->findChild<QLineEdit*>()->accessibleDescription(), problem);
+        QCOMPARE(Files::contents(m_path), before);
+    }
+};
+
+QTEST_MAIN(AddClippingTest)
+#include "AddClippingTest.moc"
