@@ -1019,5 +1019,77 @@ Das lässt sich nicht rückgängig machen.</translation>
         <source>Justify</source>
         <translation>Blocksatz</translation>
     </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>What you will type</source>
+        <translation>Was Sie tippen werden</translation>
+    </message>
+    <message>
+        <source>&amp;Phrase:</source>
+        <translation>&amp;Kürzel:</translation>
+    </message>
+    <message>
+        <source>&amp;Text:</source>
+        <translation>&amp;Text:</translation>
+    </message>
+    <message>
+        <source>Add a Clipping…</source>
+        <translation>Kürzel hinzufügen …</translation>
+    </message>
+    <message>
+        <source>Edit Clippings…</source>
+        <translation>Kürzel bearbeiten …</translation>
+    </message>
+    <message>
+        <source>About Blipsy</source>
+        <translation>Über Blipsy</translation>
+    </message>
+    <message>
+        <source>Quit Blipsy</source>
+        <translation>Blipsy beenden</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Plays short sounds while you type and work.</source>
+        <translation>Spielt kurze Klänge, während Sie tippen und arbeiten.</translation>
+    </message>
+    <message>
+        <source>A phrase needs at least one character.</source>
+        <translation>Ein Kürzel braucht mindestens ein Zeichen.</translation>
+    </message>
+    <message>
+        <source>A phrase is one line of text.</source>
+        <translation>Ein Kürzel ist eine Zeile Text.</translation>
+    </message>
+    <message>
+        <source>There is such a phrase already.</source>
+        <translation>Dieses Kürzel gibt es schon.</translation>
+    </message>
+    <message>
+        <source>The sounds document cannot be read.</source>
+        <translation>Das Klangdokument kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The sounds document cannot be written.</source>
+        <translation>Das Klangdokument kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Blipsy is paused</source>
+        <translation>Blipsy pausiert</translation>
+    </message>
+    <message>
+        <source>It is %1.</source>
+        <translation>Es ist %1.</translation>
+    </message>
 </context>
 </TS>

@@ -1019,5 +1019,77 @@ You will not be able to undo this operation.</translation>
         <source>Sections of the settings</source>
         <translation>Sections of the settings</translation>
     </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Add</translation>
+    </message>
+    <message>
+        <source>What you will type</source>
+        <translation>What you will type</translation>
+    </message>
+    <message>
+        <source>&amp;Phrase:</source>
+        <translation>&amp;Phrase:</translation>
+    </message>
+    <message>
+        <source>&amp;Text:</source>
+        <translation>&amp;Text:</translation>
+    </message>
+    <message>
+        <source>Add a Clipping…</source>
+        <translation>Add a Clipping…</translation>
+    </message>
+    <message>
+        <source>Edit Clippings…</source>
+        <translation>Edit Clippings…</translation>
+    </message>
+    <message>
+        <source>About Blipsy</source>
+        <translation>About Blipsy</translation>
+    </message>
+    <message>
+        <source>Quit Blipsy</source>
+        <translation>Quit Blipsy</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Resume</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Plays short sounds while you type and work.</source>
+        <translation>Plays short sounds while you type and work.</translation>
+    </message>
+    <message>
+        <source>A phrase needs at least one character.</source>
+        <translation>A phrase needs at least one character.</translation>
+    </message>
+    <message>
+        <source>A phrase is one line of text.</source>
+        <translation>A phrase is one line of text.</translation>
+    </message>
+    <message>
+        <source>There is such a phrase already.</source>
+        <translation>There is such a phrase already.</translation>
+    </message>
+    <message>
+        <source>The sounds document cannot be read.</source>
+        <translation>The sounds document cannot be read.</translation>
+    </message>
+    <message>
+        <source>The sounds document cannot be written.</source>
+        <translation>The sounds document cannot be written.</translation>
+    </message>
+    <message>
+        <source>Blipsy is paused</source>
+        <translation>Blipsy is paused</translation>
+    </message>
+    <message>
+        <source>It is %1.</source>
+        <translation>It is %1.</translation>
+    </message>
 </context>
 </TS>
