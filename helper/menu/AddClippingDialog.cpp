@@ -2,6 +2,7 @@
 #include "AddClippingDialog.h"
 
 #include "PhraseAddition.h"
+#include "TrayIcon.h"
 
 #include <platform/desktop/Text.h>
 
@@ -21,6 +22,7 @@ AddClippingDialog::AddClippingDialog(const QString& text, QWidget* parent)
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Cancel, this))
 {
     setWindowTitle(Text::tr("Add a Clipping"));
+    setWindowIcon(TrayIcon::drawing(false));
     QPushButton* const add = m_buttons->addButton(Text::tr("&Add"), QDialogButtonBox::AcceptRole);
     add->setDefault(true);
 

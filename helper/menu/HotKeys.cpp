@@ -45,10 +45,15 @@ void HotKeys::addHotKey(size_t index, const QString& name, void (HotKeys::*reque
 
 void HotKeys::readSettings()
 {
+    bool isChanged = !m_refused.isEmpty();
     for (const PTHotKey::Pointer& hotKey : m_hotKeys) {
-        hotKey->setKeyCombo(PTKeyCombo::initWithPlistRepresentation(Settings::stored(hotKey->name()).dictionary()));
+        const auto combo = PTKeyCombo::initWithPlistRepresentation(Settings::stored(hotKey->name()).dictionary());
+        isChanged = isChanged || combo != hotKey->keyCombo();
+        hotKey->setKeyCombo(combo);
     }
-    reserve();
+    if (isChanged) {
+        reserve();
+    }
 }
 
 void HotKeys::setHeld(bool held)

@@ -1091,5 +1091,21 @@ Das lässt sich nicht rückgängig machen.</translation>
         <source>It is %1.</source>
         <translation>Es ist %1.</translation>
     </message>
+    <message>
+        <source>Blipsy does not see what you type</source>
+        <translation>Blipsy sieht nicht, was Sie tippen</translation>
+    </message>
+    <message>
+        <source>In this session programs do not see what is typed into others, so phrases set nothing off. Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Everything else works.</source>
+        <translation>In dieser Sitzung sehen Programme nicht, was in andere getippt wird; Kürzel lösen daher nichts aus. Melden Sie sich in einer X11-Sitzung an, oder lassen Sie Ihren Benutzer die Eingabegeräte lesen (auf den meisten Systemen: nehmen Sie ihn in die Gruppe „input“ auf und melden Sie sich neu an). Alles andere funktioniert.</translation>
+    </message>
+    <message>
+        <source>Hot keys of another program: %1</source>
+        <translation>Tasten eines anderen Programms: %1</translation>
+    </message>
+    <message>
+        <source>Another program holds the keys. Choose others in the settings, under Options.</source>
+        <translation>Ein anderes Programm belegt die Tasten. Wählen Sie in den Einstellungen unter „Optionen“ andere.</translation>
+    </message>
 </context>
 </TS>

@@ -1091,5 +1091,21 @@ You will not be able to undo this operation.</translation>
         <source>It is %1.</source>
         <translation>It is %1.</translation>
     </message>
+    <message>
+        <source>Blipsy does not see what you type</source>
+        <translation>Blipsy does not see what you type</translation>
+    </message>
+    <message>
+        <source>In this session programs do not see what is typed into others, so phrases set nothing off. Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Everything else works.</source>
+        <translation>In this session programs do not see what is typed into others, so phrases set nothing off. Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Everything else works.</translation>
+    </message>
+    <message>
+        <source>Hot keys of another program: %1</source>
+        <translation>Hot keys of another program: %1</translation>
+    </message>
+    <message>
+        <source>Another program holds the keys. Choose others in the settings, under Options.</source>
+        <translation>Another program holds the keys. Choose others in the settings, under Options.</translation>
+    </message>
 </context>
 </TS>

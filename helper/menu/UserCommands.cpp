@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "UserCommands.h"
+
+#include <platform/desktop/Text.h>
+
+using namespace Qt::StringLiterals;
+
+UserCommands::UserCommands(QObject* parent)
+    : QObject(parent)
+    , m_notification(u"com.blipsy.Settings"_s)
+{
+    connect(&m_menu, &HelperMenu::pauseRequested, this, &UserCommands::setPaused);
+    connect(&m_hotKeys, &HotKeys::pauseRequested, this, [this] { setPaused(!m_isPaused); });
+    connect(&m_menu, &HelperMenu::addRequested, &m_addition, &ClippingAddition::begin);
+    connect(&m_hotKeys, &HotKeys::addRequested, &m_addition, &ClippingAddition::begin);
+    connect(&m_menu, &HelperMenu::editRequested, this, [this] { m_settings.show(m_lastPhrase); });
+    connect(&m_hotKeys, &HotKeys::editRequested, this, [this] { m_settings.show(m_lastPhrase); });
+    connect(&m_menu, &HelperMenu::phraseChosen, this, &UserCommands::phraseChosen);
+    connect(&m_menu, &HelperMenu::quitRequested, this, &UserCommands::quitRequested);
+    connect(&m_menu, &HelperMenu::explanationRequested, this,
+        [this](const QString& title, const QString& explanation) { m_notification.show(title, explanation); });
+    connect(&m_hotKeys, &HotKeys::refusedChanged, this, &UserCommands::showRefusedHotKeys);
+    connect(&m_addition, &ClippingAddition::asking, this, &UserCommands::asking);
+    connect(&m_addition, &ClippingAddition::added, this, &UserCommands::phraseAdded);
+}
+
+UserCommands::~UserCommands() = default;
+
+void UserCommands::begin()
+{
+    m_menu.show();
+    m_hotKeys.readSettings();
+}
+
+void UserCommands::refresh(const PropertyList::ArrayPointer& phrases)
+{
+    m_menu.refresh(phrases);
+    m_hotKeys.readSettings();
+}
+
+void UserCommands::tellTypingIsUnseen()
+{
+    const QString title = Text::tr("Blipsy does not see what you type");
+    const QString explanation =
+        Text::tr("In this session programs do not see what is typed into others, so phrases set nothing off. Log in to "
+                 "an X11 session, or let your user read the input devices (on most systems: add it to the group "
+                 "\"input\", and log in again). Everything else works.");
+    m_menu.setNotice(HelperMenu::Notice::Typing, title, explanation);
+    m_notification.show(title, explanation);
+}
+
+void UserCommands::setPaused(bool isPaused)
+{
+    m_isPaused = isPaused;
+    m_menu.setPaused(isPaused);
+    Q_EMIT paused(isPaused);
+}
+
+void UserCommands::showRefusedHotKeys()
+{
+    const QString names = m_hotKeys.refused().join(u", "_s);
+    m_menu.setNotice(HelperMenu::Notice::HotKeys,
+        names.isEmpty() ? QString() : Text::tr("Hot keys of another program: %1").arg(names),
+        Text::tr("Another program holds the keys. Choose others in the settings, under Options."));
+}

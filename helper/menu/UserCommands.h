@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ClippingAddition.h"
+#include "HelperMenu.h"
+#include "HotKeys.h"
+#include "SettingsProgram.h"
+
+#include <platform/bus/DesktopNotification.h>
+#include <platform/plist/PropertyList.h>
+
+#include <QObject>
+#include <QString>
+
+/// What the user can have the helper do, by its menu or by hot keys: pause, add a phrase, edit phrases, choose one,
+/// quit. Main thread only.
+class UserCommands final : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(UserCommands)
+
+public:
+    explicit UserCommands(QObject* parent = nullptr);
+    ~UserCommands() override;
+
+    /// Shows the icon, and reserves the hot keys.
+    void begin();
+
+    /// The settings have changed, or the document, whose phrases are @p phrases now (may be null).
+    void refresh(const PropertyList::ArrayPointer& phrases);
+
+    /// The pane has the user type into it: hot keys are typed there, too.
+    void setTypingHeld(bool held) { m_hotKeys.setHeld(held); }
+
+    /// The phrase that "Edit Clippings" is to show: the one that was heard last.
+    void setLastPhrase(const QString& phrase) { m_lastPhrase = phrase; }
+
+    /// Says in the menu, and at once by a notification, that nothing that is typed can be seen, and what to do.
+    void tellTypingIsUnseen();
+
+Q_SIGNALS:
+    /// The helper is to be silent and to do nothing, or to go on.
+    void paused(bool isPaused);
+    /// The user types something that is to set nothing off.
+    void asking(bool isAsking);
+    /// Chosen in the menu: to be inserted, and heard.
+    void phraseChosen(const PropertyList::DictionaryPointer& entry);
+    /// The document on the disk has another phrase.
+    void phraseAdded();
+    void quitRequested();
+
+private:
+    void setPaused(bool isPaused);
+    void showRefusedHotKeys();
+
+    HelperMenu m_menu;
+    HotKeys m_hotKeys;
+    ClippingAddition m_addition;
+    SettingsProgram m_settings;
+    DesktopNotification m_notification;
+    QString m_lastPhrase;
+    bool m_isPaused = false;
+};
