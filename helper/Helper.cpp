@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Helper.h"
 
+#include <core/Phrase.h>
 #include <platform/input/InputWatcher.h>
 
 #include <QCoreApplication>
@@ -15,6 +16,7 @@ Q_LOGGING_CATEGORY(log, "blipsy.helper")
 Helper::Helper()
 {
     connectContract();
+    connectCommands();
 }
 
 Helper::~Helper() = default;
@@ -36,15 +38,33 @@ void Helper::connectContract()
         QCoreApplication::quit();
     });
     connect(&m_contract, &HelperContract::changed, &m_document, &HelperDocument::reload);
+    connect(&m_contract, &HelperContract::changed, &m_talk, &Talk::readSettings);
+    connect(&m_contract, &HelperContract::typingHeld, &m_commands, &UserCommands::setTypingHeld);
     connect(&m_contract, &HelperContract::eventRequested, this, [this](int code) { m_sounds.playEvent(code); });
     connect(&m_contract, &HelperContract::suitcaseRequested, this,
         [this](const QString& path) { m_sounds.playSuitcase(path); });
+}
+
+void Helper::connectCommands()
+{
+    // A document that could not be read leaves the one before, but the settings have been read again.
+    connect(&m_contract, &HelperContract::changed, this, [this] { m_commands.refresh(m_document.phrases()); });
+    connect(&m_commands, &UserCommands::phraseAdded, this, [this] {
+        m_document.reload();
+        m_commands.refresh(m_document.phrases());
+    });
+    connect(&m_commands, &UserCommands::phraseChosen, this, &Helper::playPhrase);
+    connect(&m_commands, &UserCommands::paused, &m_talk, &Talk::setPaused);
+    connect(&m_commands, &UserCommands::quitRequested, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
 void Helper::begin()
 {
     HelperSounds::prepare();
     m_document.reload();
+    m_commands.begin();
+    m_commands.refresh(m_document.phrases());
+    m_talk.readSettings();
     watchTyping();
 }
 
@@ -52,8 +72,21 @@ void Helper::watchTyping()
 {
     m_input = InputWatcher::ofSession();
     if (!m_input) {
-        HelperContract::tellTypingIsUnseen();
+        tellTypingIsUnseen();
         return;
     }
-    connect(m_input.get(), &InputWatcher::ended, &m_contract, &HelperContract::tellTypingIsUnseen);
+    connect(m_input.get(), &InputWatcher::ended, this, &Helper::tellTypingIsUnseen);
+}
+
+void Helper::tellTypingIsUnseen()
+{
+    HelperContract::tellTypingIsUnseen();
+    m_commands.tellTypingIsUnseen();
+}
+
+void Helper::playPhrase(const PropertyList::DictionaryPointer& entry)
+{
+    if (const QString path = Phrase(entry).soundFilepath(); !path.isEmpty()) {
+        m_sounds.playPhrase(path);
+    }
 }

@@ -5,6 +5,9 @@
 #include "HelperDocument.h"
 #include "HelperSounds.h"
 
+#include <helper/menu/UserCommands.h>
+#include <helper/talk/Talk.h>
+
 #include <QObject>
 
 #include <memory>
@@ -29,11 +32,17 @@ public:
 private:
     void connectContract();
     void begin();
+    void connectCommands();
     void watchTyping();
+    void tellTypingIsUnseen();
+    /// A phrase of the menu is heard.
+    void playPhrase(const PropertyList::DictionaryPointer& entry);
 
     HelperContract m_contract;
     HelperDocument m_document;
     HelperSounds m_sounds{m_document};
+    UserCommands m_commands;
+    Talk m_talk;
     /// Null where nothing that is typed can be seen.
     std::unique_ptr<InputWatcher> m_input;
 };
