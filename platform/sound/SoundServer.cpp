@@ -98,6 +98,11 @@ void SoundServer::whenConnected(std::function<void(pa_context*)> handler)
     m_connectedHandlers.push_back(std::move(handler));
 }
 
+void SoundServer::whenLost(std::function<void()> handler)
+{
+    m_lostHandlers.push_back(std::move(handler));
+}
+
 void SoundServer::contextChanged(pa_context* context, void* server)
 {
     auto* self = static_cast<SoundServer*>(server);
@@ -131,6 +136,9 @@ void SoundServer::dropContext(const QString& reason)
     pa_context_set_state_callback(context, nullptr, nullptr);
     // Closes the socket and fails what is under way, without asking the server.
     pa_context_disconnect(context);
+    for (const auto& handler : m_lostHandlers) {
+        handler();
+    }
     pa_context_unref(context);
     notifyWaiting();
 }

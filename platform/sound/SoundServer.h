@@ -54,6 +54,8 @@ public:
 
     /// Calls @p handler, on the library's thread, whenever a connection has been made.
     void whenConnected(std::function<void(pa_context*)> handler);
+    /// Calls @p handler, on any thread, whenever a connection is lost or could not be made.
+    void whenLost(std::function<void()> handler);
 
     /// Lets go of the lock until @p condition holds; false when it does not within @p timeout.
     template <typename Condition>
@@ -77,5 +79,6 @@ private:
     bool m_ready = false;
     QString m_connectionError;
     std::vector<std::function<void(pa_context*)>> m_connectedHandlers;
+    std::vector<std::function<void()>> m_lostHandlers;
     std::condition_variable_any m_changed;
 };
