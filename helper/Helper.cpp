@@ -2,7 +2,10 @@
 #include "Helper.h"
 
 #include <core/Phrase.h>
+#include <helper/events/EventCode.h>
+#include <helper/events/EventSources.h>
 #include <platform/input/InputWatcher.h>
+#include <platform/windows/WindowWatcher.h>
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -66,6 +69,7 @@ void Helper::begin()
     m_commands.refresh(m_document.phrases());
     m_talk.readSettings();
     watchTyping();
+    watchDesktop();
 }
 
 void Helper::watchTyping()
@@ -88,5 +92,15 @@ void Helper::playPhrase(const PropertyList::DictionaryPointer& entry)
 {
     if (const QString path = Phrase(entry).soundFilepath(); !path.isEmpty()) {
         m_sounds.playPhrase(path);
+        m_sounds.playEvent(int(EventCode::PhrasePlayed));
     }
+}
+
+void Helper::watchDesktop()
+{
+    m_windows = WindowWatcher::ofSession();
+    m_events = std::make_unique<EventSources>(m_input.get(), m_windows.get(), nullptr);
+    connect(m_events.get(), &EventSources::happened, this, [this](int code) { m_sounds.playEvent(code); });
+    connect(&m_commands, &UserCommands::paused, m_events.get(), &QObject::blockSignals);
+    m_events->start();
 }

@@ -12,7 +12,9 @@
 
 #include <memory>
 
+class EventSources;
 class InputWatcher;
+class WindowWatcher;
 
 /// The helper put together: makes its parts and connects them, and does nothing else. Each part is silent where the
 /// session does not have what it needs.
@@ -37,6 +39,7 @@ private:
     void tellTypingIsUnseen();
     /// A phrase of the menu is heard.
     void playPhrase(const PropertyList::DictionaryPointer& entry);
+    void watchDesktop();
 
     HelperContract m_contract;
     HelperDocument m_document;
@@ -45,4 +48,7 @@ private:
     Talk m_talk;
     /// Null where nothing that is typed can be seen.
     std::unique_ptr<InputWatcher> m_input;
+    /// Null without an X server.
+    std::unique_ptr<WindowWatcher> m_windows;
+    std::unique_ptr<EventSources> m_events;
 };
