@@ -38,7 +38,8 @@ std::vector<std::optional<FileStamp>> stampsOfFolders()
 {
     const QStringList folders = QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
     std::vector<std::optional<FileStamp>> stamps;
-    std::ranges::transform(folders, std::back_inserter(stamps), &FileStamp::of);
+    std::ranges::transform(
+        folders, std::back_inserter(stamps), [](const QString& folder) { return FileStamp::of(folder); });
     return stamps;
 }
 
