@@ -103,14 +103,21 @@ public:
 
     /// @}
 
+    /// Brings the tool tip of a hot key's button up to date when it is about to be shown: the helper, which reserves
+    /// the keys, may have been refused them in the meantime.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void showIdleTalkInterval();
     void showArrow();
     void setUpHotKeys();
     void showCombination(size_t index);
+    void showToolTip(size_t index);
     void restartHelper();
     /// Whether a check box or radio button is on; the mixed state of a check box counts as off.
     static bool isOn(const QAbstractButton* cell);
 
     std::array<QString, hotKeyCount> m_buttonNameFormats;
+    /// Of hot keys that nothing is known against.
+    std::array<QString, hotKeyCount> m_buttonToolTips;
 };

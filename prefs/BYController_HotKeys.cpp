@@ -7,8 +7,11 @@
 #include <platform/desktop/Text.h>
 #include <platform/keyboard/HotKeyGrabs.h>
 
+#include <QEvent>
 #include <QPushButton>
 #include <QVariant>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -24,11 +27,12 @@ void BYController::setUpHotKeys()
         mHotKey[i]->setName(name);
         if (QPushButton* const button = theHotButtons[i]) {
             m_buttonNameFormats[i] = button->accessibleName();
-            if (!canReserve) {
-                button->setToolTip(
-                    Text::tr("Record another key combination. It is stored, but does nothing in this session, where no "
-                             "program can reserve keys for itself."));
-            }
+            m_buttonToolTips[i] =
+                canReserve ? button->toolTip()
+                           : Text::tr("Record another key combination. It is stored, but does nothing in this session, "
+                                      "where no program can reserve keys for itself.");
+            button->installEventFilter(this);
+            showToolTip(i);
         }
         showCombination(i);
     }
@@ -41,6 +45,24 @@ void BYController::showCombination(size_t index)
         button->setText(textForTitle(combination));
         button->setAccessibleName(QString(m_buttonNameFormats[index]).replace(u"%@"_s, combination));
     }
+}
+
+void BYController::showToolTip(size_t index)
+{
+    const QStringList refused = Settings::refusedHotKeys.value().value_or(QStringList());
+    theHotButtons[index]->setToolTip(
+        refused.contains(theHotKeysNames[index])
+            ? Text::tr("Another program holds this key combination, so that it does nothing here. Record another one.")
+            : m_buttonToolTips[index]);
+}
+
+bool BYController::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto button = std::ranges::find(theHotButtons, watched);
+    if (event->type() == QEvent::ToolTip && button != theHotButtons.end()) {
+        showToolTip(size_t(button - theHotButtons.begin()));
+    }
+    return PTKeyComboPanelTarget::eventFilter(watched, event);
 }
 
 void BYController::hitSetAddHotKey(QPushButton* sender)

@@ -1107,5 +1107,9 @@ Das lässt sich nicht rückgängig machen.</translation>
         <source>Another program holds the keys. Choose others in the settings, under Options.</source>
         <translation>Ein anderes Programm belegt die Tasten. Wählen Sie in den Einstellungen unter „Optionen“ andere.</translation>
     </message>
+    <message>
+        <source>Another program holds this key combination, so that it does nothing here. Record another one.</source>
+        <translation>Ein anderes Programm belegt diese Tastenkombination, daher bewirkt sie hier nichts. Nehmen Sie eine andere auf.</translation>
+    </message>
 </context>
 </TS>

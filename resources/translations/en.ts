@@ -1107,5 +1107,9 @@ You will not be able to undo this operation.</translation>
         <source>Another program holds the keys. Choose others in the settings, under Options.</source>
         <translation>Another program holds the keys. Choose others in the settings, under Options.</translation>
     </message>
+    <message>
+        <source>Another program holds this key combination, so that it does nothing here. Record another one.</source>
+        <translation>Another program holds this key combination, so that it does nothing here. Record another one.</translation>
+    </message>
 </context>
 </TS>
