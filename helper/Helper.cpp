@@ -42,7 +42,7 @@ void Helper::connectContract()
     });
     connect(&m_contract, &HelperContract::changed, &m_document, &HelperDocument::reload);
     connect(&m_contract, &HelperContract::changed, &m_talk, &Talk::readSettings);
-    connect(&m_contract, &HelperContract::typingHeld, &m_commands, &UserCommands::setTypingHeld);
+    connect(&m_contract, &HelperContract::typingHeld, &m_commands, &UserCommands::setHeldByPane);
     connect(&m_contract, &HelperContract::eventRequested, this, [this](int code) { m_sounds.playEvent(code); });
     connect(&m_contract, &HelperContract::suitcaseRequested, this,
         [this](const QString& path) { m_sounds.playSuitcase(path); });
@@ -58,6 +58,7 @@ void Helper::connectCommands()
     });
     connect(&m_commands, &UserCommands::phraseChosen, this, &Helper::playPhrase);
     connect(&m_commands, &UserCommands::paused, &m_talk, &Talk::setPaused);
+    connect(&m_commands, &UserCommands::paused, this, [this](bool isPaused) { m_sounds.setPaused(isPaused); });
     connect(&m_commands, &UserCommands::quitRequested, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 

@@ -38,20 +38,24 @@ void HelperSounds::prepare()
 
 void HelperSounds::playPhrase(const QString& path)
 {
-    m_player.playPhrase(path, m_document.volume());
+    if (!m_isPaused) {
+        m_player.playPhrase(path, m_document.volume());
+    }
 }
 
 void HelperSounds::playEvent(int code)
 {
     const SoundEvent event = SoundEvent::withCode(code, m_document.events());
-    if (event && event.hasSound() && m_limiter.admit(code, std::chrono::steady_clock::now())) {
+    if (!m_isPaused && event && event.hasSound() && m_limiter.admit(code, std::chrono::steady_clock::now())) {
         m_player.playEvent(code, m_document.events(), m_document.volume() * volumeOf(event));
     }
 }
 
 void HelperSounds::playSuitcase(const QString& path)
 {
-    m_player.playSuitcase(path, m_document.volume());
+    if (!m_isPaused) {
+        m_player.playSuitcase(path, m_document.volume());
+    }
 }
 
 float HelperSounds::volumeFrom(const PropertyList::Value& stored)

@@ -21,6 +21,9 @@ public:
     /// Connects to the sound server ahead of the first sound.
     static void prepare();
 
+    /// While it is paused nothing is played; what plays already plays to its end.
+    void setPaused(bool paused) { m_isPaused = paused; }
+
     /// Plays the file, the suitcase or the folder at @p path.
     void playPhrase(const QString& path);
     /// Plays the sound of the event with this code, unless too many of them have been played just now (see
@@ -36,4 +39,5 @@ private:
     const HelperDocument& m_document;
     SoundPlayer m_player;
     EventLimiter m_limiter;
+    bool m_isPaused = false;
 };

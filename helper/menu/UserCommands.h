@@ -29,8 +29,8 @@ public:
     /// The settings have changed, or the document, whose phrases are @p phrases now (may be null).
     void refresh(const PropertyList::ArrayPointer& phrases);
 
-    /// The pane has the user type into it: hot keys are typed there, too.
-    void setTypingHeld(bool held) { m_hotKeys.setHeld(held); }
+    /// The pane has the user type into it, where hot keys are typed, too; or no longer.
+    void setHeldByPane(bool isHeld);
 
     /// The phrase that "Edit Clippings" is to show: the one that was heard last.
     void setLastPhrase(const QString& phrase) { m_lastPhrase = phrase; }
@@ -41,8 +41,9 @@ public:
 Q_SIGNALS:
     /// The helper is to be silent and to do nothing, or to go on.
     void paused(bool isPaused);
-    /// The user types something that is to set nothing off.
-    void asking(bool isAsking);
+    /// What is typed is to set nothing off, since it is typed into the pane or a dialog of the helper, or the helper is
+    /// paused; or it is again.
+    void typingHeld(bool isHeld);
     /// Chosen in the menu: to be inserted, and heard.
     void phraseChosen(const PropertyList::DictionaryPointer& entry);
     /// The document on the disk has another phrase.
@@ -51,6 +52,7 @@ Q_SIGNALS:
 
 private:
     void setPaused(bool isPaused);
+    void tellTypingHeld();
     void showRefusedHotKeys();
 
     HelperMenu m_menu;
@@ -60,4 +62,7 @@ private:
     DesktopNotification m_notification;
     QString m_lastPhrase;
     bool m_isPaused = false;
+    bool m_isAsking = false;
+    bool m_isHeldByPane = false;
+    bool m_isTypingHeld = false;
 };
