@@ -107,7 +107,15 @@ void DeviceInput::addDevice(const QString& name, int descriptor)
 {
     auto* const device = new DeviceStream(descriptor, this);
     m_devices.insert(name, device);
-    connect(device, &DeviceStream::keyChanged, this, &DeviceInput::takeKey);
+    connect(device, &DeviceStream::keyChanged, this,
+        [this, device](quint16 code, DeviceStream::KeyChange change, InputTime time) {
+            if (isButton(code)) {
+                takeButton(*device, code, change, time);
+            } else {
+                takeKey(code, change, time);
+            }
+        });
+    connect(device, &DeviceStream::moved, this, [this, device] { takeMotion(*device); });
     connect(device, &DeviceStream::wheelTurned, this, &DeviceInput::wheelTurned);
     connect(device, &DeviceStream::eventsLost, this, &DeviceInput::interrupted);
     connect(device, &DeviceStream::ended, this, [this, name, device] {
@@ -121,12 +129,6 @@ void DeviceInput::takeKey(quint16 code, DeviceStream::KeyChange change, InputTim
 {
     using Change = DeviceStream::KeyChange;
     const bool isPress = change == Change::Press || change == Change::Repeat;
-    if (isButton(code)) {
-        if (change == Change::Press) {
-            takeButton(code, time);
-        }
-        return;
-    }
     takeLayout();
     if (!m_interpreter || !isKey(code)) {
         return;
@@ -137,17 +139,44 @@ void DeviceInput::takeKey(quint16 code, DeviceStream::KeyChange change, InputTim
     }
     if (change != Change::Repeat) {
         m_interpreter->follow(keycode, change != Change::Release);
+        followCapsLock(m_interpreter->isCapsLocked());
     }
 }
 
-void DeviceInput::takeButton(quint16 code, InputTime time)
+void DeviceInput::takeButton(DeviceStream& device, quint16 code, DeviceStream::KeyChange change, InputTime time)
 {
     using Button = ButtonPress::Button;
+    const bool isPress = change == DeviceStream::KeyChange::Press;
+    if (code == BTN_LEFT) {
+        isPress ? m_drag.press() : m_drag.release();
+        device.watchMotion(m_drag.isWatching());
+    }
+    if (!isPress) {
+        return;
+    }
     const Button button = code == BTN_LEFT     ? Button::Left
                           : code == BTN_RIGHT  ? Button::Right
                           : code == BTN_MIDDLE ? Button::Middle
                                                : Button::Other;
     Q_EMIT buttonPressed({button, time});
+}
+
+void DeviceInput::takeMotion(DeviceStream& device)
+{
+    if (m_drag.move()) {
+        Q_EMIT pointerDragged();
+    }
+    if (!m_drag.isWatching()) {
+        device.watchMotion(false);
+    }
+}
+
+void DeviceInput::forget()
+{
+    // The streams keep nothing.
+    if (m_interpreter) {
+        m_interpreter->abandonComposition();
+    }
 }
 
 /// Begins anew with the session's layout when it has changed, with the keys that are held and the locks that are lit.
@@ -172,6 +201,7 @@ void DeviceInput::takeLayout()
     }
     lock(LED_CAPSL, KEY_CAPSLOCK);
     lock(LED_NUML, KEY_NUMLOCK);
+    followCapsLock(m_interpreter->isCapsLocked());
 }
 
 /// Sets the lock whose light is lit on one of the devices.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DeviceStream.h"
+#include "DragDetector.h"
 #include "InputWatcher.h"
 
 #include <platform/keyboard/KeyboardLayout.h>
@@ -39,6 +40,8 @@ public:
     /// @p name tells it from others.
     void addDevice(const QString& name, int descriptor);
 
+    void forget() override;
+
 private:
     struct Unref
     {
@@ -49,7 +52,8 @@ private:
     bool openDevices(udev* context);
     bool openDevice(udev_device* device);
     void takeKey(quint16 code, DeviceStream::KeyChange change, InputTime time);
-    void takeButton(quint16 code, InputTime time);
+    void takeButton(DeviceStream& device, quint16 code, DeviceStream::KeyChange change, InputTime time);
+    void takeMotion(DeviceStream& device);
     void takeLayout();
     void lock(int light, quint16 code);
 
@@ -59,4 +63,5 @@ private:
     KeyboardLayout::Pointer m_layout;
     /// Nothing while the session has no layout.
     std::optional<KeyInterpreter> m_interpreter;
+    DragDetector m_drag;
 };

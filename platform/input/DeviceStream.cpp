@@ -32,20 +32,33 @@ void showOnly(int descriptor, quint32 type, const std::array<unsigned char, size
     ioctl(descriptor, EVIOCSMASK, &mask);
 }
 
-/// Asks for nothing but keys, buttons and wheels, so that a pointer that moves does not wake this process. What is no
-/// device refuses, which does no harm.
-void hideMotion(int descriptor)
+/// Asks for nothing but keys, buttons and wheels, so that a pointer that moves does not wake this process; for motion
+/// along its axes, too, when it is wanted. What is no device refuses, which does no harm.
+void selectEvents(int descriptor, bool withMotion)
 {
     Bitmap<EV_CNT> types{};
+    Bitmap<REL_CNT> relativeAxes{};
+    Bitmap<ABS_CNT> absoluteAxes{};
     setBit(types, EV_KEY);
     setBit(types, EV_REL);
+    setBit(relativeAxes, REL_WHEEL);
+    setBit(relativeAxes, REL_HWHEEL);
+    if (withMotion) {
+        setBit(types, EV_ABS);
+        setBit(relativeAxes, REL_X);
+        setBit(relativeAxes, REL_Y);
+        setBit(absoluteAxes, ABS_X);
+        setBit(absoluteAxes, ABS_Y);
+    }
     showOnly(descriptor, EV_SYN, types);
-    Bitmap<REL_CNT> axes{};
-    setBit(axes, REL_WHEEL);
-    setBit(axes, REL_HWHEEL);
-    showOnly(descriptor, EV_REL, axes);
-    int clock = CLOCK_MONOTONIC;
-    ioctl(descriptor, EVIOCSCLOCKID, &clock);
+    showOnly(descriptor, EV_REL, relativeAxes);
+    showOnly(descriptor, EV_ABS, absoluteAxes);
+}
+
+bool isMotion(const input_event& event)
+{
+    return (event.type == EV_REL && (event.code == REL_X || event.code == REL_Y)) ||
+           (event.type == EV_ABS && (event.code == ABS_X || event.code == ABS_Y));
 }
 
 InputTime timeOf(const input_event& event)
@@ -60,7 +73,9 @@ DeviceStream::DeviceStream(int descriptor, QObject* parent)
     , m_descriptor(descriptor)
     , m_notifier(descriptor, QSocketNotifier::Read)
 {
-    hideMotion(m_descriptor);
+    selectEvents(m_descriptor, false);
+    int clock = CLOCK_MONOTONIC;
+    ioctl(m_descriptor, EVIOCSCLOCKID, &clock);
     connect(&m_notifier, &QSocketNotifier::activated, this, &DeviceStream::read);
 }
 
@@ -73,6 +88,12 @@ DeviceStream::~DeviceStream()
 void DeviceStream::findHeldKeys()
 {
     holdExactly(keysOfDevice());
+}
+
+void DeviceStream::watchMotion(bool isWatched)
+{
+    m_watchesMotion = isWatched;
+    selectEvents(m_descriptor, isWatched);
 }
 
 bool DeviceStream::isLit(int light) const
@@ -120,6 +141,10 @@ void DeviceStream::takeEvent(const input_event& event)
         }
     } else if (event.type == EV_KEY) {
         takeKey(event.code, event.value, timeOf(event));
+    } else if (isMotion(event)) {
+        if (m_watchesMotion) {
+            Q_EMIT moved();
+        }
     } else if (event.type == EV_REL && event.value != 0) {
         using Direction = WheelTurn::Direction;
         if (event.code == REL_WHEEL) {

@@ -40,12 +40,17 @@ public:
     /// The keys that are down.
     const Keys& heldKeys() const { return m_held; }
 
+    /// Whether moved() is told. At first it is not, and the kernel keeps motion to itself.
+    void watchMotion(bool isWatched);
+
     /// Whether the light with this number (LED_CAPSL and so on) is lit.
     bool isLit(int light) const;
 
 Q_SIGNALS:
     void keyChanged(quint16 code, KeyChange change, InputTime time);
     void wheelTurned(const WheelTurn& turn);
+    /// A pointer reports that it moves along one of its axes.
+    void moved();
     /// The kernel has thrown events away, since they were not read in time.
     void eventsLost();
     /// The device is gone, or the stream has ended. All keys have been released before.
@@ -66,5 +71,6 @@ private:
     size_t m_filled = 0;
     /// Up to the next report everything is to be passed over.
     bool m_isLossy = false;
+    bool m_watchesMotion = false;
     Keys m_held;
 };

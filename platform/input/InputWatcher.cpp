@@ -18,7 +18,7 @@ std::unique_ptr<InputWatcher> readableDevices()
 
 } // namespace
 
-std::unique_ptr<InputWatcher> InputWatcher::ofSession()
+std::unique_ptr<InputWatcher> InputWatcher::ofSession(Obstacle* obstacle)
 {
     std::unique_ptr<InputWatcher> watcher;
     // An X server beside a Wayland compositor hears only what is typed into its own windows.
@@ -28,9 +28,22 @@ std::unique_ptr<InputWatcher> InputWatcher::ofSession()
     if (!watcher) {
         watcher = readableDevices();
     }
+    if (obstacle) {
+        const bool hasDisplay = qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("DISPLAY");
+        *obstacle = watcher ? Obstacle::None : hasDisplay ? Obstacle::NoReadableDevice : Obstacle::NoDisplay;
+    }
     if (!watcher) {
         qCWarning(log).noquote() << "Typing cannot be watched in this session: it has no X server of its own, and its "
                                     "user may not read the input devices";
     }
     return watcher;
+}
+
+void InputWatcher::followCapsLock(bool isOn)
+{
+    const bool isNews = m_isCapsLocked.has_value() && *m_isCapsLocked != isOn;
+    m_isCapsLocked = isOn;
+    if (isNews) {
+        Q_EMIT capsLockChanged(isOn);
+    }
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DragDetector.h"
 #include "InputWatcher.h"
 
 #include <platform/keyboard/ServerKeyboard.h>
+#include <platform/keyboard/XcbHandles.h>
 
 #include <QDeadlineTimer>
 
@@ -29,15 +31,10 @@ public:
     ~ServerInput() override;
 
     void passOver(quint8 keycode) override;
+    /// The library's buffer of what has come holds the last dozens of events until others take their place.
+    void forget() override;
 
 private:
-    struct Disconnect
-    {
-        void operator()(xcb_connection_t* connection) const;
-    };
-
-    using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
-
     /// The key that the server repeats.
     struct HeldKey
     {
@@ -54,18 +51,20 @@ private:
         QDeadlineTimer until;
     };
 
-    ServerInput(Connection connection, quint8 inputExtension, ServerKeyboard keyboard);
-    static std::optional<quint8> selectRawEvents(xcb_connection_t* connection);
+    ServerInput(Xcb::Connection connection, quint8 inputExtension, ServerKeyboard keyboard);
+    static std::optional<quint8> inputExtension(xcb_connection_t* connection);
+    static void selectRawEvents(xcb_connection_t* connection, bool withMotion);
     void readEvents();
     void takeEvent(const xcb_generic_event_t& event);
     void takeRawEvent(const xcb_input_raw_key_press_event_t& event, quint16 type);
     bool isOwnPress(quint8 keycode);
     void takeKeyPress(quint8 keycode, InputTime time);
     void takeButtonPress(quint32 button, InputTime time);
+    void watchMotion();
     void tellRepetitions(InputTime now);
     void readLayout();
 
-    Connection m_connection;
+    Xcb::Connection m_connection;
     quint8 m_inputExtension;
     ServerKeyboard m_keyboard;
     KeyRepetition m_repetition;
@@ -74,4 +73,7 @@ private:
     std::optional<HeldKey> m_held;
     /// In the order in which they were sent, which is that of their events.
     std::deque<OwnPress> m_ownPresses;
+    DragDetector m_drag;
+    /// Selected only while it may be a drag: a pointer that moves otherwise does not wake this process.
+    bool m_hearsMotion = false;
 };

@@ -152,6 +152,11 @@ KeyMeaning KeyInterpreter::press(quint32 xkbKeycode)
     return meaning;
 }
 
+bool KeyInterpreter::isCapsLocked() const
+{
+    return xkb_state_mod_name_is_active(m_state.get(), XKB_MOD_NAME_CAPS, XKB_STATE_MODS_LOCKED) > 0;
+}
+
 void KeyInterpreter::abandonComposition()
 {
     if (m_composition) {

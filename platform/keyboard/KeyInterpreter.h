@@ -81,6 +81,7 @@ public:
 
     /// The meaning of the next press. A press that the keyboard repeats is one, too.
     KeyMeaning press(quint32 xkbKeycode);
+    bool isCapsLocked() const;
     /// Leaves a composition that has begun.
     void abandonComposition();
 

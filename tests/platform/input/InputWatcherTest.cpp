@@ -36,6 +36,9 @@ public:
             [this](const ButtonPress& press) { heard += u"[button %1]"_s.arg(int(press.button)); });
         QObject::connect(&watcher, &InputWatcher::wheelTurned, &watcher,
             [this](const WheelTurn& turn) { heard += u"[wheel %1]"_s.arg(int(turn.direction)); });
+        QObject::connect(&watcher, &InputWatcher::pointerDragged, &watcher, [this] { heard += u"[drag]"_s; });
+        QObject::connect(&watcher, &InputWatcher::capsLockChanged, &watcher,
+            [this](bool isOn) { heard += isOn ? u"[caps]"_s : u"[no caps]"_s; });
         QObject::connect(&watcher, &InputWatcher::interrupted, &watcher, [this] { heard += u'!'; });
     }
 
@@ -168,11 +171,20 @@ private Q_SLOTS:
 
     void serverIsAskedOnlyWhereItHearsAll()
     {
-        QVERIFY(qobject_cast<ServerInput*>(InputWatcher::ofSession().get()));
+        using Obstacle = InputWatcher::Obstacle;
+        auto obstacle = Obstacle::NoDisplay;
+        QVERIFY(qobject_cast<ServerInput*>(InputWatcher::ofSession(&obstacle).get()));
+        QCOMPARE(obstacle, Obstacle::None);
         qputenv("WAYLAND_DISPLAY", "wayland-0");
-        const auto watcher = InputWatcher::ofSession();
+        const auto watcher = InputWatcher::ofSession(&obstacle);
         qunsetenv("WAYLAND_DISPLAY");
         QVERIFY(!qobject_cast<ServerInput*>(watcher.get()));
+        QCOMPARE(obstacle, watcher ? Obstacle::None : Obstacle::NoReadableDevice);
+        const QByteArray display = qgetenv("DISPLAY");
+        qunsetenv("DISPLAY");
+        const auto withoutDisplay = InputWatcher::ofSession(&obstacle);
+        qputenv("DISPLAY", display);
+        QCOMPARE(obstacle, withoutDisplay ? Obstacle::None : Obstacle::NoDisplay);
     }
 
     void whatIsTypedOnTheServerIsHeard_data()
@@ -181,7 +193,7 @@ private Q_SLOTS:
         row("text", u"us"_s, u"key b r b space shift+b exclam"_s, u"brb B!"_s);
         row("layout", u"de"_s, u"key 29 34 shift+17"_s, u"zü("_s);
         row("group that is switched for one key", u"us,de"_s, u"key y udiaeresis y"_s, u"yüy"_s);
-        row("Caps Lock", u"us"_s, u"key a Caps_Lock a Caps_Lock a"_s, u"aAa"_s);
+        row("Caps Lock", u"us"_s, u"key a Caps_Lock a Caps_Lock a"_s, u"a[caps]A[no caps]a"_s);
         row("level of the layout", u"de"_s, u"key ISO_Level3_Shift+24"_s, u"@"_s);
         row("dead key", u"us intl"_s, u"key 48 26"_s, u"é"_s);
         row("dead key that does not fit", u"us intl"_s, u"key 48 24 24"_s, u"q"_s);
@@ -203,6 +215,17 @@ private Q_SLOTS:
         run(u"setxkbmap"_s, layout);
         run(u"xdotool"_s, arguments);
         QTRY_COMPARE(recorder.heard, heard);
+    }
+
+    void dragIsToldOnce()
+    {
+        const auto watcher = ServerInput::create();
+        const Recorder recorder(*watcher);
+        const QString motion = u"mousemove_relative 5 5 "_s.repeated(9);
+        run(u"xdotool"_s, motion + u"mousedown 1"_s);
+        QTRY_COMPARE(recorder.heard, u"[button 0]"_s);
+        run(u"xdotool"_s, motion + u"mouseup 1 "_s + motion + u"key b"_s);
+        QTRY_COMPARE(recorder.heard, u"[button 0][drag]b"_s);
     }
 
     void grabsOfOtherProgramsHideNothing()
@@ -268,6 +291,12 @@ private Q_SLOTS:
             stroke(BTN_LEFT) + stroke(BTN_RIGHT) + stroke(BTN_SIDE) + record(EV_REL, REL_WHEEL, -2) +
                 record(EV_REL, REL_HWHEEL, 1),
             24, u"[button 0][button 2][button 3][wheel 1][wheel 3]"_s);
+        row("drag", down(BTN_LEFT) + record(EV_REL, REL_X, 1).repeated(6) + up(BTN_LEFT), 24, u"[button 0][drag]"_s);
+        row("click of a hand that moves",
+            down(BTN_LEFT) + record(EV_ABS, ABS_Y, 1).repeated(3) + up(BTN_LEFT) + record(EV_REL, REL_Y, 1).repeated(9),
+            24, u"[button 0]"_s);
+        row("Caps Lock", stroke(KEY_CAPSLOCK) + stroke(KEY_A) + stroke(KEY_CAPSLOCK) + stroke(KEY_A), 24,
+            u"[caps]A[no caps]a"_s);
         row("records of no use",
             record(EV_KEY, KEY_CNT, 1) + record(EV_KEY, KEY_A, 7) + record(EV_KEY, KEY_A, -1) + stroke(BTN_TOUCH) +
                 record(EV_ABS, ABS_X, 1) + record(EV_REL, REL_X, 1) + record(0xFFFF, 0xFFFF, -1) + stroke(KEY_Z),
