@@ -38,6 +38,17 @@ ArrayPointer dictionariesOf(const ArrayPointer& list)
 
 } // namespace
 
+Result<DictionaryPointer> SoundsDocument::readRoot(const QString& path)
+{
+    return PropertyList::readFile(path, maximumSize);
+}
+
+ArrayPointer SoundsDocument::phrasesOf(const DictionaryPointer& root)
+{
+    const bool hasClippings = root->contains(DocumentKey::clippings);
+    return root->value(hasClippings ? DocumentKey::clippings : DocumentKey::snippets).array();
+}
+
 SoundsDocument& SoundsDocument::shared()
 {
     static SoundsDocument document;
@@ -61,14 +72,13 @@ void SoundsDocument::read()
     // A change from here on is noticed: it makes another stamp than this one.
     m_safePath = m_path;
     m_safeStamp = FileStamp::of(m_path);
-    const Result<DictionaryPointer> root = PropertyList::readFile(m_path, maximumSize);
+    const Result<DictionaryPointer> root = readRoot(m_path);
     reportReading(root.error());
     m_root = root ? *root : DictionaryPointer();
     m_phrases = {};
     m_events = {};
     if (m_root) {
-        const bool hasClippings = m_root->contains(DocumentKey::clippings);
-        m_phrases = m_root->value(hasClippings ? DocumentKey::clippings : DocumentKey::snippets).array();
+        m_phrases = phrasesOf(m_root);
         m_events = m_root->value(DocumentKey::sounds).array();
     }
 }

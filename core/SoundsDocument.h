@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/bytes/Result.h>
 #include <platform/plist/PropertyList.h>
 #include <platform/storage/FileStamp.h>
 
@@ -13,6 +14,11 @@
 class SoundsDocument final
 {
 public:
+    /// The root of the document at @p path, or why it cannot be read. May be called on any thread.
+    static Result<PropertyList::DictionaryPointer> readRoot(const QString& path);
+    /// The phrases of a document; null where it has none.
+    static PropertyList::ArrayPointer phrasesOf(const PropertyList::DictionaryPointer& root);
+
     /// The one document that all editors of the process share.
     static SoundsDocument& shared();
 

@@ -69,7 +69,7 @@ PhraseIndex::PhraseIndex(const PropertyList::ArrayPointer& phrases)
     m_nodes.shrink_to_fit();
 }
 
-DictionaryPointer PhraseIndex::longestAtEndOf(QStringView text, QStringView application) const
+PhraseIndex::Match PhraseIndex::longestAtEndOf(QStringView text, QStringView application) const
 {
     while (!text.isEmpty()) {
         const Node sought = nodeOf(text, 0);
@@ -82,8 +82,8 @@ DictionaryPointer PhraseIndex::longestAtEndOf(QStringView text, QStringView appl
         const QStringView found = textOf(*std::prev(after));
         const qsizetype common = commonEnd(found, text);
         if (common > 0 && common == found.size()) {
-            if (const DictionaryPointer entry = countingEntry(after, found, application)) {
-                return entry;
+            if (DictionaryPointer entry = countingEntry(after, found, application)) {
+                return {std::move(entry), common};
             }
         }
         // It gets shorter each time, also where the document has changed and is not in order any more.

@@ -31,12 +31,21 @@ public:
     /// The length of the longest phrase in UTF-16 units.
     qsizetype longest() const { return m_longest; }
 
-    /// The entry of the longest phrase that @p text ends with, of those that count in @p application (the path that is
+    /// A phrase that a text ends with.
+    struct Match
+    {
+        /// Null when there is none.
+        PropertyList::DictionaryPointer entry;
+        /// The end of the text that it is, in UTF-16 units.
+        qsizetype length = 0;
+    };
+
+    /// The longest phrase that @p text ends with, of those that count in @p application (the path that is
     /// stored in "App"; empty for an application without one): those limited to it, and those limited to none. Of equal
     /// phrases one limited to the application goes first, then the document's order decides. Letters must agree in
-    /// case. A phrase stored with separate accents is also found in its composed form, as keyboards type it. Null when
-    /// there is none. Allocates nothing.
-    PropertyList::DictionaryPointer longestAtEndOf(QStringView text, QStringView application) const;
+    /// case. A phrase stored with separate accents is also found in its composed form, as keyboards type it.
+    /// Allocates nothing.
+    Match longestAtEndOf(QStringView text, QStringView application) const;
 
     /// What the index takes over the document, in bytes.
     size_t memory() const;

@@ -1,12 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include "PhraseMatcher.h"
 
-using PropertyList::DictionaryPointer;
+#include <algorithm>
+#include <utility>
 
-void PhraseMatcher::setPhrases(const PropertyList::ArrayPointer& phrases)
+namespace {
+
+/// How many BackSpaces take @p text back.
+qsizetype charactersOf(QStringView text)
 {
-    m_index = PhraseIndex(phrases);
-    m_typed.setCapacity(m_index.longest());
+    return std::ranges::count_if(text, [](QChar unit) { return !unit.isLowSurrogate(); });
+}
+
+} // namespace
+
+void PhraseMatcher::setPhrases(std::shared_ptr<const PhraseIndex> phrases)
+{
+    if (phrases == m_phrases) {
+        return;
+    }
+    m_phrases = std::move(phrases);
+    m_typed.setCapacity(m_phrases ? m_phrases->longest() : 0);
 }
 
 void PhraseMatcher::setTriggers(const CharacterBitmap& triggers, bool atOnce)
@@ -21,7 +35,7 @@ void PhraseMatcher::enterApplication(const QString& path)
     forget();
 }
 
-DictionaryPointer PhraseMatcher::press(const KeyPress& press)
+std::optional<CompletedPhrase> PhraseMatcher::press(const KeyPress& press)
 {
     using Key = KeyMeaning::Key;
     // Signed, since the clocks of two devices may disagree a little.
@@ -45,28 +59,31 @@ DictionaryPointer PhraseMatcher::press(const KeyPress& press)
         return type(press.meaning.text.view());
     default:
         // Escape may be a trigger.
-        DictionaryPointer entry = type(press.meaning.text.view());
+        std::optional<CompletedPhrase> phrase = type(press.meaning.text.view());
         forget();
-        return entry;
+        return phrase;
     }
 }
 
-DictionaryPointer PhraseMatcher::type(QStringView text)
+std::optional<CompletedPhrase> PhraseMatcher::type(QStringView text)
 {
-    const bool isTrigger = text.size() == 1 && m_triggers.contains(text.front());
-    DictionaryPointer entry = isTrigger && !m_isAtOnce ? complete() : DictionaryPointer();
-    if (!entry) {
+    const bool isTrigger = !m_isAtOnce && text.size() == 1 && m_triggers.contains(text.front());
+    std::optional<CompletedPhrase> phrase = isTrigger ? complete(text) : std::nullopt;
+    if (!phrase) {
         // A trigger may also be a part of a longer phrase.
         m_typed.append(text);
     }
-    return m_isAtOnce ? complete() : entry;
+    return m_isAtOnce ? complete({}) : phrase;
 }
 
-DictionaryPointer PhraseMatcher::complete()
+std::optional<CompletedPhrase> PhraseMatcher::complete(QStringView trigger)
 {
-    DictionaryPointer entry = m_index.longestAtEndOf(m_typed.text(), m_application);
-    if (entry) {
-        forget();
+    PhraseIndex::Match match =
+        m_phrases ? m_phrases->longestAtEndOf(m_typed.text(), m_application) : PhraseIndex::Match();
+    if (!match.entry) {
+        return {};
     }
-    return entry;
+    const qsizetype characters = charactersOf(m_typed.text().last(match.length));
+    forget();
+    return CompletedPhrase{std::move(match.entry), characters, trigger.toString()};
 }

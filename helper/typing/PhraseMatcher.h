@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "CompletedPhrase.h"
 #include "PhraseIndex.h"
 #include "TypingBuffer.h"
 
@@ -10,6 +11,8 @@
 #include <QString>
 
 #include <chrono>
+#include <memory>
+#include <optional>
 
 /// Hears the keys one after the other and says when a phrase is complete: when a trigger character comes after it or,
 /// without triggers, with its last character. The longest phrase that has been typed counts. Values only: no clock, no
@@ -23,25 +26,26 @@ public:
     /// After a pause of this length nothing typed before counts.
     static constexpr std::chrono::seconds longestPause{30};
 
-    /// The list of a document. To be told again when it changes. Forgets.
-    void setPhrases(const PropertyList::ArrayPointer& phrases);
+    /// The phrases of the document that counts from now on; null for none. Forgets if they are
+    /// others than before.
+    void setPhrases(std::shared_ptr<const PhraseIndex> phrases);
     /// The characters that complete a phrase. With @p atOnce there are none.
     void setTriggers(const CharacterBitmap& triggers, bool atOnce);
     /// The application that has the keyboard now, by the path that phrases are limited to; empty when it has none.
     /// Forgets.
     void enterApplication(const QString& path);
 
-    /// The entry of the phrase that this press completes; null when it completes none. Allocates nothing.
-    PropertyList::DictionaryPointer press(const KeyPress& press);
+    /// The phrase that this press completes. Allocates nothing, but for the trigger of a completed phrase.
+    std::optional<CompletedPhrase> press(const KeyPress& press);
 
     /// What has been typed so far belongs to no phrase: a click, another window, missed keys, a pause.
     void forget() { m_typed.clear(); }
 
 private:
-    PropertyList::DictionaryPointer type(QStringView text);
-    PropertyList::DictionaryPointer complete();
+    std::optional<CompletedPhrase> type(QStringView text);
+    std::optional<CompletedPhrase> complete(QStringView trigger);
 
-    PhraseIndex m_index;
+    std::shared_ptr<const PhraseIndex> m_phrases;
     TypingBuffer m_typed;
     CharacterBitmap m_triggers;
     bool m_isAtOnce = false;

@@ -117,7 +117,7 @@ int main()
 
     // Without triggers every key is looked up, which is the most that there is to do.
     PhraseMatcher matcher;
-    matcher.setPhrases(list);
+    matcher.setPhrases(std::make_shared<const PhraseIndex>(list));
     matcher.setTriggers({}, true);
     TypingBuffer typed(index.longest());
     std::vector<double> ours;

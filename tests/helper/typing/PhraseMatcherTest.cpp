@@ -28,6 +28,11 @@ PropertyList::ArrayPointer phraseList(const QStringList& texts)
     return phrases;
 }
 
+std::shared_ptr<const PhraseIndex> indexOf(const QStringList& texts)
+{
+    return std::make_shared<const PhraseIndex>(phraseList(texts));
+}
+
 KeyPress keyPress(Key key, const QString& text, InputTime time)
 {
     KeyPress press;
@@ -83,8 +88,8 @@ QStringList soundsOf(PhraseMatcher& matcher, const QString& script)
         default:
             break;
         }
-        if (const auto entry = matcher.press(press)) {
-            sounds << entry->value(PhraseKey::soundFilepath).string();
+        if (const auto phrase = matcher.press(press)) {
+            sounds << phrase->entry->value(PhraseKey::soundFilepath).string();
         }
     }
     return sounds;
@@ -138,7 +143,7 @@ private Q_SLOTS:
         CharacterBitmap triggers;
         triggers.add(u" \t\r"_s);
         matcher.setTriggers(triggers, false);
-        matcher.setPhrases(phraseList(phrases));
+        matcher.setPhrases(indexOf(phrases));
         QCOMPARE(soundsOf(matcher, typed), sounds);
     }
 
@@ -148,7 +153,7 @@ private Q_SLOTS:
         CharacterBitmap triggers;
         triggers.add(u"\x1B"_s);
         matcher.setTriggers(triggers, false);
-        matcher.setPhrases(phraseList({u"brb"_s}));
+        matcher.setPhrases(indexOf({u"brb"_s}));
         QCOMPARE(soundsOf(matcher, u"brb brb⎋⎋"_s), QStringList{u"brb"_s});
     }
 
@@ -156,8 +161,36 @@ private Q_SLOTS:
     {
         PhraseMatcher matcher;
         matcher.setTriggers({}, true);
-        matcher.setPhrases(phraseList({u"brb"_s, u"rb"_s, u"😀"_s}));
+        matcher.setPhrases(indexOf({u"brb"_s, u"rb"_s, u"😀"_s}));
         QCOMPARE(soundsOf(matcher, u"brbb r\bb😀"_s), QStringList({u"brb"_s, u"😀"_s}));
+    }
+
+    void completedPhraseTellsWhatToTakeBack_data()
+    {
+        const DataTable<QString, QString, bool, int> row("phrase", "typed", "atOnce", "characters");
+        row("letters", u"brb"_s, u"brb "_s, false, 3);
+        row("pair", u"😀b"_s, u"😀b "_s, false, 2);
+        row("accents typed apart", u"e\u0301"_s, u"e\u0301 "_s, false, 2);
+        row("accents typed in one", u"e\u0301"_s, u"é "_s, false, 1);
+        row("without a trigger", u"brb"_s, u"brb"_s, true, 3);
+    }
+
+    void completedPhraseTellsWhatToTakeBack()
+    {
+        const auto [phrase, typed, atOnce, characters] = currentRow<QString, QString, bool, int>();
+        PhraseMatcher matcher;
+        CharacterBitmap triggers;
+        triggers.add(u" "_s);
+        matcher.setTriggers(triggers, atOnce);
+        matcher.setPhrases(indexOf({phrase}));
+        std::optional<CompletedPhrase> completed;
+        for (const char32_t sign : typed.toStdU32String()) {
+            QVERIFY(!completed);
+            completed = matcher.press(keyPress(Key::Character, QString::fromUcs4(&sign, 1), 0));
+        }
+        QVERIFY(completed);
+        QCOMPARE(completed->characters, characters);
+        QCOMPARE(completed->trigger, atOnce ? QString() : u" "_s);
     }
 
     void phraseOfAnApplicationCountsOnlyThere_data()
@@ -175,7 +208,7 @@ private Q_SLOTS:
         CharacterBitmap triggers;
         triggers.add(u" "_s);
         matcher.setTriggers(triggers, false);
-        matcher.setPhrases(phraseList(phrases));
+        matcher.setPhrases(indexOf(phrases));
         QCOMPARE(soundsOf(matcher, typed), sounds);
     }
 
@@ -191,9 +224,9 @@ private Q_SLOTS:
             const QString typed = u"-x"_s + text;
             const auto longest = std::ranges::max_element(
                 texts, {}, [&typed](const QString& phrase) { return typed.endsWith(phrase) ? phrase.size() : 0; });
-            const auto entry = index.longestAtEndOf(typed, {});
-            QVERIFY(entry);
-            QCOMPARE(entry->value(PhraseKey::phrase).string(), *longest);
+            const auto match = index.longestAtEndOf(typed, {});
+            QVERIFY(match.entry);
+            QCOMPARE(match.entry->value(PhraseKey::phrase).string(), *longest);
         }
     }
 
@@ -205,9 +238,9 @@ private Q_SLOTS:
         const PhraseIndex index(phrases);
         QCOMPARE(index.longest(), 3);
         phrases->at(1).dictionary()->insert(PhraseKey::phrase, u"six"_s);
-        QVERIFY(!index.longestAtEndOf(u"two", {}));
+        QVERIFY(!index.longestAtEndOf(u"two", {}).entry);
         phrases->clear();
-        QVERIFY(!index.longestAtEndOf(u"one", {}));
+        QVERIFY(!index.longestAtEndOf(u"one", {}).entry);
     }
 
     void whatIsDroppedIsOverwritten()

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "CompletedPhrase.h"
+#include "PhraseDocuments.h"
+#include "PhraseMatcher.h"
+
+#include <QDeadlineTimer>
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QTimer>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+class InputWatcher;
+class WindowWatcher;
+struct SessionWindow;
+
+/// Hears what is typed, and says when a phrase of the frontmost application's document is complete. It plays nothing
+/// and changes nothing; what it remembers is PhraseMatcher's alone, and is overwritten when it cannot belong to a
+/// phrase any more.
+class TypedPhrases final : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(TypedPhrases)
+
+public:
+    /// Listens to @p input and, for the frontmost application, to @p windows; null where there is none of them. They
+    /// may be destroyed before this object. Knows nothing before the first reload(). After @p longestPause what has
+    /// been typed is overwritten.
+    TypedPhrases(InputWatcher* input, const WindowWatcher* windows,
+        std::chrono::milliseconds longestPause = PhraseMatcher::longestPause);
+    ~TypedPhrases() override;
+
+    /// Takes the settings, the phrases of SoundsDocument::shared() and the documents of applications as they are now.
+    /// The phrases are indexed here and now (100,000 in some 50 ms); the documents of applications are read on another
+    /// thread, when they are needed.
+    void reload();
+
+    /// Hears nothing while it is held.
+    void setHeld(bool isHeld);
+    /// The same while the user types into a field that shows nobody what is typed.
+    void setSecret(bool isSecret);
+
+Q_SIGNALS:
+    void completed(const CompletedPhrase& phrase);
+
+private:
+    void takeKey(const KeyPress& press);
+    void enter(const std::optional<SessionWindow>& window);
+    void choosePhrases();
+    void forget();
+    void forgetAfterPause();
+
+    bool isDeaf() const { return m_isHeld || m_isSecret; }
+
+    QPointer<InputWatcher> m_input;
+    PhraseMatcher m_matcher;
+    PhraseDocuments m_documents;
+    /// Of the document that counts where an application has none of its own.
+    PhraseDocuments::Index m_phrases;
+    /// From an application to the path of its document; empty for those in which no phrase counts.
+    QHash<QString, QString> m_documentOf;
+    QString m_application;
+    std::chrono::milliseconds m_longestPause;
+    /// Not started anew with each key, which would ask for memory: it looks when the last key was.
+    QTimer m_pause;
+    QDeadlineTimer m_pauseEnd;
+    bool m_isHeld = false;
+    bool m_isSecret = false;
+};
