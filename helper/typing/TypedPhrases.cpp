@@ -46,10 +46,10 @@ TypedPhrases::TypedPhrases(InputWatcher* input, const WindowWatcher* windows, st
 
 TypedPhrases::~TypedPhrases() = default;
 
-void TypedPhrases::reload()
+void TypedPhrases::reload(const PropertyList::ArrayPointer& phrases)
 {
     m_matcher.setTriggers(TriggerCharacters::chosen(), Settings::noTriggers.value());
-    m_phrases = std::make_shared<const PhraseIndex>(SoundsDocument::shared().phrases());
+    m_phrases = std::make_shared<const PhraseIndex>(phrases);
     m_documentOf = documentsOfApplications();
     m_documents.keepOnly(m_documentOf.values());
     choosePhrases();

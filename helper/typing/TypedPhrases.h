@@ -36,10 +36,10 @@ public:
         std::chrono::milliseconds longestPause = PhraseMatcher::longestPause);
     ~TypedPhrases() override;
 
-    /// Takes the settings, the phrases of SoundsDocument::shared() and the documents of applications as they are now.
-    /// The phrases are indexed here and now (100,000 in some 50 ms); the documents of applications are read on another
-    /// thread, when they are needed.
-    void reload();
+    /// Takes the settings and the documents of applications as they are now, and @p phrases (null for none) as those of
+    /// the document at the path of SoundsDocument::shared(). They are indexed here and now (100,000 in some 50 ms); the
+    /// documents of applications are read on another thread, when they are needed.
+    void reload(const PropertyList::ArrayPointer& phrases);
 
     /// Hears nothing while it is held.
     void setHeld(bool isHeld);

@@ -89,7 +89,7 @@ private Q_SLOTS:
         connect(m_phrases.get(), &TypedPhrases::completed, this, [this](const CompletedPhrase& phrase) {
             m_heard << phrase.entry->value(PhraseKey::phrase).string() + phrase.trigger;
         });
-        m_phrases->reload();
+        m_phrases->reload(SoundsDocument::shared().phrases());
         m_heard.clear();
     }
 
@@ -100,11 +100,11 @@ private Q_SLOTS:
         CharacterBitmap triggers;
         triggers.add(u".");
         Settings::triggersSet.store(triggers.bytes());
-        m_phrases->reload();
+        m_phrases->reload(SoundsDocument::shared().phrases());
         m_input.type(u"brb brb."_s);
         QCOMPARE(m_heard.takeLast(), u"brb."_s);
         Settings::noTriggers.store(true);
-        m_phrases->reload();
+        m_phrases->reload(SoundsDocument::shared().phrases());
         m_input.type(u"brb"_s);
         QCOMPARE(m_heard.takeLast(), u"brb"_s);
     }
@@ -143,7 +143,7 @@ private Q_SLOTS:
         const QString path = QDir::tempPath() + u"/own.blipsy"_s;
         writeDocument(path, u"own"_s);
         Settings::file4App.store(Dictionary::create({{application, path}}));
-        m_phrases->reload();
+        m_phrases->reload(SoundsDocument::shared().phrases());
         const auto typed = [this] {
             m_heard.clear();
             m_input.type(u"brb own new "_s);
@@ -169,7 +169,7 @@ private Q_SLOTS:
     void applicationMayHaveNone()
     {
         Settings::appsFiles.store(QStringList{application});
-        m_phrases->reload();
+        m_phrases->reload(SoundsDocument::shared().phrases());
         Q_EMIT m_windows->activated(SessionWindow{.applicationPath = application});
         m_input.type(u"brb "_s);
         QCOMPARE(m_heard, QStringList());

@@ -22,7 +22,7 @@ int main(int argc, char* argv[])
         std::fflush(stdout);
     };
     QObject::connect(&phrases, &TypedPhrases::completed, &application, [say] { say("heard"); });
-    phrases.reload();
+    phrases.reload(SoundsDocument::shared().phrases());
     say("ready");
     return QCoreApplication::exec();
 }
