@@ -4,6 +4,7 @@
 #include <core/Phrase.h>
 #include <helper/events/EventCode.h>
 #include <helper/events/EventSources.h>
+#include <helper/typing/TypedPhrases.h>
 #include <platform/input/InputWatcher.h>
 #include <platform/windows/WindowWatcher.h>
 
@@ -51,10 +52,10 @@ void Helper::connectContract()
 void Helper::connectCommands()
 {
     // A document that could not be read leaves the one before, but the settings have been read again.
-    connect(&m_contract, &HelperContract::changed, this, [this] { m_commands.refresh(m_document.phrases()); });
+    connect(&m_contract, &HelperContract::changed, this, &Helper::tellPhrases);
     connect(&m_commands, &UserCommands::phraseAdded, this, [this] {
         m_document.reload();
-        m_commands.refresh(m_document.phrases());
+        tellPhrases();
     });
     connect(&m_commands, &UserCommands::phraseChosen, this, &Helper::playPhrase);
     connect(&m_commands, &UserCommands::paused, &m_talk, &Talk::setPaused);
@@ -67,15 +68,31 @@ void Helper::begin()
     HelperSounds::prepare();
     m_document.reload();
     m_commands.begin();
-    m_commands.refresh(m_document.phrases());
     m_talk.readSettings();
     watchTyping();
+    tellPhrases();
     watchDesktop();
+}
+
+void Helper::tellPhrases()
+{
+    m_commands.refresh(m_document.phrases());
+    if (m_typing) {
+        m_typing->reload(m_document.phrases());
+    }
 }
 
 void Helper::watchTyping()
 {
+    m_windows = WindowWatcher::ofSession();
     m_input = InputWatcher::ofSession();
+    m_typing = std::make_unique<TypedPhrases>(m_input.get(), m_windows.get());
+    connect(&m_contract, &HelperContract::typingHeld, m_typing.get(),
+        [this](bool isHeld) { m_typing->hold(TypedPhrases::Holder::Pane, isHeld); });
+    connect(&m_commands, &UserCommands::paused, m_typing.get(),
+        [this](bool isPaused) { m_typing->hold(TypedPhrases::Holder::User, isPaused); });
+    connect(m_typing.get(), &TypedPhrases::completed, this,
+        [this](const CompletedPhrase& phrase) { playPhrase(phrase.entry); });
     if (!m_input) {
         tellTypingIsUnseen();
         return;
@@ -99,7 +116,6 @@ void Helper::playPhrase(const PropertyList::DictionaryPointer& entry)
 
 void Helper::watchDesktop()
 {
-    m_windows = WindowWatcher::ofSession();
     m_events = std::make_unique<EventSources>(m_input.get(), m_windows.get(), nullptr);
     connect(m_events.get(), &EventSources::happened, this, [this](int code) { m_sounds.playEvent(code); });
     connect(&m_commands, &UserCommands::paused, m_events.get(), &QObject::blockSignals);

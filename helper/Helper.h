@@ -14,6 +14,7 @@
 
 class EventSources;
 class InputWatcher;
+class TypedPhrases;
 class WindowWatcher;
 
 /// The helper put together: makes its parts and connects them, and does nothing else. Each part is silent where the
@@ -35,6 +36,7 @@ private:
     void connectContract();
     void begin();
     void connectCommands();
+    void tellPhrases();
     void watchTyping();
     void tellTypingIsUnseen();
     /// A phrase of the menu is heard.
@@ -51,4 +53,6 @@ private:
     /// Null without an X server.
     std::unique_ptr<WindowWatcher> m_windows;
     std::unique_ptr<EventSources> m_events;
+    /// Null before the contract has begun.
+    std::unique_ptr<TypedPhrases> m_typing;
 };

@@ -48,6 +48,8 @@ KeySource::KeySource(InputWatcher& input, QObject* parent)
 void KeySource::start()
 {
     connect(&m_input, &InputWatcher::keyPressed, this, &KeySource::takeKey);
+    connect(&m_input, &InputWatcher::capsLockChanged, this,
+        [this](bool isOn) { tell(isOn ? EventCode::CapsLockOn : EventCode::CapsLockOff); });
 }
 
 void KeySource::takeKey(const KeyPress& press)

@@ -16,6 +16,7 @@ void PointerSource::start()
 {
     connect(&m_input, &InputWatcher::buttonPressed, this, &PointerSource::takeButton);
     connect(&m_input, &InputWatcher::wheelTurned, this, &PointerSource::takeWheel);
+    connect(&m_input, &InputWatcher::pointerDragged, this, [this] { tell(EventCode::MouseDragged); });
 }
 
 void PointerSource::takeButton(const ButtonPress& press)

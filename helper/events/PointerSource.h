@@ -9,7 +9,7 @@
 
 class InputWatcher;
 
-/// Clicks and the wheel. The second click of two within the toolkit's interval is a double click, and no click.
+/// Clicks, drags and the wheel. The second click of two within the toolkit's interval is a double click, and no click.
 ///
 /// Listens to the input watcher.
 class PointerSource final : public EventSource

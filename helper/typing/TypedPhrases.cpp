@@ -55,21 +55,15 @@ void TypedPhrases::reload(const PropertyList::ArrayPointer& phrases)
     choosePhrases();
 }
 
-void TypedPhrases::setHeld(bool isHeld)
+void TypedPhrases::hold(Holder holder, bool isHeld)
 {
-    m_isHeld = isHeld;
-    forget();
-}
-
-void TypedPhrases::setSecret(bool isSecret)
-{
-    m_isSecret = isSecret;
+    m_holders.set(size_t(holder), isHeld);
     forget();
 }
 
 void TypedPhrases::takeKey(const KeyPress& press)
 {
-    if (isDeaf()) {
+    if (m_holders.any()) {
         return;
     }
     const std::optional<CompletedPhrase> phrase = m_matcher.press(press);

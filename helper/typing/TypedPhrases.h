@@ -12,6 +12,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <bitset>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -41,10 +42,12 @@ public:
     /// documents of applications are read on another thread, when they are needed.
     void reload(const PropertyList::ArrayPointer& phrases);
 
-    /// Hears nothing while it is held.
-    void setHeld(bool isHeld);
-    /// The same while the user types into a field that shows nobody what is typed.
-    void setSecret(bool isSecret);
+    /// Who can want nothing to be heard: the pane while it edits a phrase, the user who pauses the helper, a field that
+    /// shows nobody what is typed into it.
+    enum class Holder { Pane, User, SecretField };
+
+    /// Hears nothing as long as somebody holds it.
+    void hold(Holder holder, bool isHeld);
 
 Q_SIGNALS:
     void completed(const CompletedPhrase& phrase);
@@ -55,8 +58,6 @@ private:
     void choosePhrases();
     void forget();
     void forgetAfterPause();
-
-    bool isDeaf() const { return m_isHeld || m_isSecret; }
 
     QPointer<InputWatcher> m_input;
     PhraseMatcher m_matcher;
@@ -70,6 +71,6 @@ private:
     /// Not started anew with each key, which would ask for memory: it looks when the last key was.
     QTimer m_pause;
     QDeadlineTimer m_pauseEnd;
-    bool m_isHeld = false;
-    bool m_isSecret = false;
+    /// A bit for each holder.
+    std::bitset<3> m_holders;
 };

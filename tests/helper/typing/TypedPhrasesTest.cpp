@@ -122,8 +122,8 @@ private Q_SLOTS:
     {
         const auto [interruption] = currentRow<int>();
         const std::vector<std::function<void(bool)>> interruptions{
-            [this](bool isOn) { m_phrases->setHeld(isOn); },
-            [this](bool isOn) { m_phrases->setSecret(isOn); },
+            [this](bool isOn) { m_phrases->hold(TypedPhrases::Holder::Pane, isOn); },
+            [this](bool isOn) { m_phrases->hold(TypedPhrases::Holder::SecretField, isOn); },
             [this](bool) { Q_EMIT m_input.buttonPressed({}); },
             [this](bool) { Q_EMIT m_input.interrupted(); },
             [this](bool) { Q_EMIT m_windows->activated({}); },
