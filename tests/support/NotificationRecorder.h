@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QTest>
 
+#include <algorithm>
 #include <vector>
 
 /// Hears every distributed notification with an object: the helper's, another one, or any where it is null.
@@ -32,12 +33,9 @@ public:
     /// The last notification of this name; an empty one when none was heard.
     DistributedNotification last(const QString& name) const
     {
-        for (auto it = m_heard.rbegin(); it != m_heard.rend(); ++it) {
-            if (it->name == name) {
-                return *it;
-            }
-        }
-        return {};
+        const auto found = std::find_if(m_heard.rbegin(), m_heard.rend(),
+            [&name](const DistributedNotification& notification) { return notification.name == name; });
+        return found == m_heard.rend() ? DistributedNotification() : *found;
     }
 
     void clear() { m_heard.clear(); }

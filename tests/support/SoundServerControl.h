@@ -64,7 +64,7 @@ public:
                 QStringLiteral("--rate=8000"), QStringLiteral("--channels=1"), QStringLiteral("--format=float32le"),
                 QStringLiteral("--latency-msec=5")});
         // The output's first samples come when it runs at the low latency of the recording.
-        m_isRunning = QTest::qWaitFor([this] { return samples().size() > 0; }, 10000);
+        m_isRunning = QTest::qWaitFor([this] { return !samples().isEmpty(); }, 10000);
     }
 
     ~Recording()
