@@ -9,15 +9,9 @@
 #include <platform/windows/WindowWatcher.h>
 
 #include <QCoreApplication>
-#include <QLoggingCategory>
 
-namespace {
-
-Q_LOGGING_CATEGORY(log, "blipsy.helper")
-
-} // namespace
-
-Helper::Helper()
+Helper::Helper(HelperContract& contract)
+    : m_contract(contract)
 {
     connectContract();
     connectCommands();
@@ -25,22 +19,8 @@ Helper::Helper()
 
 Helper::~Helper() = default;
 
-void Helper::start()
-{
-    m_contract.begin();
-}
-
 void Helper::connectContract()
 {
-    connect(&m_contract, &HelperContract::begun, this, &Helper::begin);
-    connect(&m_contract, &HelperContract::refused, this, [] {
-        qCWarning(log, "not started: another helper runs in this session, or there is no session bus");
-        QCoreApplication::quit();
-    });
-    connect(&m_contract, &HelperContract::lost, this, [] {
-        qCWarning(log, "the session bus is gone: this is the end");
-        QCoreApplication::quit();
-    });
     connect(&m_contract, &HelperContract::changed, &m_document, &HelperDocument::reload);
     connect(&m_contract, &HelperContract::changed, &m_talk, &Talk::readSettings);
     connect(&m_contract, &HelperContract::typingHeld, &m_commands, &UserCommands::setHeldByPane);

@@ -25,16 +25,15 @@ class Helper final : public QObject
     Q_DISABLE_COPY_MOVE(Helper)
 
 public:
-    Helper();
+    /// Once @p contract has begun: a helper that is one too many makes no part at all. It outlives this.
+    explicit Helper(HelperContract& contract);
     ~Helper() override;
 
-    /// Begins once the pane's service is registered; ends the application where another helper runs in the session, or
-    /// there is no session bus.
-    void start();
+    /// Reads settings and document, and listens from then on.
+    void begin();
 
 private:
     void connectContract();
-    void begin();
     void connectCommands();
     void tellPhrases();
     void watchTyping();
@@ -43,7 +42,7 @@ private:
     void playPhrase(const PropertyList::DictionaryPointer& entry);
     void watchDesktop();
 
-    HelperContract m_contract;
+    HelperContract& m_contract;
     HelperDocument m_document;
     HelperSounds m_sounds{m_document};
     UserCommands m_commands;
