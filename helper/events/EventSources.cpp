@@ -17,7 +17,7 @@
 #include "PrintSource.h"
 #include "ScreenSaverSource.h"
 #include "SessionSource.h"
-#include "SoundSource.h"
+#include "SoundOutputSource.h"
 #include "TrashSource.h"
 #include "WindowSource.h"
 
@@ -45,7 +45,7 @@ EventSources::EventSources(InputWatcher* input, WindowWatcher* windows, QObject*
     add(new PrintSource(this));
     add(new ScreenSaverSource(this));
     add(new SessionSource(this));
-    add(new SoundSource(this));
+    add(new SoundOutputSource(this));
     add(new TrashSource(this));
 }
 

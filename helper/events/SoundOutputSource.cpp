@@ -1,26 +1,26 @@
 // SPDX-License-Identifier: MIT
-#include "SoundSource.h"
+#include "SoundOutputSource.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-SoundSource::SoundSource(QObject* parent)
+SoundOutputSource::SoundOutputSource(QObject* parent)
     : EventSource(parent)
     , m_server(this)
 {
 }
 
-void SoundSource::start()
+void SoundOutputSource::start()
 {
     connect(&m_server, &SoundServerNews::volumeChanged, this, [this] { tell(EventCode::VolumeChanged); });
     connect(&m_server, &SoundServerNews::headphonesPlugged, this,
         [this](bool isPlugged) { tell(isPlugged ? EventCode::HeadphonesPluggedIn : EventCode::HeadphonesUnplugged); });
-    connect(&m_server, &SoundServerNews::eventSoundPlayed, this, &SoundSource::takeEventSound);
+    connect(&m_server, &SoundServerNews::eventSoundPlayed, this, &SoundOutputSource::takeEventSound);
     m_server.start();
 }
 
-void SoundSource::takeEventSound(const QString& name)
+void SoundOutputSource::takeEventSound(const QString& name)
 {
     static constexpr std::array<std::pair<QStringView, EventCode>, 6> sounds{{
         {u"dialog-error", EventCode::ErrorReported},

@@ -9,12 +9,12 @@
 /// questions, messages and mail that have been sent, chosen menu items.
 ///
 /// Listens to the sound server. Of the theme's sounds only those count whose events nothing else tells.
-class SoundSource final : public EventSource
+class SoundOutputSource final : public EventSource
 {
     Q_OBJECT
 
 public:
-    explicit SoundSource(QObject* parent);
+    explicit SoundOutputSource(QObject* parent);
 
     void start() override;
 
