@@ -74,6 +74,7 @@ void leave(sd_bus_message* message)
     sd_bus_message_exit_container(message);
 }
 
+/// Null, and not a step further, where the message is broken; each loop over elements has an end of its own.
 Value readAny(sd_bus_message* message, int depth);
 
 bool isText(char type)
@@ -84,9 +85,11 @@ bool isText(char type)
 /// @p contents is that of the array: the type of an entry, in braces.
 Value readDictionary(sd_bus_message* message, const QByteArray& contents, int depth)
 {
+    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, contents.constData()) <= 0) {
+        return {};
+    }
     std::vector<Dictionary::Entry> entries;
     const QByteArray entry = contents.mid(1, contents.size() - 2);
-    sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, contents.constData());
     while (entries.size() < mostElements &&
            sd_bus_message_enter_container(message, SD_BUS_TYPE_DICT_ENTRY, entry.constData()) > 0) {
         const QString key = readAny(message, depth).string();
@@ -100,8 +103,10 @@ Value readDictionary(sd_bus_message* message, const QByteArray& contents, int de
 
 Value readArray(sd_bus_message* message, const QByteArray& contents, int depth)
 {
+    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, contents.constData()) <= 0) {
+        return {};
+    }
     std::vector<Value> items;
-    sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, contents.constData());
     while (items.size() < mostElements && sd_bus_message_at_end(message, 0) == 0) {
         items.push_back(readAny(message, depth));
     }
@@ -112,7 +117,9 @@ Value readArray(sd_bus_message* message, const QByteArray& contents, int depth)
 
 Value readVariant(sd_bus_message* message, const QByteArray& contents, int depth)
 {
-    sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, contents.constData());
+    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, contents.constData()) <= 0) {
+        return {};
+    }
     Value value = readAny(message, depth);
     sd_bus_message_exit_container(message);
     return value;
