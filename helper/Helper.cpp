@@ -98,6 +98,5 @@ void Helper::watchDesktop()
 {
     m_events = std::make_unique<EventSources>(m_input.get(), m_windows.get(), nullptr);
     connect(m_events.get(), &EventSources::happened, this, [this](int code) { m_sounds.playEvent(code); });
-    connect(&m_commands, &UserCommands::paused, m_events.get(), &QObject::blockSignals);
     m_events->start();
 }
