@@ -23,6 +23,8 @@ namespace {
 class Hand final : public InputWatcher
 {
 public:
+    void forget() override {}
+
     void press(Key key, const QByteArray& text = {}, bool isShortcut = false, bool isRepeat = false)
     {
         Q_EMIT keyPressed({{key, isShortcut, KeyText(text)}, 0, isRepeat});
@@ -191,7 +193,10 @@ private Q_SLOTS:
         for (const Key key : {Key::Return, Key::Tab, Key::BackSpace, Key::Escape, Key::Left, Key::Other}) {
             m_hand.press(key);
         }
-        QCOMPARE(m_heard, (QList<int>{0, 9, 2, 1, 3, 4, 5, 6, 0}));
+        Q_EMIT m_hand.capsLockChanged(true);
+        Q_EMIT m_hand.capsLockChanged(false);
+        Q_EMIT m_hand.pointerDragged();
+        QCOMPARE(m_heard, (QList<int>{0, 9, 2, 1, 3, 4, 5, 6, 0, 7, 8, 13}));
     }
 
     void twoQuickClicksAreOneDoubleClick()
