@@ -15,7 +15,7 @@ EditPane::EditPane(QWidget* parent)
 
     connect(m_form.saveEditedAbbButton, &QPushButton::clicked, &m_controller,
         [this] { m_controller.saveEditedAbb(m_form.saveEditedAbbButton); });
-    connect(m_form.plainOrRichRadioButton, &Matrix::actionTriggered, &m_controller, &BYEditPaneController::plainOrRich);
+    connect(m_form.plainOrRichRadioButton, &Matrix::acted, &m_controller, &BYEditPaneController::plainOrRich);
 }
 
 EditSession* EditPane::makeSession()

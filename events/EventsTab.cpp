@@ -21,5 +21,5 @@ EventsTab::EventsTab(SoundPanelAccessory& soundPanel, QWidget* parent)
 
     connect(form.mySearchField, &QLineEdit::textChanged, &m_controller,
         [this] { m_controller.volumePopUpAction(m_controller.mySearchField); });
-    connect(form.myVolumeSlider, &Slider::actionTriggered, &m_controller, &SoundEventsController::volumeSliderAction);
+    connect(form.myVolumeSlider, &Slider::acted, &m_controller, &SoundEventsController::volumeSliderAction);
 }

@@ -141,7 +141,7 @@ void Interface::connectLauncher()
     BYlauncher* launcher = m_launcher.get();
     Matrix* onOff = m_options->form().onOffRadioButton;
     launcher->onOffRadioButton = onOff;
-    QObject::connect(onOff, &Matrix::actionTriggered, launcher, [=] {
+    QObject::connect(onOff, &Matrix::acted, launcher, [=] {
         if (onOff->selectedColumn() == 0) {
             launcher->on(onOff);
         } else {

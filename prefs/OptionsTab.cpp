@@ -39,7 +39,7 @@ void OptionsTab::connectActions()
     onClick(m_form.helpButton, &BYController::showHelp);
 
     const auto onChoice = [this](Matrix* matrix, void (BYController::*action)(Matrix*)) {
-        connect(matrix, &Matrix::actionTriggered, &m_controller, action);
+        connect(matrix, &Matrix::acted, &m_controller, action);
     };
     onChoice(m_form.triggersPrefsMatrix, &BYController::enterTriggerPref);
     onChoice(m_form.triggerDelimitersMatrix, &BYController::enterTriggerDelimitersPref);

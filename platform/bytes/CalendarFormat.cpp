@@ -49,14 +49,15 @@ Conversion conversionAt(QStringView format)
 void appendNumber(QString& text, int number, int digits)
 {
     std::array<char16_t, maximumWidth + 1> written;
-    auto at = written.end();
-    for (int rest = std::abs(number); rest > 0 || written.end() - at < digits; rest /= 10) {
+    char16_t* const end = written.data() + written.size();
+    char16_t* at = end;
+    for (int rest = std::abs(number); rest > 0 || end - at < digits; rest /= 10) {
         *--at = char16_t(u'0' + rest % 10);
     }
     if (number < 0) {
         *--at = u'-';
     }
-    text += QStringView(at, written.end());
+    text += QStringView(at, end);
 }
 
 /// A moment, taken apart once for a whole text.

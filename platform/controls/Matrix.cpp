@@ -140,7 +140,7 @@ bool Matrix::event(QEvent* event)
 void Matrix::connectNotify(const QMetaMethod& signal)
 {
     // Whoever listens does so after the interface has been built: the cells are there.
-    if (signal == QMetaMethod::fromSignal(&Matrix::actionTriggered)) {
+    if (signal == QMetaMethod::fromSignal(&Matrix::acted)) {
         adoptCells();
     }
 }
@@ -155,5 +155,5 @@ void Matrix::adoptCells()
 void Matrix::cellWasClicked()
 {
     m_clicked = qobject_cast<QAbstractButton*>(sender());
-    Q_EMIT actionTriggered(this);
+    Q_EMIT acted(this);
 }

@@ -37,7 +37,7 @@ public:
 
 Q_SIGNALS:
     /// The user has clicked @p sender's selectedCell().
-    void actionTriggered(Matrix* sender);
+    void acted(Matrix* sender);
 
 protected:
     bool event(QEvent* event) override;

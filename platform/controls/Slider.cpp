@@ -38,7 +38,7 @@ Slider::Slider(QWidget* parent)
     setPageStep(steps / 10);
     connect(this, &QSlider::valueChanged, this, [this](int value) {
         m_value = static_cast<float>(value) / steps;
-        Q_EMIT actionTriggered(this);
+        Q_EMIT acted(this);
     });
 }
 

@@ -23,7 +23,7 @@ public:
 
 Q_SIGNALS:
     /// The user has moved the knob, at each step while dragging.
-    void actionTriggered(Slider* sender);
+    void acted(Slider* sender);
 
 private:
     float m_value = 0;

@@ -29,7 +29,8 @@ QByteArray deviceMountedAt(const QString& mountPoint)
 QByteArray blockObject(const QByteArray& device)
 {
     QByteArray path = "/org/freedesktop/UDisks2/block_devices/";
-    for (const char character : device.mid(device.lastIndexOf('/') + 1)) {
+    const QByteArray name = device.mid(device.lastIndexOf('/') + 1);
+    for (const char character : name) {
         const bool plain = (character >= '0' && character <= '9') || (character >= 'a' && character <= 'z') ||
                            (character >= 'A' && character <= 'Z');
         path += plain ? QByteArray(1, character) : '_' + QByteArray(1, character).toHex();

@@ -47,7 +47,7 @@ public:
     bool isLit(int light) const;
 
 Q_SIGNALS:
-    void keyChanged(quint16 code, KeyChange change, InputTime time);
+    void keyChanged(quint16 code, DeviceStream::KeyChange change, InputTime time);
     void wheelTurned(const WheelTurn& turn);
     /// A pointer reports that it moves along one of its axes.
     void moved();

@@ -42,7 +42,7 @@ private Q_SLOTS:
             cell->setProperty("tag", column + 20);
             grid->addWidget(cell, 1, column);
         }
-        QSignalSpy actions(&matrix, &Matrix::actionTriggered);
+        QSignalSpy actions(&matrix, &Matrix::acted);
         QCOMPARE(matrix.numberOfColumns(), 3);
         QCOMPARE(matrix.selectedColumn(), -1);
 
@@ -69,7 +69,7 @@ private Q_SLOTS:
             boxes.append(new QCheckBox(&matrix));
             line->addWidget(boxes.last());
         }
-        QSignalSpy actions(&matrix, &Matrix::actionTriggered);
+        QSignalSpy actions(&matrix, &Matrix::acted);
         matrix.selectAll();
         QVERIFY(boxes.at(0)->isChecked() && boxes.at(2)->isChecked());
         boxes.at(1)->click();
@@ -95,7 +95,7 @@ private Q_SLOTS:
     {
         QFETCH(float, value);
         Slider slider;
-        QSignalSpy actions(&slider, &Slider::actionTriggered);
+        QSignalSpy actions(&slider, &Slider::acted);
         slider.setFloatValue(value);
         QTEST(slider.stringValue(), "text");
         QVERIFY(actions.isEmpty());
@@ -104,7 +104,7 @@ private Q_SLOTS:
     void sliderSendsItsActionForTheUserOnly()
     {
         Slider slider;
-        QSignalSpy actions(&slider, &Slider::actionTriggered);
+        QSignalSpy actions(&slider, &Slider::acted);
         slider.setFloatValue(0.5F);
         QTest::keyClick(&slider, Qt::Key_Right);
         QCOMPARE(actions.size(), 1);
