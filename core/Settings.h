@@ -57,6 +57,9 @@ inline const Setting<bool> playSoundOnDrop{QStringLiteral("Play sound as I drop 
 inline const Setting<QString> arrowPref{QStringLiteral("ArrowPref")};
 /// The hot keys, by their names, that the helper could not have because another program holds them.
 inline const Setting<std::optional<QStringList>> refusedHotKeys{QStringLiteral("RefusedHotKeys")};
+/// From a window class to the way in which its programs take a text: "Control-V", "Control-Shift-V", "Shift-Insert", or
+/// "Typed" for those that take no paste. Adds to what the helper knows.
+inline const Setting<PropertyList::DictionaryPointer> pasteWays{QStringLiteral("PasteWays")};
 /// The build of the helper that ran last.
 inline const Setting<int> menuBuild{QStringLiteral("MenuBuild"), 0};
 

@@ -173,6 +173,9 @@ std::optional<Typist::Chord> Typist::chordOfSymbol(quint32 symbol)
 
 void Typist::send(const std::vector<Chord>& chords)
 {
+    if (chords.empty()) {
+        return;
+    }
     const std::vector<quint8> held = heldModifiers();
     for (const quint8 keycode : held) {
         sendKey(keycode, false);
