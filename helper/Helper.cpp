@@ -4,6 +4,7 @@
 #include <core/Phrase.h>
 #include <helper/events/EventCode.h>
 #include <helper/events/EventSources.h>
+#include <helper/insertion/TextInsertion.h>
 #include <helper/typing/TypedPhrases.h>
 #include <platform/input/InputWatcher.h>
 #include <platform/windows/WindowWatcher.h>
@@ -66,6 +67,7 @@ void Helper::watchTyping()
 {
     m_windows = WindowWatcher::ofSession();
     m_input = InputWatcher::ofSession();
+    insertTexts();
     m_typing = std::make_unique<TypedPhrases>(m_input.get(), m_windows.get());
     connect(&m_contract, &HelperContract::typingHeld, m_typing.get(),
         [this](bool isHeld) { m_typing->hold(TypedPhrases::Holder::Pane, isHeld); });
@@ -73,11 +75,25 @@ void Helper::watchTyping()
         [this](bool isPaused) { m_typing->hold(TypedPhrases::Holder::User, isPaused); });
     connect(m_typing.get(), &TypedPhrases::completed, this,
         [this](const CompletedPhrase& phrase) { playPhrase(phrase.entry); });
+    connect(m_typing.get(), &TypedPhrases::completed, m_insertion.get(), &TextInsertion::replace);
     if (!m_input) {
         tellTypingIsUnseen();
         return;
     }
     connect(m_input.get(), &InputWatcher::ended, this, &Helper::tellTypingIsUnseen);
+}
+
+/// Before anything looks for phrases in what is typed: see TextInsertion::Session.
+void Helper::insertTexts()
+{
+    const auto frontmostClass = [this] {
+        const auto window = m_windows ? m_windows->active() : std::nullopt;
+        return window ? window->windowClass : QString();
+    };
+    m_insertion = std::make_unique<TextInsertion>(
+        TextInsertion::Session{m_input.get(), frontmostClass, [this] { return m_document.phrases(); }});
+    connect(&m_commands, &UserCommands::phraseChosen, m_insertion.get(),
+        [this](const PropertyList::DictionaryPointer& entry) { m_insertion->insert(entry); });
 }
 
 void Helper::tellTypingIsUnseen()

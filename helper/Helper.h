@@ -14,6 +14,7 @@
 
 class EventSources;
 class InputWatcher;
+class TextInsertion;
 class TypedPhrases;
 class WindowWatcher;
 
@@ -37,6 +38,7 @@ private:
     void connectCommands();
     void tellPhrases();
     void watchTyping();
+    void insertTexts();
     void tellTypingIsUnseen();
     /// A phrase of the menu is heard.
     void playPhrase(const PropertyList::DictionaryPointer& entry);
@@ -52,6 +54,7 @@ private:
     /// Null without an X server.
     std::unique_ptr<WindowWatcher> m_windows;
     std::unique_ptr<EventSources> m_events;
+    std::unique_ptr<TextInsertion> m_insertion;
     /// Null before the contract has begun.
     std::unique_ptr<TypedPhrases> m_typing;
 };
