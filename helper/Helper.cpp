@@ -73,6 +73,8 @@ void Helper::watchTyping()
         [this](bool isHeld) { m_typing->hold(TypedPhrases::Holder::Pane, isHeld); });
     connect(&m_commands, &UserCommands::paused, m_typing.get(),
         [this](bool isPaused) { m_typing->hold(TypedPhrases::Holder::User, isPaused); });
+    connect(&m_commands, &UserCommands::asking, m_typing.get(),
+        [this](bool isAsking) { m_typing->hold(TypedPhrases::Holder::Dialog, isAsking); });
     connect(m_typing.get(), &TypedPhrases::completed, this,
         [this](const CompletedPhrase& phrase) { playPhrase(phrase.entry); });
     connect(m_typing.get(), &TypedPhrases::completed, m_insertion.get(), &TextInsertion::replace);
@@ -108,6 +110,7 @@ void Helper::playPhrase(const PropertyList::DictionaryPointer& entry)
         m_sounds.playPhrase(path);
         m_sounds.playEvent(int(EventCode::PhrasePlayed));
     }
+    m_commands.setLastPhrase(Phrase(entry).phrase());
 }
 
 void Helper::watchDesktop()

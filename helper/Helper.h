@@ -40,7 +40,7 @@ private:
     void watchTyping();
     void insertTexts();
     void tellTypingIsUnseen();
-    /// A phrase of the menu is heard.
+    /// A phrase that was typed, or chosen in the menu, is heard.
     void playPhrase(const PropertyList::DictionaryPointer& entry);
     void watchDesktop();
 

@@ -3,8 +3,6 @@
 
 #include <platform/desktop/Text.h>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 UserCommands::UserCommands(QObject* parent)
@@ -22,10 +20,7 @@ UserCommands::UserCommands(QObject* parent)
     connect(&m_menu, &HelperMenu::explanationRequested, this,
         [this](const QString& title, const QString& explanation) { m_notification.show(title, explanation); });
     connect(&m_hotKeys, &HotKeys::refusedChanged, this, &UserCommands::showRefusedHotKeys);
-    connect(&m_addition, &ClippingAddition::asking, this, [this](bool isAsking) {
-        m_isAsking = isAsking;
-        tellTypingHeld();
-    });
+    connect(&m_addition, &ClippingAddition::asking, this, &UserCommands::asking);
     connect(&m_addition, &ClippingAddition::added, this, &UserCommands::phraseAdded);
 }
 
@@ -59,22 +54,6 @@ void UserCommands::setPaused(bool isPaused)
     m_isPaused = isPaused;
     m_menu.setPaused(isPaused);
     Q_EMIT paused(isPaused);
-    tellTypingHeld();
-}
-
-void UserCommands::setHeldByPane(bool isHeld)
-{
-    m_hotKeys.setHeld(isHeld);
-    m_isHeldByPane = isHeld;
-    tellTypingHeld();
-}
-
-void UserCommands::tellTypingHeld()
-{
-    const bool isHeld = m_isPaused || m_isAsking || m_isHeldByPane;
-    if (std::exchange(m_isTypingHeld, isHeld) != isHeld) {
-        Q_EMIT typingHeld(isHeld);
-    }
 }
 
 void UserCommands::showRefusedHotKeys()

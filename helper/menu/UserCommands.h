@@ -30,7 +30,7 @@ public:
     void refresh(const PropertyList::ArrayPointer& phrases);
 
     /// The pane has the user type into it, where hot keys are typed, too; or no longer.
-    void setHeldByPane(bool isHeld);
+    void setHeldByPane(bool isHeld) { m_hotKeys.setHeld(isHeld); }
 
     /// The phrase that "Edit Clippings" is to show: the one that was heard last.
     void setLastPhrase(const QString& phrase) { m_lastPhrase = phrase; }
@@ -41,9 +41,8 @@ public:
 Q_SIGNALS:
     /// The helper is to be silent and to do nothing, or to go on.
     void paused(bool isPaused);
-    /// What is typed is to set nothing off, since it is typed into the pane or a dialog of the helper, or the helper is
-    /// paused; or it is again.
-    void typingHeld(bool isHeld);
+    /// What is typed is to set nothing off, since it is typed into a dialog of the helper; or it is again.
+    void asking(bool isAsking);
     /// Chosen in the menu: to be inserted, and heard.
     void phraseChosen(const PropertyList::DictionaryPointer& entry);
     /// The document on the disk has another phrase.
@@ -52,7 +51,6 @@ Q_SIGNALS:
 
 private:
     void setPaused(bool isPaused);
-    void tellTypingHeld();
     void showRefusedHotKeys();
 
     HelperMenu m_menu;
@@ -62,7 +60,4 @@ private:
     DesktopNotification m_notification;
     QString m_lastPhrase;
     bool m_isPaused = false;
-    bool m_isAsking = false;
-    bool m_isHeldByPane = false;
-    bool m_isTypingHeld = false;
 };

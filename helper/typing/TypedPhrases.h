@@ -42,9 +42,9 @@ public:
     /// documents of applications are read on another thread, when they are needed.
     void reload(const PropertyList::ArrayPointer& phrases);
 
-    /// Who can want nothing to be heard: the pane while it edits a phrase, the user who pauses the helper, a field that
-    /// shows nobody what is typed into it.
-    enum class Holder { Pane, User, SecretField };
+    /// Who can want nothing to be heard: the pane while it edits a phrase, the user who pauses the helper, a dialog of
+    /// the helper itself, a field that shows nobody what is typed into it.
+    enum class Holder { Pane, User, Dialog, SecretField };
 
     /// Hears nothing as long as somebody holds it.
     void hold(Holder holder, bool isHeld);
@@ -72,5 +72,5 @@ private:
     QTimer m_pause;
     QDeadlineTimer m_pauseEnd;
     /// A bit for each holder.
-    std::bitset<3> m_holders;
+    std::bitset<4> m_holders;
 };
