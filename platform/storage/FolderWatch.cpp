@@ -3,6 +3,7 @@
 
 #include <product/Product.h>
 
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
@@ -30,6 +31,8 @@ constexpr quint32 whatMatters = IN_CREATE | IN_CLOSE_WRITE | IN_MOVED_FROM | IN_
 constexpr quint32 whatBringsFolders = IN_CREATE | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 /// Of one turn of the loop: whoever changes thousands of files does not keep the program from its other work.
 constexpr size_t mostBytes = 16'384;
+/// Of a folder that has just appeared.
+constexpr int mostContents = 100;
 
 /// All but what begins a move.
 std::optional<FolderChange::Kind> kindOf(quint32 mask)
@@ -71,6 +74,7 @@ void FolderWatch::start()
     m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &FolderWatch::read);
     watchAll();
+    m_hasBegun = true;
 }
 
 void FolderWatch::watchAll()
@@ -102,10 +106,23 @@ int FolderWatch::watch(const QString& folder)
     }
     if (number < 0) {
         qCInfo(log).noquote() << "cannot watch" << folder << "-" << std::strerror(errno);
-    } else {
+    } else if (m_paths.value(number) != path) {
         m_paths.insert(number, path);
+        if (m_hasBegun && path == folder) {
+            tellContents(folder);
+        }
     }
     return number;
+}
+
+/// Whoever makes a folder often puts something in it before it can be watched.
+void FolderWatch::tellContents(const QString& folder)
+{
+    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (int i = 0; i < mostContents && entries.hasNext(); ++i) {
+        entries.next();
+        Q_EMIT changed({FolderChange::Kind::Created, folder, entries.fileName(), {}, {}});
+    }
 }
 
 void FolderWatch::read()

@@ -34,7 +34,8 @@ struct FolderChange
 };
 
 /// Follows what happens in some folders themselves, not in the folders in them, through the kernel (inotify). A folder
-/// that does not exist is watched as soon as it does, also when it comes back. Network folders tell only what this
+/// that does not exist is watched as soon as it does, also when it comes back; what is in it by then (the first 100) is
+/// told as created. Network folders tell only what this
 /// machine does. Where the user has no watches left there is a line in the log, and silence.
 class FolderWatch final : public QObject
 {
@@ -55,6 +56,7 @@ Q_SIGNALS:
 private:
     void watchAll();
     int watch(const QString& folder);
+    void tellContents(const QString& folder);
     void read();
     void take(const inotify_event& event, const QString& name);
     void finishMove();
@@ -67,4 +69,5 @@ private:
     /// A file that has left a folder; the next event may tell where to.
     FolderChange m_leaving;
     quint32 m_leavingCookie = 0;
+    bool m_hasBegun = false;
 };

@@ -146,7 +146,9 @@ private Q_SLOTS:
         row("file saved by renaming",
             u"run('echo c > ~/Documents/.letter; mv ~/Documents/.letter ~/Documents/letter')"_s, 48);
         row("file renamed", u"run('mv ~/Documents/letter ~/Documents/post')"_s, 47);
-        row("file trashed", u"run('mkdir -p ~/.local/share/Trash/files; mktemp -p ~/.local/share/Trash/files')"_s, 44);
+        row("first file trashed",
+            u"run('mkdir ~/new ~/new/files; echo > ~/new/files/post; mv ~/new ~/.local/share/Trash')"_s, 44);
+        row("file trashed", u"run('mktemp -p ~/.local/share/Trash/files')"_s, 44);
         row("trash emptied", u"run('rm ~/.local/share/Trash/files/*')"_s, 45);
         row("download started", u"run('echo > ~/Downloads/picture.part')"_s, 52);
         row("download finished", u"run('mv ~/Downloads/picture.part ~/Downloads/picture')"_s, 51);
