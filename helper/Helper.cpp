@@ -75,6 +75,9 @@ void Helper::watchTyping()
         [this](bool isPaused) { m_typing->hold(TypedPhrases::Holder::User, isPaused); });
     connect(&m_commands, &UserCommands::asking, m_typing.get(),
         [this](bool isAsking) { m_typing->hold(TypedPhrases::Holder::Dialog, isAsking); });
+    connect(&m_passwordFocus, &PasswordFocus::changed, m_typing.get(),
+        [this](bool isSecret) { m_typing->hold(TypedPhrases::Holder::SecretField, isSecret); });
+    m_passwordFocus.follow();
     connect(m_typing.get(), &TypedPhrases::completed, this,
         [this](const CompletedPhrase& phrase) { playPhrase(phrase.entry); });
     connect(m_typing.get(), &TypedPhrases::completed, m_insertion.get(), &TextInsertion::replace);

@@ -7,6 +7,7 @@
 
 #include <helper/menu/UserCommands.h>
 #include <helper/talk/Talk.h>
+#include <helper/typing/PasswordFocus.h>
 
 #include <QObject>
 
@@ -57,4 +58,5 @@ private:
     std::unique_ptr<TextInsertion> m_insertion;
     /// Null before the contract has begun.
     std::unique_ptr<TypedPhrases> m_typing;
+    PasswordFocus m_passwordFocus;
 };

@@ -174,6 +174,6 @@ int BusSubscriptions::receive(sd_bus_message* message, const Subscription& subsc
         return 0;
     }
     Q_EMIT subscription.relay->heard({QString::fromUtf8(sd_bus_message_get_path(message)),
-        QString::fromUtf8(sd_bus_message_get_member(message)), BusValues::readAll(message)});
+        QString::fromUtf8(sd_bus_message_get_member(message)), BusValues::readAll(message), QString::fromUtf8(sender)});
     return 0;
 }

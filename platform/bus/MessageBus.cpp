@@ -124,8 +124,14 @@ MessageBus& MessageBus::system()
     return bus;
 }
 
-MessageBus::MessageBus(Kind kind)
+MessageBus::MessageBus(QByteArray address)
+    : MessageBus(Kind::Other, std::move(address))
+{
+}
+
+MessageBus::MessageBus(Kind kind, QByteArray address)
     : m_kind(kind)
+    , m_address(std::move(address))
     , m_wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
     , m_thread([this] { serve(); })
 {
@@ -273,10 +279,37 @@ void MessageBus::serve()
     m_loop.reset();
 }
 
+int MessageBus::open(sd_bus*& opened) const
+{
+    if (m_kind != Kind::Other) {
+        return m_kind == Kind::Session ? sd_bus_open_user(&opened) : sd_bus_open_system(&opened);
+    }
+    int result = sd_bus_new(&opened);
+    if (result >= 0 && (result = sd_bus_set_address(opened, m_address.constData())) >= 0 &&
+        (result = sd_bus_set_bus_client(opened, 1)) >= 0) {
+        result = sd_bus_start(opened);
+    }
+    return result;
+}
+
+/// What a line in the log begins with when it is not there.
+const char* MessageBus::name() const
+{
+    switch (m_kind) {
+    case Kind::Session:
+        return "no session bus:";
+    case Kind::System:
+        return "no system bus:";
+    case Kind::Other:
+        break;
+    }
+    return "no bus at its address:";
+}
+
 int MessageBus::connectToBus()
 {
     sd_bus* opened = nullptr;
-    const int result = m_kind == Kind::Session ? sd_bus_open_user(&opened) : sd_bus_open_system(&opened);
+    const int result = open(opened);
     m_connection.reset(opened);
     if (result < 0) {
         return result;
@@ -322,8 +355,7 @@ void MessageBus::setLost(int error)
     m_lost = true;
     m_subscriptions->attach(nullptr);
     if (!std::exchange(m_isLossTold, true)) {
-        qCWarning(log).noquote() << (m_kind == Kind::Session ? "no session bus:" : "no system bus:")
-                                 << std::strerror(error);
+        qCWarning(log).noquote() << name() << std::strerror(error);
         for (const std::function<void()>& handler : m_lostHandlers) {
             handler();
         }

@@ -40,6 +40,9 @@ public:
     /// The bus of the whole machine. Connected on first use.
     static MessageBus& system();
 
+    /// The bus at @p address, as the specification of D-Bus writes addresses. There is no second attempt. Contexts of
+    /// its subscriptions and requests must be destroyed before it.
+    explicit MessageBus(QByteArray address);
     ~MessageBus();
     Q_DISABLE_COPY_MOVE(MessageBus)
 
@@ -77,6 +80,8 @@ public:
         QString path;
         QString member;
         Arguments arguments;
+        /// The unique name of the connection that has sent it.
+        QString sender = {};
 
         /// Null where there are not so many.
         PropertyList::Value argument(size_t index) const { return valueAt(&arguments, index); }
@@ -120,7 +125,7 @@ public:
     sd_event* eventLoop() const { return m_loop.get(); }
 
 private:
-    enum class Kind { Session, System };
+    enum class Kind { Session, System, Other };
 
     struct Unref
     {
@@ -130,11 +135,13 @@ private:
 
     class PendingCall;
 
-    explicit MessageBus(Kind kind);
+    explicit MessageBus(Kind kind, QByteArray address = {});
 
     sd_bus* connection() const { return m_lost ? nullptr : m_connection.get(); }
 
     void serve();
+    int open(sd_bus*& opened) const;
+    const char* name() const;
     int connectToBus();
     void connectAgain();
     void setLost(int error);
@@ -146,6 +153,8 @@ private:
     void drain() const;
 
     Kind m_kind;
+    /// Of a bus of another kind.
+    QByteArray m_address;
     int m_wakeUp;
     std::mutex m_mutex;
     /// Guarded by the mutex.
