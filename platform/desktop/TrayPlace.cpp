@@ -98,7 +98,7 @@ void TrayPlace::lookForClassic()
     auto* const notifier = new QSocketNotifier(xcb_get_file_descriptor(connection), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
         readEvents();
-        notifier->setEnabled(!m_isFound && xcb_connection_has_error(m_connection.get()) == 0);
+        notifier->setEnabled(xcb_connection_has_error(m_connection.get()) == 0);
     });
     if (hasClassicOwner()) {
         tell(Kind::Classic);
