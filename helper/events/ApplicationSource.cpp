@@ -62,7 +62,7 @@ void ApplicationSource::close(const SessionWindow& window)
     if (!counts(window) || count == m_counts.end() || --*count > 0) {
         return;
     }
-    m_counts.erase(count);
+    m_counts.remove(applicationOf(window));
     tell(EventCode::ApplicationQuit);
 }
 
@@ -74,7 +74,7 @@ void ApplicationSource::change(const SessionWindow& before, const SessionWindow&
         // The window has said more about itself: the same program by another name.
         const auto count = m_counts.find(old);
         if (counts(before) && count != m_counts.end() && --*count <= 0) {
-            m_counts.erase(count);
+            m_counts.remove(old);
         }
         m_counts[application] += counts(now) ? 1 : 0;
         m_front = m_front == old ? application : m_front;
