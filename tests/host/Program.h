@@ -41,7 +41,7 @@ public:
     /// Waits for the window and gives it the keyboard; there is no window manager that would.
     bool takeFocus()
     {
-        const bool isUp = QTest::qWaitFor([this] { return !window().isEmpty(); }, 20'000);
+        const bool isUp = QTest::qWaitFor([] { return !window().isEmpty(); }, 20'000);
         return isUp && act({QStringLiteral("windowmove"), window(), QStringLiteral("0"), QStringLiteral("0")}) &&
                act({QStringLiteral("windowfocus"), window()});
     }
