@@ -52,11 +52,11 @@ constexpr wl_callback_listener answerListener{noteAnswer};
 /// Bound in their first version, seat and keyboard send none of the events that a listener leaves null here.
 struct WaylandKeyboard::Listeners
 {
-    static void global(void* self, wl_registry* registry, quint32 name, const char* interface, quint32 /*version*/)
+    static void global(void* self, wl_registry* globals, quint32 name, const char* interface, quint32 /*version*/)
     {
         auto* const keyboard = static_cast<WaylandKeyboard*>(self);
         if (!keyboard->m_seat && std::strcmp(interface, wl_seat_interface.name) == 0) {
-            keyboard->m_seat.reset(static_cast<wl_seat*>(wl_registry_bind(registry, name, &wl_seat_interface, 1)));
+            keyboard->m_seat.reset(static_cast<wl_seat*>(wl_registry_bind(globals, name, &wl_seat_interface, 1)));
             wl_seat_add_listener(keyboard->m_seat.get(), &seat, self);
         }
     }

@@ -93,18 +93,19 @@ void takeAttachments(QTextDocument& text, const QTextDocument& owner)
 /// Gives the files of @p text to @p target, under new names where a different file has the name there.
 void giveAttachments(QTextDocument& text, QTextDocument& target)
 {
-    for (AttachmentRun run : attachmentRuns(text)) {
+    for (const AttachmentRun& run : attachmentRuns(text)) {
         auto file = TextAttachment::in(text, run.name);
         if (!file || TextAttachment::in(target, run.name) == file) {
             continue;
         }
         file->name = TextAttachment::uniqueName(target, run.name);
         file->addTo(target);
-        run.format.setName(TextAttachment::imageFormat(file->name, {}).name());
+        auto format = run.format;
+        format.setName(TextAttachment::imageFormat(file->name, {}).name());
         QTextCursor cursor(&text);
         cursor.setPosition(run.position);
         cursor.setPosition(run.position + run.length, QTextCursor::KeepAnchor);
-        cursor.setCharFormat(run.format);
+        cursor.setCharFormat(format);
     }
 }
 

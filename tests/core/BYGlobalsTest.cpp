@@ -169,13 +169,13 @@ private Q_SLOTS:
         BYGlobals::writeDocument();
         QCOMPARE(kept(), QStringList());
         const QRegularExpression line(u"changed by another program; that version is kept as .*/blipsy/backups/test-"_s);
-        for (const QByteArray theirs : {"their first version", "their second"}) {
+        for (const char* theirs : {"their first version", "their second"}) {
             put(theirs);
             QTest::ignoreMessage(QtWarningMsg, line);
             BYGlobals::writeDocument();
             BYGlobals::writeDocument();
             QVERIFY(stored().contains("ours"));
-            QCOMPARE(Files::contents(backups.filePath(kept().last())), theirs);
+            QCOMPARE(Files::contents(backups.filePath(kept().constLast())), theirs);
         }
         QCOMPARE(kept().size(), 2);
 

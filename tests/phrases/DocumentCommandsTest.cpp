@@ -73,7 +73,9 @@ private Q_SLOTS:
     {
         NotificationRecorder recorder;
         QString left;
-        connect(m_commands.get(), &DocumentCommands::leaving, this, [&left] { left = BYGlobals::defaultFilePath(); });
+        const QObject watched;
+        connect(
+            m_commands.get(), &DocumentCommands::leaving, &watched, [&left] { left = BYGlobals::defaultFilePath(); });
         choose(0);
         QCOMPARE(left, m_document->path(u"test.blipsy"_s));
         QVERIFY(m_document->entryCalled(u"other"_s));
