@@ -14,6 +14,7 @@
 #include <NotificationRecorder.h>
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
+#include <WindowManager.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
@@ -34,6 +35,20 @@ bool helperRuns()
 bool typeInto(const QString& window, const QString& text)
 {
     return act({u"windowfocus"_s, window}) && act({u"type"_s, text});
+}
+
+/// What is left of the bytes that a terminal hands over one by one when BackSpace has taken others away.
+QByteArray lineFrom(const QByteArray& bytes)
+{
+    QByteArray line;
+    for (const char byte : bytes) {
+        if (byte == '\b' || byte == '\x7f') {
+            line.chop(1);
+        } else {
+            line.append(byte);
+        }
+    }
+    return line;
 }
 
 /// Types @p text until @p isSeen: the helper may not listen yet.
@@ -74,12 +89,14 @@ private Q_SLOTS:
         Files::write(path(u"low.aif"_s), SoundFixtures::aiff(440, 0.3));
         const auto brb =
             Dictionary::create({{PhraseKey::phrase, u"brb"_s}, {PhraseKey::soundFilepath, path(u"low.aif"_s)}});
-        const auto root = Dictionary::create({{DocumentKey::clippings, Array::create({brb})}});
+        const auto omw = Dictionary::create({{PhraseKey::phrase, u"omw"_s}, {PhraseKey::plainText, u"On my way."_s}});
+        const auto root = Dictionary::create({{DocumentKey::clippings, Array::create({brb, omw})}});
         Files::write(path(u"test.blipsy"_s), PropertyList::write(root));
     }
 
     void phraseIsHeardUntilTheSwitchIsOff()
     {
+        const WindowManager manager;
         Recording recording;
         NotificationRecorder bus;
         Program pane({u"--document"_s, path(u"test.blipsy"_s), u"--tab"_s, u"Options"_s});
@@ -95,16 +112,19 @@ private Q_SLOTS:
         const QString ours = QString::number(edit.winId());
         QVERIFY(typeUntil(ours, u"brb "_s, [&] { return recording.secondsOf(440) > 0.2; }));
         QTRY_VERIFY(edit.toPlainText().endsWith(u"brb "_s));
+        QVERIFY(typeInto(ours, u"omw "_s));
+        QTRY_VERIFY(edit.toPlainText().endsWith(u"brb On my way. "_s));
 
         QProcess terminal;
-        terminal.start(u"xterm"_s, {u"-T"_s, u"terminal"_s, u"-e"_s, u"cat >'%1'"_s.arg(path(u"typed"_s))});
+        terminal.start(
+            u"xterm"_s, {u"-T"_s, u"terminal"_s, u"-e"_s, u"stty -icanon; cat >'%1'"_s.arg(path(u"typed"_s))});
         QVERIFY(terminal.waitForStarted());
         QVERIFY(act({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, u"^terminal$"_s, u"windowfocus"_s}));
         recording.clear();
         QVERIFY(act({u"type"_s, u"brb "_s}));
         QTRY_VERIFY(recording.secondsOf(440) > 0.2);
-        QVERIFY(act({u"key"_s, u"Return"_s}));
-        QTRY_COMPARE(Files::contents(path(u"typed"_s)), "brb \n");
+        QVERIFY(act({u"type"_s, u"omw "_s}));
+        QTRY_COMPARE(lineFrom(Files::contents(path(u"typed"_s))), "brb On my way. ");
         terminal.kill();
         terminal.waitForFinished();
 

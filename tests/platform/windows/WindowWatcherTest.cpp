@@ -8,6 +8,7 @@
 
 #include <DataTable.h>
 #include <Files.h>
+#include <WindowManager.h>
 #include <xcb/xcb.h>
 
 #include <algorithm>
@@ -81,27 +82,6 @@ private:
     xcb_window_t m_root;
 };
 
-class Manager final
-{
-public:
-    Manager()
-    {
-        m_process.setStandardErrorFile(QProcess::nullDevice());
-        m_process.start(u"openbox"_s, QStringList());
-    }
-
-    Q_DISABLE_COPY_MOVE(Manager)
-
-    ~Manager()
-    {
-        m_process.terminate();
-        m_process.waitForFinished();
-    }
-
-private:
-    QProcess m_process;
-};
-
 /// What a watcher tells, a word for each.
 class Recorder final
 {
@@ -151,7 +131,7 @@ private Q_SLOTS:
 
     void windowsAreToldAsTheyComeChangeAndGo()
     {
-        const Manager manager;
+        const WindowManager manager;
         Program program;
         QVERIFY(managedWatcher(program));
         const auto watcher = WindowWatcher::ofSession();
@@ -193,7 +173,7 @@ private Q_SLOTS:
         Recorder recorder(*watcher);
         Program program;
         program.open();
-        const Manager manager;
+        const WindowManager manager;
         QTRY_COMPARE(watcher->windows().size(), 1U);
         QVERIFY(!recorder.heard.contains(u"opened Editor"_s));
     }
