@@ -85,6 +85,8 @@ void Helper::watchTyping()
         tellTypingIsUnseen();
         return;
     }
+    connect(&m_sessionFront, &SessionFront::changed, m_input.get(), &InputWatcher::setInFront);
+    m_sessionFront.follow();
     connect(m_input.get(), &InputWatcher::ended, this, &Helper::tellTypingIsUnseen);
 }
 

@@ -4,6 +4,7 @@
 #include "HelperContract.h"
 #include "HelperDocument.h"
 #include "HelperSounds.h"
+#include "SessionFront.h"
 
 #include <helper/menu/UserCommands.h>
 #include <helper/talk/Talk.h>
@@ -59,4 +60,5 @@ private:
     /// Null before the contract has begun.
     std::unique_ptr<TypedPhrases> m_typing;
     PasswordFocus m_passwordFocus;
+    SessionFront m_sessionFront;
 };

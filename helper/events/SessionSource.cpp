@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SessionSource.h"
 
+#include <platform/bus/LoginSession.h>
+
 #include <QDateTime>
 #include <QGuiApplication>
 
@@ -12,11 +14,6 @@ using PropertyList::Value;
 
 namespace {
 
-constexpr auto service = "org.freedesktop.login1";
-constexpr auto managerPath = "/org/freedesktop/login1";
-constexpr auto managerInterface = "org.freedesktop.login1.Manager";
-constexpr auto sessionInterface = "org.freedesktop.login1.Session";
-constexpr auto answerTimeout = 5s;
 /// A session that is younger than this when it is first seen has just begun.
 constexpr std::chrono::milliseconds youngest = 60s;
 
@@ -31,14 +28,15 @@ void SessionSource::start()
 {
     MessageBus& bus = MessageBus::system();
     bus.subscribe(
-        {service, managerPath, managerInterface, "PrepareForShutdown"}, this, [this](const MessageBus::Signal& signal) {
+        {LoginSession::service, LoginSession::managerPath, LoginSession::managerInterface, "PrepareForShutdown"}, this,
+        [this](const MessageBus::Signal& signal) {
             if (signal.argument(0).integerValue() != 0) {
                 endSession();
             }
         });
-    bus.followService(service, this, [this](const QString& owner) {
-        if (!owner.isEmpty() && m_session == nullptr) {
-            findSession();
+    LoginSession::find(this, [this](const QByteArray& path) {
+        if (m_session == nullptr) {
+            follow(path);
         }
     });
     if (qGuiApp != nullptr) {
@@ -46,28 +44,16 @@ void SessionSource::start()
     }
 }
 
-void SessionSource::findSession()
-{
-    // A program that the user's service manager has started belongs to no session: then it is the user's graphical one.
-    const QString session = qEnvironmentVariable("XDG_SESSION_ID", u"auto"_s);
-    MessageBus::system().request({service, managerPath, managerInterface, "GetSession"}, {session}, answerTimeout, this,
-        [this](const MessageBus::Arguments* reply) {
-            const QByteArray path = MessageBus::valueAt(reply, 0).string().toLatin1();
-            if (!path.isEmpty() && m_session == nullptr) {
-                follow(path);
-            }
-        });
-}
-
 void SessionSource::follow(const QByteArray& session)
 {
     MessageBus& bus = MessageBus::system();
     for (const bool isLocked : {true, false}) {
-        bus.subscribe({service, session, sessionInterface, isLocked ? "Lock" : "Unlock"}, this,
+        bus.subscribe({LoginSession::service, session, LoginSession::interface, isLocked ? "Lock" : "Unlock"}, this,
             [this, isLocked](const MessageBus::Signal&) { setLocked(isLocked); });
     }
-    m_session = new BusProperties(
-        bus, {service, session, sessionInterface, {u"Active"_s, u"LockedHint"_s, u"Timestamp"_s}}, this);
+    m_session = new BusProperties(bus,
+        {LoginSession::service, session, LoginSession::interface, {u"Active"_s, u"LockedHint"_s, u"Timestamp"_s}},
+        this);
     connect(m_session, &BusProperties::changed, this,
         [this](const QString& name, const Value&, const Value& now) { takeProperty(name, now.integerValue() != 0); });
     connect(

@@ -19,7 +19,6 @@ public:
     void start() override;
 
 private:
-    void findSession();
     void follow(const QByteArray& session);
     void takeProperty(const QString& name, bool now);
     void setLocked(bool isLocked);

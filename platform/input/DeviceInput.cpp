@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -92,7 +93,8 @@ bool DeviceInput::openDevice(udev_device* device)
     constexpr std::array pointers{"ID_INPUT_MOUSE", "ID_INPUT_TOUCHPAD", "ID_INPUT_POINTINGSTICK"};
     const bool isPointer = std::ranges::any_of(pointers, [&](const char* name) { return hasProperty(device, name); });
     // Each device has older nodes of other forms beside this one.
-    if (!node.startsWith(QLatin1String("/dev/input/event")) || !(isKeyboard || isPointer) || m_devices.contains(node)) {
+    if (!m_isInFront || !node.startsWith(QLatin1String("/dev/input/event")) || !(isKeyboard || isPointer) ||
+        m_devices.contains(node)) {
         return false;
     }
     const int descriptor = open(node.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -169,6 +171,24 @@ void DeviceInput::takeMotion(DeviceStream& device)
     if (!m_drag.isWatching()) {
         device.watchMotion(false);
     }
+}
+
+void DeviceInput::setInFront(bool isInFront)
+{
+    if (isInFront == m_isInFront) {
+        return;
+    }
+    m_isInFront = isInFront;
+    if (!isInFront) {
+        qDeleteAll(std::exchange(m_devices, {}));
+    } else if (m_context) {
+        openDevices(m_context.get());
+    }
+    // Keys and locks are looked up anew.
+    m_layout.reset();
+    m_interpreter.reset();
+    m_drag = {};
+    Q_EMIT interrupted();
 }
 
 void DeviceInput::forget()

@@ -21,8 +21,8 @@ struct udev_monitor;
 /// The locks and modifiers are followed from the keys of all keyboards together, as a compositor does it. The
 /// repetition of a held key is the kernel's; programs under a compositor repeat at a pace of their own.
 ///
-/// Devices belong to the seat, and so to whatever session is in front: the owner must let go of this object while that
-/// is another user's.
+/// Devices belong to the seat, and so to whatever session is in front: while that is another user's, setInFront() has
+/// all of them closed.
 class DeviceInput final : public InputWatcher
 {
     Q_OBJECT
@@ -40,6 +40,7 @@ public:
     /// @p name tells it from others.
     void addDevice(const QString& name, int descriptor);
 
+    void setInFront(bool isInFront) override;
     void forget() override;
 
 private:
@@ -64,4 +65,5 @@ private:
     /// Nothing while the session has no layout.
     std::optional<KeyInterpreter> m_interpreter;
     DragDetector m_drag;
+    bool m_isInFront = true;
 };

@@ -35,6 +35,10 @@ public:
     /// that the user may read. Null, with a line in the log, where there is none; why goes to @p obstacle.
     static std::unique_ptr<InputWatcher> ofSession(Obstacle* obstacle = nullptr);
 
+    /// Whether the session is the one in front, as it is at first. Input devices belong to the session in front: behind
+    /// another one they are let go of.
+    virtual void setInFront(bool /*isInFront*/) {}
+
     /// Overwrites what its buffers still hold of what was typed.
     virtual void forget() = 0;
 

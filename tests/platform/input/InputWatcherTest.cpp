@@ -8,6 +8,7 @@
 #include <DataTable.h>
 #include <fcntl.h>
 #include <linux/input.h>
+#include <poll.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -116,6 +117,13 @@ public:
     void send(const QByteArray& bytes) const
     {
         QCOMPARE(write(m_end, bytes.constData(), size_t(bytes.size())), bytes.size());
+    }
+
+    /// Whether nobody reads any more.
+    bool isLetGo() const
+    {
+        pollfd end{m_end, 0, 0};
+        return poll(&end, 1, 0) == 1 && (end.revents & POLLERR) != 0;
     }
 
 private:
@@ -318,6 +326,22 @@ private Q_SLOTS:
             QCoreApplication::processEvents();
         }
         QTRY_COMPARE(recorder.heard, heard);
+    }
+
+    void devicesAreLetGoOfBehindAnotherSession()
+    {
+        DeviceInput watcher;
+        const Recorder recorder(watcher);
+        const Device before(watcher, u"keyboard"_s);
+        before.send(down(KEY_LEFTSHIFT));
+        QCoreApplication::processEvents();
+        QVERIFY(!before.isLetGo());
+        watcher.setInFront(false);
+        QVERIFY(before.isLetGo());
+        watcher.setInFront(true);
+        const Device after(watcher, u"keyboard"_s);
+        after.send(stroke(KEY_A));
+        QTRY_VERIFY(recorder.heard.endsWith(u'a'));
     }
 
     void keyboardsShareTheirModifiers()
