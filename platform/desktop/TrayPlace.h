@@ -27,7 +27,7 @@ public:
 
 Q_SIGNALS:
     /// There is a place; told once, on the first that is found. The bus is asked first.
-    void found(Kind kind);
+    void found(TrayPlace::Kind kind);
 
 private:
     struct Disconnect
