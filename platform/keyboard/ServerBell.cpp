@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "ServerBell.h"
 
+#include "XkbProtocol.h"
+
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include <utility>
-
-#ifdef __clang__
-#pragma clang diagnostic ignored "-Wkeyword-macro"
-#endif
-// The header, written for C, calls a field "explicit".
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
 
 std::unique_ptr<ServerBell> ServerBell::ofSession()
 {

@@ -2,16 +2,9 @@
 #include "ServerKeyboard.h"
 
 #include "XcbHandles.h"
+#include "XkbProtocol.h"
 
 #include <xkbcommon/xkbcommon-x11.h>
-
-#ifdef __clang__
-#pragma clang diagnostic ignored "-Wkeyword-macro"
-#endif
-// The header, written for C, calls a field "explicit".
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
 
 #include <algorithm>
 

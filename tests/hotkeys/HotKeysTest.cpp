@@ -5,16 +5,12 @@
 #include <platform/desktop/Bundle.h>
 #include <platform/keyboard/HotKeyGrabs.h>
 #include <platform/keyboard/SessionKeyboard.h>
+#include <platform/keyboard/XkbProtocol.h>
 
 #include <QProcess>
 #include <QTest>
 
 #include <DataTable.h>
-
-// The header, written for C, calls a field "explicit".
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
 
 #include <cstdlib>
 
