@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "MessageBus.h"
 
-#include "BusReturn.h"
 #include "BusSubscriptions.h"
 #include "BusValues.h"
 
+#include <platform/servers/ServerReturn.h>
 #include <product/Product.h>
 
 #include <QFutureWatcher>
@@ -35,6 +35,15 @@ constexpr auto systemAddress = "unix:path=/run/dbus/system_bus_socket";
 uint64_t microseconds(std::chrono::steady_clock::duration time)
 {
     return uint64_t(std::chrono::duration_cast<std::chrono::microseconds>(time).count());
+}
+
+/// The path of the socket that a bus address names; nothing where it names none.
+QByteArray socketAt(const QByteArray& address)
+{
+    const QByteArray begin = "unix:path=";
+    const qsizetype end = address.indexOf(';');
+    const QByteArray first = address.left(end);
+    return first.startsWith(begin) ? first.sliced(begin.size()).split(',').first() : QByteArray();
 }
 
 /// Calls @p handler with @p self for a signal that the library makes up itself.
@@ -261,9 +270,7 @@ void MessageBus::serve()
         this);
     m_subscriptions = std::make_unique<BusSubscriptions>();
     if (m_kind == Kind::System) {
-        const QByteArray address =
-            qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS", QLatin1StringView(systemAddress)).toLocal8Bit();
-        m_return = std::make_unique<BusReturn>(loop, address, [this] { connectAgain(); });
+        followReturn();
     }
     if (const int result = connectToBus(); result < 0) {
         setLost(-result);
@@ -274,9 +281,9 @@ void MessageBus::serve()
     drain();
     m_calls.clear();
     m_subscriptions.reset();
-    m_return.reset();
     m_connection.reset();
     m_loop.reset();
+    m_return.reset();
 }
 
 int MessageBus::open(sd_bus*& opened) const
@@ -327,6 +334,23 @@ int MessageBus::connectToBus()
     });
     m_subscriptions->attach(opened);
     return matched < 0 ? matched : sd_bus_attach_event(opened, eventLoop(), SD_EVENT_PRIORITY_NORMAL);
+}
+
+void MessageBus::followReturn()
+{
+    const QByteArray address =
+        qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS", QLatin1StringView(systemAddress)).toLocal8Bit();
+    m_return = std::make_unique<ServerReturn>(socketAt(address));
+    sd_event_add_io(
+        eventLoop(), nullptr, m_return->descriptor(), EPOLLIN,
+        [](sd_event_source*, int, uint32_t, void* self) {
+            auto* const bus = static_cast<MessageBus*>(self);
+            if (bus->m_return->isDue()) {
+                bus->connectAgain();
+            }
+            return 0;
+        },
+        this);
 }
 
 void MessageBus::connectAgain()

@@ -17,9 +17,9 @@
 #include <vector>
 
 class BusRelay;
-class BusReturn;
 class BusSubscriptions;
 class QObject;
+class ServerReturn;
 
 struct sd_bus;
 struct sd_event;
@@ -31,7 +31,7 @@ struct sd_event;
 /// background), not a call, not the end of the process (messages that the bus has not taken yet hold it up for 0.2
 /// seconds at most). Work given to the bus from any thread runs in the order given. A bus that is absent or goes away
 /// is an ordinary state, logged once. The session's bus is the session, so there is no second attempt; the system's may
-/// be restarted, and is connected to again (see BusReturn). What was subscribed to then counts again.
+/// be restarted, and is connected to again (see ServerReturn). What was subscribed to then counts again.
 class MessageBus final
 {
 public:
@@ -143,6 +143,7 @@ private:
     int open(sd_bus*& opened) const;
     const char* name() const;
     int connectToBus();
+    void followReturn();
     void connectAgain();
     void setLost(int error);
     void setConnected();
@@ -167,7 +168,7 @@ private:
     std::deque<std::function<void()>> m_lostHandlers;
     std::unique_ptr<BusSubscriptions> m_subscriptions;
     /// Null for the session's bus.
-    std::unique_ptr<BusReturn> m_return;
+    std::unique_ptr<ServerReturn> m_return;
     bool m_isLossTold = false;
     bool m_lost = false;
     bool m_finished = false;

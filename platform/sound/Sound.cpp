@@ -178,7 +178,7 @@ void Sound::prepareOutput()
 {
     SoundServer& server = SoundServer::instance();
     const SoundServer::Lock lock(server);
-    server.connect();
+    server.stayConnected();
 }
 
 void Sound::jobEnded(const std::shared_ptr<Job>& job, bool playedToTheEnd)

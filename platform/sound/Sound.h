@@ -41,7 +41,7 @@ public:
     /// True from play() to stop() or finished().
     bool isPlaying() const { return m_job != nullptr; }
 
-    /// Connects to the sound server ahead of the first play, in the background.
+    /// Connects to the sound server ahead of the first play, in the background, and again when it has been restarted.
     static void prepareOutput();
 
 Q_SIGNALS:

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "SoundServer.h"
 
+#include <platform/servers/ServerReturn.h>
 #include <product/Product.h>
 
 #include <QLoggingCategory>
 
 #include <pulse/context.h>
 #include <pulse/error.h>
+#include <pulse/mainloop-api.h>
 #include <pulse/proplist.h>
 #include <pulse/thread-mainloop.h>
 
@@ -21,6 +23,23 @@ Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".sound.server", QtInfoMsg)
 QString errorText(const pa_context* context)
 {
     return QString::fromUtf8(pa_strerror(pa_context_errno(context)));
+}
+
+/// Where the session's server listens, unless its settings say otherwise; nothing where that is no path.
+QByteArray socketOfServer()
+{
+    // The first one of several, and that without the name of the machine on which it counts.
+    QByteArray server = qgetenv("PULSE_SERVER").simplified().split(' ').first();
+    server = server.mid(server.startsWith('{') ? server.indexOf('}') + 1 : 0);
+    server = server.mid(server.startsWith("unix:") ? 5 : 0);
+    if (!server.isEmpty()) {
+        return server.startsWith('/') ? server : QByteArray();
+    }
+    QByteArray folder = qgetenv("PULSE_RUNTIME_PATH");
+    if (folder.isEmpty()) {
+        folder = qgetenv("XDG_RUNTIME_DIR") + "/pulse";
+    }
+    return folder + "/native";
 }
 
 } // namespace
@@ -64,6 +83,30 @@ void SoundServer::connect()
     if (pa_context_connect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0 && m_context != nullptr) {
         dropContext(errorText(m_context));
     }
+}
+
+void SoundServer::stayConnected()
+{
+    if (!m_return) {
+        m_return = std::make_unique<ServerReturn>(socketOfServer());
+        lookForReturn();
+    }
+    connect();
+}
+
+void SoundServer::lookForReturn()
+{
+    if (m_return->descriptor() < 0) {
+        return;
+    }
+    pa_mainloop_api* const loop = pa_threaded_mainloop_get_api(m_loop);
+    const auto look = [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void* server) {
+        auto* const self = static_cast<SoundServer*>(server);
+        if (self->m_return->isDue()) {
+            self->connect();
+        }
+    };
+    loop->io_new(loop, m_return->descriptor(), PA_IO_EVENT_INPUT, look, this);
 }
 
 void SoundServer::disconnect()
@@ -117,6 +160,9 @@ void SoundServer::contextIsReady()
 {
     m_ready = true;
     m_connectionError.clear();
+    if (m_return) {
+        m_return->end();
+    }
     qCDebug(log) << "connected to the sound server";
     for (const auto& handler : m_connectedHandlers) {
         handler(m_context);
@@ -138,6 +184,9 @@ void SoundServer::dropContext(const QString& reason)
     pa_context_disconnect(context);
     for (const auto& handler : m_lostHandlers) {
         handler();
+    }
+    if (m_return) {
+        m_return->wait();
     }
     pa_context_unref(context);
     notifyWaiting();

@@ -11,6 +11,8 @@
 #include <mutex>
 #include <vector>
 
+class ServerReturn;
+
 struct pa_context;
 struct pa_threaded_mainloop;
 
@@ -39,6 +41,9 @@ public:
 
     /// Starts to connect, unless that is done or under way. A lost connection is made anew by the next call.
     void connect();
+    /// Connects, and from now on whenever the server is there again after the connection has been lost or could not be
+    /// made (see ServerReturn).
+    void stayConnected();
     /// Closes the connection with everything on it: what a server that has hung deserves.
     void disconnect();
 
@@ -70,6 +75,7 @@ public:
 private:
     SoundServer();
 
+    void lookForReturn();
     static void contextChanged(pa_context* context, void* server);
     void contextIsReady();
     void dropContext(const QString& reason);
@@ -77,6 +83,8 @@ private:
     pa_threaded_mainloop* m_loop;
     pa_context* m_context = nullptr;
     bool m_ready = false;
+    /// Null until the connection is to stay.
+    std::unique_ptr<ServerReturn> m_return;
     QString m_connectionError;
     std::vector<std::function<void(pa_context*)>> m_connectedHandlers;
     std::vector<std::function<void()>> m_lostHandlers;

@@ -4,7 +4,6 @@
 #include "SoundServer.h"
 
 #include <QByteArray>
-#include <QTimer>
 
 #include <pulse/context.h>
 #include <pulse/introspect.h>
@@ -19,14 +18,7 @@
 #include <span>
 #include <utility>
 
-using namespace std::chrono_literals;
-
 namespace {
-
-/// Of looking for a server that has gone: after 1, 4, 16, 64 and 256 seconds.
-constexpr std::chrono::milliseconds firstDelay = 1s;
-constexpr int growth = 4;
-constexpr int mostTries = 5;
 
 void forget(pa_operation* operation)
 {
@@ -79,7 +71,6 @@ public:
             },
             this));
         askForDefault();
-        tell([](SoundServerNews& news) { news.m_tries = 0; });
     }
 
     void end()
@@ -87,7 +78,6 @@ public:
         if (m_context != nullptr) {
             pa_context_set_subscribe_callback(std::exchange(m_context, nullptr), nullptr, nullptr);
         }
-        tell([](SoundServerNews& news) { news.connectAgain(); });
     }
 
     /// Nobody listens any more.
@@ -212,22 +202,5 @@ void SoundServerNews::start()
             self->end();
         }
     });
-    server.connect();
-}
-
-void SoundServerNews::connectAgain()
-{
-    if (m_tries >= mostTries) {
-        return;
-    }
-    auto delay = firstDelay;
-    for (int i = 0; i < m_tries; ++i) {
-        delay *= growth;
-    }
-    ++m_tries;
-    QTimer::singleShot(delay, this, [] {
-        SoundServer& server = SoundServer::instance();
-        const SoundServer::Lock lock(server);
-        server.connect();
-    });
+    server.stayConnected();
 }

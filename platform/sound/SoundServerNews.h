@@ -9,8 +9,7 @@
 /// What happens at the sound server: the volume of the default output, head phones, and the event sounds that programs
 /// play. Told by the server (a subscription); nothing is asked for at intervals. What a server begins with is no news.
 ///
-/// Where there is no server it is silent until there is one again: it is looked for a few times, at growing distances,
-/// after it has gone, and found whenever this program plays something.
+/// Where there is no server it is silent until there is one again.
 class SoundServerNews final : public QObject
 {
     Q_OBJECT
@@ -34,9 +33,6 @@ Q_SIGNALS:
 private:
     class Listener;
 
-    void connectAgain();
-
     /// Shared with the library's thread, to which it belongs.
     std::shared_ptr<Listener> m_listener;
-    int m_tries = 0;
 };

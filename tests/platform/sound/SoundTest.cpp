@@ -174,6 +174,18 @@ private Q_SLOTS:
         QVERIFY(SoundServerControl::restart());
     }
 
+    void connectionIsThereBeforeTheNextSound()
+    {
+        const auto isConnected = [] {
+            const auto clients = SoundServerControl::control({u"list"_s, u"clients"_s});
+            return clients && clients->contains("com.blipsy.prefpanel");
+        };
+        Sound::prepareOutput();
+        QTRY_VERIFY(isConnected());
+        QVERIFY(SoundServerControl::restart());
+        QTRY_VERIFY(isConnected());
+    }
+
     void hungServerKeepsNobodyWaiting()
     {
         const auto playing = tone(440, 30);
