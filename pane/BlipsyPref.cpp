@@ -5,6 +5,7 @@
 
 #include <core/BYGlobals.h>
 #include <phrases/RecentDocuments.h>
+#include <platform/controls/AssistiveClicks.h>
 #include <platform/desktop/Bundle.h>
 
 BlipsyPref::BlipsyPref(QObject* parent)
@@ -38,6 +39,8 @@ void BlipsyPref::openDocument(const QString& path)
 QWidget* BlipsyPref::loadMainView()
 {
     if (!m_interface) {
+        // Assistive programs meet the controls as soon as they are made.
+        AssistiveClicks::install();
         m_interface = std::make_unique<Interface>();
         for (const auto& setUp : m_interface->setUps()) {
             setUp();
