@@ -23,20 +23,13 @@ using PropertyList::Dictionary;
 using PropertyList::Value;
 using SoundServerControl::Recording;
 
-namespace {
-
-/// Where the first row and its columns are in the window as it opens.
-constexpr int firstRow = 100;
-constexpr int phraseColumn = 120;
-constexpr int playColumn = 762;
-
-} // namespace
-
 class EndToEndTest final : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+
+    static void initTestCase() { QVERIFY(Accessible::switchOn()); }
 
     void init()
     {
@@ -69,9 +62,10 @@ private Q_SLOTS:
         QTRY_VERIFY(bus.names().contains(u"RefreshMenu"_s));
 
         recording.clear();
-        QVERIFY(program.click(playColumn, firstRow));
+        const Accessible table = phrasesOf(program);
+        QVERIFY(click(playCell(table, 0)));
         QTRY_VERIFY_WITH_TIMEOUT(recording.secondsOf(440) > 0.4, 10'000);
-        QVERIFY(program.click(playColumn, firstRow + 24));
+        QVERIFY(click(playCell(table, 1)));
         QTRY_VERIFY_WITH_TIMEOUT(recording.secondsOf(1000) > 0.4, 10'000);
     }
 
@@ -79,10 +73,11 @@ private Q_SLOTS:
     {
         Program program({u"--document"_s, path(u"test.blipsy"_s)});
         QVERIFY(program.takeFocus());
+        const Accessible table = phrasesOf(program);
         QVERIFY(SoundServerControl::signalServer(SIGSTOP));
         const auto goOn = qScopeGuard([] { SoundServerControl::signalServer(SIGCONT); });
-        QVERIFY(program.click(playColumn, firstRow));
-        QVERIFY(program.click(phraseColumn, firstRow));
+        QVERIFY(click(playCell(table, 0)));
+        QVERIFY(click(table.cell(0, 1)));
         QVERIFY(act({u"key"_s, u"ctrl+a"_s}));
         QTRY_COMPARE_WITH_TIMEOUT(storedSoundOf(u"alpha"_s), QString(), 2'000);
     }
@@ -120,7 +115,7 @@ private Q_SLOTS:
         Files::write(path(u"test.blipsy"_s), bytes);
         Program program({u"--document"_s, path(u"test.blipsy"_s)});
         QVERIFY(program.takeFocus());
-        QVERIFY(program.click(playColumn, firstRow));
+        QVERIFY(click(phrasesOf(program)));
         QVERIFY(act({u"key"_s, u"ctrl+v"_s}));
         QCOMPARE(Files::contents(path(u"test.blipsy"_s)), bytes);
         QCOMPARE(program.process.state(), QProcess::Running);
@@ -128,6 +123,10 @@ private Q_SLOTS:
 
 private:
     QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    static Accessible phrasesOf(const Program& program) { return program.control(u"table"_s, u"Phrases"_s); }
+
+    static Accessible playCell(const Accessible& table, int row) { return table.cellNamed(row, u"Play the sound"_s); }
 
     QString storedSoundOf(const QString& phrase) const
     {

@@ -24,8 +24,6 @@ using SoundServerControl::Recording;
 namespace {
 
 const QString loginItem = QDir::homePath() + u"/.config/autostart/BlipsyMenu.desktop"_s;
-/// Where "Off" is on the Options tab of the window as it opens.
-constexpr QPoint switchOff(77, 80);
 
 bool helperRuns()
 {
@@ -86,6 +84,7 @@ private Q_SLOTS:
 
     void initTestCase()
     {
+        QVERIFY(Accessible::switchOn());
         Files::write(path(u"low.aif"_s), SoundFixtures::aiff(440, 0.3));
         const auto brb =
             Dictionary::create({{PhraseKey::phrase, u"brb"_s}, {PhraseKey::soundFilepath, path(u"low.aif"_s)}});
@@ -104,8 +103,6 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(helperRuns() && QFile::exists(loginItem), 20'000);
 
         QPlainTextEdit edit;
-        // Beside the pane.
-        edit.setGeometry(900, 0, 300, 200);
         edit.show();
         edit.setFocus();
         QVERIFY(QTest::qWaitForWindowExposed(&edit));
@@ -129,7 +126,7 @@ private Q_SLOTS:
         terminal.waitForFinished();
 
         QVERIFY(bus.forgetAllPosted());
-        QVERIFY(pane.click(switchOff.x(), switchOff.y()));
+        QVERIFY(pane.press(u"radio button"_s, u"Off"_s));
         QTRY_VERIFY(bus.names().contains(NotificationName::byeBye));
         QTRY_VERIFY(!helperRuns() && !QFile::exists(loginItem));
         recording.clear();

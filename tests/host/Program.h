@@ -4,6 +4,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include <Accessible.h>
+
 /// Runs xdotool, which moves the pointer and presses keys as a person does.
 inline bool act(const QStringList& arguments)
 {
@@ -21,7 +23,8 @@ inline QProcessEnvironment environmentWith(const QMap<QString, QString>& changes
     return environment;
 }
 
-/// The program under test on the private display, with its window in the corner of the screen.
+/// The program under test on the private display. Its controls are found by role and name, as assistive programs find
+/// them.
 class Program final
 {
 public:
@@ -38,30 +41,50 @@ public:
         process.waitForFinished();
     }
 
-    /// Waits for the window and gives it the keyboard; there is no window manager that would.
-    bool takeFocus()
+    Q_DISABLE_COPY_MOVE(Program)
+
+    /// Waits for the window and gives it the keyboard; there may be no window manager that would.
+    bool takeFocus() const
     {
-        const bool isUp = QTest::qWaitFor([] { return !window().isEmpty(); }, 20'000);
-        return isUp && act({QStringLiteral("windowmove"), window(), QStringLiteral("0"), QStringLiteral("0")}) &&
-               act({QStringLiteral("windowfocus"), window()});
+        return QTest::qWaitFor(
+            [] {
+                return act({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                    QStringLiteral("^Blipsy$"), QStringLiteral("windowfocus")});
+            },
+            20'000);
     }
 
-    bool click(int x, int y)
+    /// Waits until a control is to be seen; null when it does not come.
+    Accessible control(const QString& role, const QString& name) const
     {
-        return act({QStringLiteral("mousemove"), QStringLiteral("--window"), window(), QString::number(x),
-                   QString::number(y)}) &&
-               act({QStringLiteral("click"), QStringLiteral("1")});
+        Accessible found;
+        const bool isThere = QTest::qWaitFor(
+            [&] {
+                for (const Accessible& one : Accessible::program(process.processId()).showing()) {
+                    if (one.role() == role && one.name() == name) {
+                        found = one;
+                        return true;
+                    }
+                }
+                return false;
+            },
+            20'000);
+        if (!isThere) {
+            qWarning().noquote() << "no" << role << name;
+        }
+        return found;
     }
+
+    /// Does what the control is for, as an assistive program asks it to.
+    bool press(const QString& role, const QString& name) const { return control(role, name).act(); }
 
     QProcess process;
-
-private:
-    static QString window()
-    {
-        QProcess search;
-        search.start(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                                    QStringLiteral("--name"), QStringLiteral("^Blipsy$")});
-        search.waitForFinished();
-        return QString::fromLatin1(search.readAllStandardOutput().split('\n').first());
-    }
 };
+
+/// Clicks on a control with the pointer.
+inline bool click(const Accessible& control)
+{
+    const QPoint center = control.extents().center();
+    return !control.isNull() && act({QStringLiteral("mousemove"), QString::number(center.x()),
+                                    QString::number(center.y()), QStringLiteral("click"), QStringLiteral("1")});
+}
