@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "AtomicFile.h"
 
+#include "FileDescriptor.h"
+
 #include <product/Product.h>
 
 #include <QDirIterator>
@@ -17,7 +19,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
-#include <utility>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -41,27 +43,6 @@ std::error_code systemError()
 {
     return {errno, std::generic_category()};
 }
-
-class FileDescriptor final
-{
-public:
-    explicit FileDescriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-
-    ~FileDescriptor() { std::ignore = close(); }
-
-    Q_DISABLE_COPY_MOVE(FileDescriptor)
-
-    int get() const { return m_descriptor; }
-
-    /// Some file systems report a failed write only here. The descriptor is gone even then.
-    bool close() { return m_descriptor < 0 || ::close(std::exchange(m_descriptor, -1)) == 0; }
-
-private:
-    int m_descriptor;
-};
 
 QByteArray temporaryName()
 {

@@ -14,7 +14,7 @@
 /// cannot be read or parsed reads as empty and is never overwritten; one log line per state of the file names it and
 /// the reason. Values that could not be stored are kept, are seen by this process, and are written by the next
 /// synchronize() that can; where another process held the lock for too long that happens by itself soon after. What a
-/// killed process leaves in the folder, a lock or a half-written file, is removed.
+/// killed process leaves half-written in the folder is removed, and its lock is free at once.
 namespace Preferences {
 
 /// Sets @p key in @p domain for the current user (a null value removes it). Kept in memory until synchronize();

@@ -2,15 +2,14 @@
 #include "PreferencesDomain.h"
 
 #include "AtomicFile.h"
+#include "FileLock.h"
 
 #include <product/Product.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QLoggingCategory>
 #include <QStandardPaths>
 #include <QTimer>
@@ -29,11 +28,7 @@ Q_LOGGING_CATEGORY(log, PRODUCT_NAME ".preferences")
 
 /// Every user action may store more than one setting, and all of them together must not be felt.
 constexpr auto lockTimeout = 40ms;
-constexpr int lockPollMilliseconds = 4;
 constexpr auto retryDelay = 500ms;
-/// A process that is killed between making the lock file and filling it leaves one that names nobody. It is taken away
-/// once it is so old (in milliseconds); a living process has its lock file locked besides, and keeps it.
-constexpr int emptyLockLifetime = 500;
 
 constexpr qint64 maximumSize = 1 << 26;
 
@@ -55,18 +50,6 @@ Value deepCopy(const Value& value)
         return copy;
     }
     return value;
-}
-
-/// QLockFile doubles its pauses from 100 ms on; another process holds this lock for a few milliseconds.
-bool lockWithin(QLockFile& lock, std::chrono::milliseconds timeout)
-{
-    const QDeadlineTimer deadline(timeout);
-    while (!lock.tryLock(lockPollMilliseconds)) {
-        if (lock.error() != QLockFile::LockFailedError || deadline.hasExpired()) {
-            return false;
-        }
-    }
-    return true;
 }
 
 /// Logs @p problem unless it is the @p last one; an empty text ends it.
@@ -153,13 +136,13 @@ bool PreferencesDomain::store()
 
 bool PreferencesDomain::lockAndStore()
 {
-    QLockFile lock(m_path + u".lock"_s);
-    lock.setStaleLockTime(emptyLockLifetime);
+    FileLock lock(m_path + u".lock"_s);
     // Whoever kept the lock for longer than anybody needs is not waited for again.
-    if (!lockWithin(lock, m_lockTimedOut ? 0ms : lockTimeout)) {
-        m_lockTimedOut = lock.error() == QLockFile::LockFailedError;
+    if (const std::error_code error = lock.lockWithin(m_lockTimedOut ? 0ms : lockTimeout)) {
+        m_lockTimedOut = error == std::errc::resource_unavailable_try_again;
         report(m_lockTimedOut ? u"settings %1 are locked by another process; storing them later"_s.arg(m_path)
-                              : u"cannot store settings %1: its lock file cannot be made"_s.arg(m_path),
+                              : u"cannot store settings %1: its lock file cannot be made: %2"_s.arg(
+                                    m_path, QString::fromStdString(error.message())),
             m_storeProblem);
         if (m_lockTimedOut) {
             retryLater();
