@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using Files::contents;
@@ -41,11 +42,16 @@ bool kill(pid_t process)
     return ::kill(process, SIGKILL) == 0 && ::waitpid(process, &status, 0) == process && WIFSIGNALED(status);
 }
 
-mode_t mode(const QString& path)
+struct stat statusOf(const QString& path)
 {
     struct stat status = {};
     ::stat(QFile::encodeName(path).constData(), &status);
-    return status.st_mode & 07777;
+    return status;
+}
+
+mode_t mode(const QString& path)
+{
+    return statusOf(path).st_mode & 07777;
 }
 
 } // namespace
@@ -75,15 +81,20 @@ private Q_SLOTS:
         QCOMPARE(mode(m_path), mode_t(0640));
     }
 
-    void replacedFileKeepsPermissionsAndLink()
+    void replacedFileKeepsOwnerPermissionsAndLink()
     {
         write(m_path, "old and longer");
+        // Only the system's administrator may; for others it is their own file.
+        std::ignore = ::chown(QFile::encodeName(m_path).constData(), 4'321, 1'234);
+        const struct stat before = statusOf(m_path);
         ::chmod(QFile::encodeName(m_path).constData(), 0604);
         const QString link = m_folder.filePath(u"link"_s);
         QVERIFY(QFile::link(u"document"_s, link));
         QVERIFY(AtomicFile::write(link, "new"));
         QCOMPARE(contents(m_path), "new");
         QCOMPARE(mode(m_path), mode_t(0604));
+        QCOMPARE(statusOf(m_path).st_uid, before.st_uid);
+        QCOMPARE(statusOf(m_path).st_gid, before.st_gid);
         QVERIFY(QFileInfo(link).isSymLink());
     }
 
