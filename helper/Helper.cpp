@@ -97,8 +97,8 @@ void Helper::insertTexts()
         const auto window = m_windows ? m_windows->active() : std::nullopt;
         return window ? window->windowClass : QString();
     };
-    m_insertion = std::make_unique<TextInsertion>(
-        TextInsertion::Session{m_input.get(), frontmostClass, [this] { return m_document.phrases(); }});
+    const auto documents = [this] { return std::vector{m_typing->phrases(), m_document.phrases()}; };
+    m_insertion = std::make_unique<TextInsertion>(TextInsertion::Session{m_input.get(), frontmostClass, documents});
     connect(&m_commands, &UserCommands::phraseChosen, m_insertion.get(),
         [this](const PropertyList::DictionaryPointer& entry) { m_insertion->insert(entry); });
 }

@@ -16,8 +16,8 @@ constexpr int maximumReferences = 200;
 } // namespace
 
 PhraseReferenceTexts::PhraseReferenceTexts(
-    const Phrase& of, const PropertyList::ArrayPointer& phrases, const QDateTime& moment)
-    : m_phrases(phrases)
+    const Phrase& of, const std::vector<PropertyList::ArrayPointer>& documents, const QDateTime& moment)
+    : m_documents(documents)
     , m_moment(moment)
     , m_open{of}
     , m_unitsLeft(PhraseText::maximumLength)
@@ -64,14 +64,18 @@ QString PhraseReferenceTexts::textOf(QStringView reference)
 
 Phrase PhraseReferenceTexts::find(QStringView name) const
 {
-    if (!m_phrases) {
-        return {};
-    }
-    const PropertyList::Array& phrases = *m_phrases;
-    const auto found = std::ranges::find_if(phrases, [name](const PropertyList::Value& value) {
+    const auto isWanted = [name](const PropertyList::Value& value) {
         const PropertyList::Dictionary* const entry = value.dictionaryInPlace();
         const PropertyList::Value* const phrase = entry != nullptr ? entry->find(PhraseKey::phrase) : nullptr;
         return phrase != nullptr && phrase->textValue() == name;
-    });
-    return found == phrases.end() ? Phrase() : Phrase(found->dictionary());
+    };
+    for (const PropertyList::ArrayPointer& phrases : m_documents) {
+        if (phrases) {
+            const PropertyList::Array& document = *phrases;
+            if (const auto found = std::ranges::find_if(document, isWanted); found != document.end()) {
+                return Phrase(found->dictionary());
+            }
+        }
+    }
+    return {};
 }

@@ -15,8 +15,10 @@
 class PhraseReferenceTexts final
 {
 public:
-    /// @p of is the phrase whose text is inserted.
-    PhraseReferenceTexts(const Phrase& of, const PropertyList::ArrayPointer& phrases, const QDateTime& moment);
+    /// @p of is the phrase whose text is inserted. @p documents are the lists of phrases in which others are looked up,
+    /// one after the other; any of them may be null.
+    PhraseReferenceTexts(
+        const Phrase& of, const std::vector<PropertyList::ArrayPointer>& documents, const QDateTime& moment);
 
     /// @p literal with its stamps and calendar conversions filled in. Counts what it gives.
     QString filled(QStringView literal);
@@ -30,7 +32,7 @@ public:
 private:
     Phrase find(QStringView name) const;
 
-    PropertyList::ArrayPointer m_phrases;
+    std::vector<PropertyList::ArrayPointer> m_documents;
     QDateTime m_moment;
     /// The phrases whose texts are being resolved, the outermost first.
     std::vector<Phrase> m_open;

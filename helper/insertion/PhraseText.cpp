@@ -81,12 +81,12 @@ bool PhraseText::isIn(const Phrase& phrase)
 }
 
 std::optional<PhraseText> PhraseText::of(
-    const Phrase& phrase, const PropertyList::ArrayPointer& phrases, const QDateTime& moment)
+    const Phrase& phrase, const std::vector<PropertyList::ArrayPointer>& documents, const QDateTime& moment)
 {
     if (!isIn(phrase)) {
         return {};
     }
-    PhraseReferenceTexts references(phrase, phrases, moment);
+    PhraseReferenceTexts references(phrase, documents, moment);
     const std::optional<QByteArray> rtfd = phrase.rtfd();
     std::optional<PhraseText> result = rtfd ? RichPhraseText::of(*rtfd, references) : std::nullopt;
     if (!result) {
@@ -95,7 +95,7 @@ std::optional<PhraseText> PhraseText::of(
     return references.isExhausted() ? std::nullopt : result;
 }
 
-qsizetype caretStepsIn(const QString& text)
+qsizetype caretStepsIn(QStringView text)
 {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype steps = 0;

@@ -44,11 +44,11 @@ struct PhraseText
     /// Whether the phrase has a text, and not only a sound.
     static bool isIn(const Phrase& phrase);
 
-    /// The text of @p phrase at @p moment; references are looked up in @p phrases, which may be null. Nothing when it
-    /// has no text, or too long a one.
+    /// The text of @p phrase at @p moment; references are looked up in @p documents, lists of phrases that may be null,
+    /// one after the other. Nothing when it has no text, or too long a one.
     static std::optional<PhraseText> of(
-        const Phrase& phrase, const PropertyList::ArrayPointer& phrases, const QDateTime& moment);
+        const Phrase& phrase, const std::vector<PropertyList::ArrayPointer>& documents, const QDateTime& moment);
 };
 
 /// How many characters @p text has for who moves through it with the arrow keys.
-qsizetype caretStepsIn(const QString& text);
+qsizetype caretStepsIn(QStringView text);

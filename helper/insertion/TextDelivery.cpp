@@ -128,7 +128,7 @@ void TextDelivery::goOn()
     }
     m_typist->strike(strokes);
     giveBack();
-    m_steps.clear();
+    dropSteps();
     Q_EMIT finished();
 }
 
@@ -169,4 +169,16 @@ void TextDelivery::giveBack()
             m_owner->own(selection, contents);
         }
     }
+}
+
+/// With the text goes what the user has typed meanwhile: nothing of it stays in memory.
+void TextDelivery::dropSteps()
+{
+    for (DeliveryStep& step : m_steps) {
+        if (auto* const piece = std::get_if<TextPiece>(&step)) {
+            piece->plain.fill(QChar::Null);
+            piece->html.fill(QChar::Null);
+        }
+    }
+    m_steps.clear();
 }

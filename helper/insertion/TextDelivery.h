@@ -55,6 +55,7 @@ private:
     void takeRequest(quint32 requestor);
     void typeUnasked();
     void giveBack();
+    void dropSteps();
 
     std::unique_ptr<Typist> m_typist;
     std::unique_ptr<SelectionReader> m_reader;

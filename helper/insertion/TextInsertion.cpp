@@ -43,7 +43,7 @@ Typist::Stroke strokeOf(CaretMove move)
 }
 
 /// A text behind all others, as a part of the last one where that is possible: one paste is undone at once.
-void append(std::vector<DeliveryStep>& steps, const QString& text)
+void append(std::vector<DeliveryStep>& steps, QStringView text)
 {
     if (text.isEmpty()) {
         return;
@@ -54,7 +54,7 @@ void append(std::vector<DeliveryStep>& steps, const QString& text)
     auto& piece = std::get<TextPiece>(steps.back());
     piece.plain += text;
     if (!piece.html.isEmpty()) {
-        piece.html = RichPhraseText::appended(piece.html, text);
+        piece.html = RichPhraseText::appended(piece.html, text.toString());
     }
 }
 
@@ -96,12 +96,7 @@ TextInsertion::~TextInsertion() = default;
 void TextInsertion::replace(const CompletedPhrase& completed)
 {
     if (m_delivery && PhraseText::isIn(completed.entry)) {
-        Job job;
-        job.phrase = completed.entry;
-        job.typed = completed.characters;
-        job.trigger = completed.trigger;
-        job.focus = m_delivery->focus();
-        add(std::move(job));
+        add(completed, m_delivery->focus());
     }
 }
 
@@ -110,20 +105,20 @@ void TextInsertion::insert(const Phrase& phrase)
     if (!m_delivery || !PhraseText::isIn(phrase)) {
         return;
     }
-    QTimer::singleShot(menuGoes, this, [this, phrase] {
-        Job job;
-        job.phrase = phrase;
-        add(std::move(job));
-    });
+    QTimer::singleShot(menuGoes, this, [this, phrase] { add({phrase.dictionary(), 0, {}}, 0); });
 }
 
-void TextInsertion::add(Job job)
+void TextInsertion::add(const CompletedPhrase& completed, quint32 focus)
 {
     if (m_jobs.size() == maximumJobs) {
         qCWarning(log, "a phrase's text is not inserted: too many are waiting for the program in front");
         return;
     }
-    m_jobs.push_back(std::move(job));
+    Job& job = m_jobs.emplace_back();
+    job.phrase = completed.entry;
+    job.typed = completed.characters;
+    job.trigger = completed.trigger;
+    job.focus = focus;
     if (m_jobs.size() == 1) {
         begin();
     }
@@ -134,8 +129,8 @@ void TextInsertion::begin()
 {
     m_isSent = false;
     Job& job = m_jobs.front();
-    const auto phrases = m_session.phrases ? m_session.phrases() : PropertyList::ArrayPointer();
-    if (auto text = PhraseText::of(job.phrase, phrases, QDateTime::currentDateTime())) {
+    const auto documents = m_session.documents ? m_session.documents() : std::vector<PropertyList::ArrayPointer>();
+    if (auto text = PhraseText::of(job.phrase, documents, QDateTime::currentDateTime())) {
         job.text = std::move(*text);
     } else {
         qCWarning(log, "a phrase's text is not inserted: it is too long");
@@ -163,8 +158,9 @@ void TextInsertion::end()
 std::vector<DeliveryStep> TextInsertion::stepsOf(const Job& job)
 {
     std::vector<DeliveryStep> steps;
+    const QStringView meanwhile = job.meanwhile.text();
     if (job.typed > 0) {
-        const qsizetype since = caretStepsIn(job.trigger) + caretStepsIn(job.meanwhile);
+        const qsizetype since = caretStepsIn(job.trigger) + caretStepsIn(meanwhile);
         steps.emplace_back(Typist::Stroke{Typist::Key::BackSpace, job.typed + since});
     }
     for (const TextStep& step : job.text.steps) {
@@ -177,9 +173,9 @@ std::vector<DeliveryStep> TextInsertion::stepsOf(const Job& job)
     const bool keepsTrigger = job.text.keepsTrigger.value_or(Settings::triggerInhibPref.value() != 1);
     const QString trigger = keepsTrigger ? job.trigger : QString();
     appendTrigger(steps, trigger);
-    append(steps, job.meanwhile);
+    append(steps, meanwhile);
     if (const auto after = job.text.charactersAfterCaret) {
-        const qsizetype behind = *after + caretStepsIn(trigger) + caretStepsIn(job.meanwhile);
+        const qsizetype behind = *after + caretStepsIn(trigger) + caretStepsIn(meanwhile);
         steps.emplace_back(Typist::Stroke{Typist::Key::Left, behind});
     }
     return steps;
@@ -206,9 +202,11 @@ void TextInsertion::takeKey(const KeyPress& press)
     }
     for (Job* const job : waitingForUser()) {
         if (key == Key::Character && !press.meaning.isShortcut) {
-            job->meanwhile += press.meaning.text.view();
-        } else if (key == Key::BackSpace && !press.meaning.isShortcut && !job->meanwhile.isEmpty()) {
-            job->meanwhile.chop(job->meanwhile.back().isLowSurrogate() ? 2 : 1);
+            const QStringView text = press.meaning.text.view();
+            job->isAbandoned = job->isAbandoned || job->meanwhile.text().size() + text.size() > longestMeanwhile;
+            job->meanwhile.append(text);
+        } else if (key == Key::BackSpace && !press.meaning.isShortcut && !job->meanwhile.text().isEmpty()) {
+            job->meanwhile.removeLast();
         } else {
             job->isAbandoned = true;
         }

@@ -5,6 +5,7 @@
 
 #include <core/Phrase.h>
 #include <helper/typing/CompletedPhrase.h>
+#include <helper/typing/TypingBuffer.h>
 #include <platform/input/InputEvents.h>
 #include <platform/plist/PropertyList.h>
 
@@ -36,8 +37,9 @@ public:
         InputWatcher* input = nullptr;
         /// The window class of the program in front; empty where that is not known.
         std::function<QString()> frontmostClass;
-        /// The phrases to which texts may refer; may be null.
-        std::function<PropertyList::ArrayPointer()> phrases;
+        /// The lists of phrases to which texts may refer, in the order in which they are looked through; any may be
+        /// null.
+        std::function<std::vector<PropertyList::ArrayPointer>()> documents;
     };
 
     explicit TextInsertion(Session session, QObject* parent = nullptr);
@@ -52,20 +54,23 @@ public:
     void insert(const Phrase& phrase);
 
 private:
+    /// In UTF-16 units.
+    static constexpr qsizetype longestMeanwhile = 256;
+
     struct Job
     {
         Phrase phrase;
         /// In characters; nothing is erased for one that was not typed, nor does it matter what the user does.
         qsizetype typed = 0;
         QString trigger;
-        /// What the user has typed since.
-        QString meanwhile;
+        /// What the user has typed since. More than there is room for is never typed before the BackSpaces are sent.
+        TypingBuffer meanwhile{longestMeanwhile};
         quint32 focus = 0;
         bool isAbandoned = false;
         PhraseText text;
     };
 
-    void add(Job job);
+    void add(const CompletedPhrase& completed, quint32 focus);
     void begin();
     void send();
     void end();

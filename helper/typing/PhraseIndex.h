@@ -28,6 +28,9 @@ public:
     /// Entries that are no dictionaries, and empty phrases, are left out.
     explicit PhraseIndex(const PropertyList::ArrayPointer& phrases);
 
+    /// The list that was indexed; may be null.
+    const PropertyList::ArrayPointer& phrases() const { return m_phrases; }
+
     /// The length of the longest phrase in UTF-16 units.
     qsizetype longest() const { return m_longest; }
 

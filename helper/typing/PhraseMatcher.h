@@ -29,6 +29,9 @@ public:
     /// The phrases of the document that counts from now on; null for none. Forgets if they are
     /// others than before.
     void setPhrases(std::shared_ptr<const PhraseIndex> phrases);
+
+    const std::shared_ptr<const PhraseIndex>& phrases() const { return m_phrases; }
+
     /// The characters that complete a phrase. With @p atOnce there are none.
     void setTriggers(const CharacterBitmap& triggers, bool atOnce);
     /// The application that has the keyboard now, by the path that phrases are limited to; empty when it has none.

@@ -55,6 +55,11 @@ void TypedPhrases::reload(const PropertyList::ArrayPointer& phrases)
     choosePhrases();
 }
 
+PropertyList::ArrayPointer TypedPhrases::phrases() const
+{
+    return m_matcher.phrases() ? m_matcher.phrases()->phrases() : PropertyList::ArrayPointer();
+}
+
 void TypedPhrases::hold(Holder holder, bool isHeld)
 {
     m_holders.set(size_t(holder), isHeld);

@@ -42,6 +42,9 @@ public:
     /// documents of applications are read on another thread, when they are needed.
     void reload(const PropertyList::ArrayPointer& phrases);
 
+    /// The phrases that count in the frontmost application; null where none does.
+    PropertyList::ArrayPointer phrases() const;
+
     /// Who can want nothing to be heard: the pane while it edits a phrase, the user who pauses the helper, a dialog of
     /// the helper itself, a field that shows nobody what is typed into it.
     enum class Holder { Pane, User, Dialog, SecretField };

@@ -48,7 +48,9 @@ QString resolved(const Phrase& of, const QList<Phrase>& others = {})
     for (const Phrase& other : others) {
         phrases->append(other.dictionary());
     }
-    return described(PhraseText::of(of, phrases, moment));
+    const auto mainDocument = Array::create(
+        {phrase(u"sig"_s, u"Zoe"_s).dictionary(), phrase(u"main"_s, u"in the main document"_s).dictionary()});
+    return described(PhraseText::of(of, {PropertyList::ArrayPointer(), phrases, mainDocument}, moment));
 }
 
 } // namespace
@@ -72,6 +74,7 @@ private Q_SLOTS:
         row("arrow keys", u"()%<a%>%v%^"_s, u"()[0]a[2][3][1]"_s);
         row("lonely percent sign", u"100 %"_s, u"100 %"_s);
         row("reference", u"see \u270Dsig\u270D!"_s, u"see Ann 2009!"_s);
+        row("reference to the second document", u"\u270Dmain\u270D"_s, u"in the main document"_s);
         row("name that is no phrase", u"\u270Dnone\u270D"_s, u"\u270Dnone\u270D"_s);
         row("mark without a second one", u"a\u270D%|b"_s, u"a\u270Db[caret 1]"_s);
         row("circle", u"a\u270Dme\u270Db"_s, u"ab"_s);
@@ -108,7 +111,7 @@ private Q_SLOTS:
         rich.setRtfd(Rtfd::write(document));
 
         const auto phrases = Array::create({rich.dictionary(), phrase(u"sig"_s, u"Ann"_s).dictionary()});
-        const auto text = PhraseText::of(rich, phrases, moment);
+        const auto text = PhraseText::of(rich, {phrases}, moment);
         QCOMPARE(described(text), u"Today 2009[0] 2009-03-05\nAnn[caret 4]"_s);
         QTextDocument pasted;
         pasted.setHtml(std::get<TextPiece>(text->steps.back()).html);
