@@ -6,7 +6,6 @@
 #include <helper/events/EventSources.h>
 #include <helper/insertion/TextInsertion.h>
 #include <helper/typing/TypedPhrases.h>
-#include <platform/input/InputWatcher.h>
 #include <platform/windows/WindowWatcher.h>
 
 #include <QCoreApplication>
@@ -66,7 +65,8 @@ void Helper::tellPhrases()
 void Helper::watchTyping()
 {
     m_windows = WindowWatcher::ofSession();
-    m_input = InputWatcher::ofSession();
+    auto obstacle = InputWatcher::Obstacle::None;
+    m_input = InputWatcher::ofSession(&obstacle);
     insertTexts();
     m_typing = std::make_unique<TypedPhrases>(m_input.get(), m_windows.get());
     connect(&m_contract, &HelperContract::typingHeld, m_typing.get(),
@@ -81,13 +81,13 @@ void Helper::watchTyping()
     connect(m_typing.get(), &TypedPhrases::completed, this,
         [this](const CompletedPhrase& phrase) { playPhrase(phrase.entry); });
     connect(m_typing.get(), &TypedPhrases::completed, m_insertion.get(), &TextInsertion::replace);
+    tellLimits(obstacle);
     if (!m_input) {
-        tellTypingIsUnseen();
         return;
     }
     connect(&m_sessionFront, &SessionFront::changed, m_input.get(), &InputWatcher::setInFront);
     m_sessionFront.follow();
-    connect(m_input.get(), &InputWatcher::ended, this, &Helper::tellTypingIsUnseen);
+    connect(m_input.get(), &InputWatcher::ended, this, [this] { tellLimits(InputWatcher::Obstacle::NoDisplay); });
 }
 
 /// Before anything looks for phrases in what is typed: see TextInsertion::Session.
@@ -103,10 +103,12 @@ void Helper::insertTexts()
         [this](const PropertyList::DictionaryPointer& entry) { m_insertion->insert(entry); });
 }
 
-void Helper::tellTypingIsUnseen()
+void Helper::tellLimits(InputWatcher::Obstacle obstacle)
 {
-    HelperContract::tellTypingIsUnseen();
-    m_commands.tellTypingIsUnseen();
+    if (obstacle != InputWatcher::Obstacle::None) {
+        HelperContract::tellTypingIsUnseen();
+    }
+    m_commands.tellLimits({obstacle, m_insertion->isAvailable()});
 }
 
 void Helper::playPhrase(const PropertyList::DictionaryPointer& entry)

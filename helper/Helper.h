@@ -9,13 +9,13 @@
 #include <helper/menu/UserCommands.h>
 #include <helper/talk/Talk.h>
 #include <helper/typing/PasswordFocus.h>
+#include <platform/input/InputWatcher.h>
 
 #include <QObject>
 
 #include <memory>
 
 class EventSources;
-class InputWatcher;
 class TextInsertion;
 class TypedPhrases;
 class WindowWatcher;
@@ -41,7 +41,7 @@ private:
     void tellPhrases();
     void watchTyping();
     void insertTexts();
-    void tellTypingIsUnseen();
+    void tellLimits(InputWatcher::Obstacle obstacle);
     /// A phrase that was typed, or chosen in the menu, is heard.
     void playPhrase(const PropertyList::DictionaryPointer& entry);
     void watchDesktop();

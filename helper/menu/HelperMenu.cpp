@@ -8,6 +8,9 @@
 #include <platform/desktop/Text.h>
 
 #include <QMessageBox>
+#include <QStringList>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +40,7 @@ void HelperMenu::show()
     }
     m_icon = std::make_unique<TrayIcon>(m_menu);
     m_icon->setPaused(m_isPaused);
+    showNotices();
     connect(m_icon.get(), &TrayIcon::shown, this, [this](bool isMenuDrawnByDesktop) {
         m_drawn = isMenuDrawnByDesktop ? MenuTitle::Drawn::ByDesktop : MenuTitle::Drawn::ByToolkit;
         fillPhrases();
@@ -100,7 +104,19 @@ void HelperMenu::setNotice(Notice notice, const QString& title, const QString& e
         m_menu.insertAction(next == m_notices.end() ? m_firstSeparator : *next, item);
         m_notices.insert(notice, item);
     }
+    showNotices();
+}
+
+void HelperMenu::showNotices()
+{
     m_firstSeparator->setVisible(!m_notices.isEmpty());
+    if (m_icon) {
+        QStringList titles;
+        for (const QAction* const item : std::as_const(m_notices)) {
+            titles.append(item->text());
+        }
+        m_icon->setNotices(titles);
+    }
 }
 
 void HelperMenu::showAbout()

@@ -26,7 +26,7 @@ public:
     static constexpr int noIcon = 4;
 
     /// What the user has to know, in the order in which the menu tells it.
-    enum class Notice { Typing, HotKeys };
+    enum class Notice { Typing, Texts, HotKeys };
 
     explicit HelperMenu(QObject* parent = nullptr);
     ~HelperMenu() override;
@@ -40,8 +40,8 @@ public:
     /// Says so in the menu and by the icon; writes "ArrowPref".
     void setPaused(bool paused);
 
-    /// Puts an item into the menu that says @p title, and @p explanation when it is chosen; an empty title takes it
-    /// out.
+    /// Puts an item into the menu that says @p title, and @p explanation when it is chosen, and the title into the
+    /// icon's tool tip; an empty title takes both out.
     void setNotice(Notice notice, const QString& title, const QString& explanation);
 
 Q_SIGNALS:
@@ -55,6 +55,7 @@ Q_SIGNALS:
 private:
     void addCommands();
     void fillPhrases();
+    void showNotices();
     void showAbout();
 
     QMenu m_menu;

@@ -31,6 +31,12 @@ void TrayIcon::setPaused(bool paused)
     present();
 }
 
+void TrayIcon::setNotices(const QStringList& notices)
+{
+    m_notices = notices;
+    present();
+}
+
 QIcon TrayIcon::drawing(bool paused)
 {
     const QIcon source(Bundle::resourcePath() + (paused ? u"/helperPaused.svg"_s : u"/helper.svg"_s));
@@ -67,6 +73,7 @@ void TrayIcon::present()
 {
     if (m_icon) {
         m_icon->setIcon(drawing(m_isPaused));
-        m_icon->setToolTip(m_isPaused ? Text::tr("Blipsy is paused") : u"Blipsy"_s);
+        const QString name = m_isPaused ? Text::tr("Blipsy is paused") : u"Blipsy"_s;
+        m_icon->setToolTip((QStringList(name) + m_notices).join(u'\n'));
     }
 }

@@ -5,6 +5,7 @@
 
 #include <QIcon>
 #include <QObject>
+#include <QStringList>
 
 #include <memory>
 
@@ -25,6 +26,8 @@ public:
 
     void show();
     void setPaused(bool paused);
+    /// What the tool tip says below the name, a line each.
+    void setNotices(const QStringList& notices);
 
     /// The drawing in the sizes of panels.
     static QIcon drawing(bool paused);
@@ -40,5 +43,6 @@ private:
     QMenu& m_menu;
     TrayPlace m_place;
     std::unique_ptr<QSystemTrayIcon> m_icon;
+    QStringList m_notices;
     bool m_isPaused = false;
 };

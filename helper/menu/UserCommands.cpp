@@ -38,15 +38,15 @@ void UserCommands::refresh(const PropertyList::ArrayPointer& phrases)
     m_hotKeys.readSettings();
 }
 
-void UserCommands::tellTypingIsUnseen()
+void UserCommands::tellLimits(const SessionLimits& limits)
 {
-    const QString title = Text::tr("Blipsy does not see what you type");
-    const QString explanation =
-        Text::tr("In this session programs do not see what is typed into others, so phrases set nothing off. Log in to "
-                 "an X11 session, or let your user read the input devices (on most systems: add it to the group "
-                 "\"input\", and log in again). Everything else works.");
-    m_menu.setNotice(HelperMenu::Notice::Typing, title, explanation);
-    m_notification.show(title, explanation);
+    const SessionLimits::Explanation typing = limits.ofTyping();
+    const SessionLimits::Explanation texts = limits.ofTexts();
+    m_menu.setNotice(HelperMenu::Notice::Typing, typing.title, typing.text);
+    m_menu.setNotice(HelperMenu::Notice::Texts, texts.title, texts.text);
+    if (const SessionLimits::Explanation all = limits.together(); !all.title.isEmpty()) {
+        m_notification.show(all.title, all.text);
+    }
 }
 
 void UserCommands::setPaused(bool isPaused)

@@ -4,6 +4,7 @@
 #include "ClippingAddition.h"
 #include "HelperMenu.h"
 #include "HotKeys.h"
+#include "SessionLimits.h"
 #include "SettingsProgram.h"
 
 #include <platform/bus/DesktopNotification.h>
@@ -35,8 +36,8 @@ public:
     /// The phrase that "Edit Clippings" is to show: the one that was heard last.
     void setLastPhrase(const QString& phrase) { m_lastPhrase = phrase; }
 
-    /// Says in the menu, and at once by a notification, that nothing that is typed can be seen, and what to do.
-    void tellTypingIsUnseen();
+    /// Says in the menu and, where there are any, at once by a notification what the limits are and what to do.
+    void tellLimits(const SessionLimits& limits);
 
 Q_SIGNALS:
     /// The helper is to be silent and to do nothing, or to go on.

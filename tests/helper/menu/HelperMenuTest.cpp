@@ -83,6 +83,15 @@ private:
             property(u"Menu"_s).value<QDBusObjectPath>().path(), u"com.canonical.dbusmenu"_s, member, arguments);
     }
 
+    QString toolTip() const
+    {
+        const auto argument = property(u"ToolTip"_s).value<QDBusArgument>();
+        argument.beginStructure();
+        argument.asVariant(); // the icon's name
+        argument.asVariant(); // its picture
+        return argument.asVariant().toString();
+    }
+
     std::vector<Item> items() const
     {
         std::vector<Item> found;
@@ -147,6 +156,7 @@ private Q_SLOTS:
         QTRY_VERIFY(labels().contains(u"Resume"_s));
         choose(u"Resume"_s);
         QTRY_COMPARE(pause.size(), 2);
+        QCOMPARE(toolTip(), u"Blipsy is paused\ntyping\nkeys"_s);
         choose(u"typing"_s);
         QTRY_COMPARE(explained, QList<QVariantList>({{u"typing"_s, u"why typing"_s}}));
         choose(u"Quit Blipsy"_s);
