@@ -4,7 +4,10 @@
 #include "KeyEventTranslation.h"
 #include "PTKeyCombo.h"
 
+#include <QFocusEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QWindow>
 
 #include <array>
 
@@ -129,4 +132,24 @@ void PTKeyBroadcaster::showEvent(QShowEvent* event)
     // Installing it again moves the filter, it does not double it.
     window()->installEventFilter(this);
     QPushButton::showEvent(event);
+}
+
+void PTKeyBroadcaster::focusInEvent(QFocusEvent* event)
+{
+    holdKeyboard(true);
+    QPushButton::focusInEvent(event);
+}
+
+void PTKeyBroadcaster::focusOutEvent(QFocusEvent* event)
+{
+    holdKeyboard(false);
+    QPushButton::focusOutEvent(event);
+}
+
+/// A grab of the whole keyboard goes before those of single combinations. Only X servers know either.
+void PTKeyBroadcaster::holdKeyboard(bool isHeld) const
+{
+    if (QWindow* const handle = window()->windowHandle(); handle && QGuiApplication::platformName() == u"xcb") {
+        handle->setKeyboardGrabEnabled(isHeld);
+    }
 }

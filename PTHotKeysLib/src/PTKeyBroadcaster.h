@@ -10,6 +10,9 @@ class QKeyEvent;
 /// combination; a key without modifiers is announced too. The keys that only modify others are no key press. Return,
 /// keypad Enter and Escape without modifiers are left to the window, which could not be closed by key otherwise; none
 /// of them can be a hot key.
+///
+/// While it has the focus, combinations that other programs have reserved on the X server come here, too, and do
+/// nothing there.
 class PTKeyBroadcaster final : public QPushButton
 {
     Q_OBJECT
@@ -37,4 +40,9 @@ protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void holdKeyboard(bool isHeld) const;
 };

@@ -7,14 +7,15 @@
 #include <platform/keyboard/SessionKeyboard.h>
 #include <platform/keyboard/XkbProtocol.h>
 
-#include <QProcess>
 #include <QTest>
 
 #include <DataTable.h>
+#include <Programs.h>
 
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
+using Programs::setLayout;
 
 namespace {
 
@@ -24,22 +25,6 @@ constexpr int shift = 0x200;
 PTHotKey::Pointer hotKey(const QString& identifier, const PTKeyCombo& combo)
 {
     return std::make_shared<PTHotKey>(identifier, combo);
-}
-
-/// Runs a program to its end. A server that is slow fails the test; it does not stall it.
-bool run(const QString& program, const QStringList& arguments)
-{
-    constexpr int patience = 20'000;
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(program, arguments);
-    return process.waitForFinished(patience) && process.exitCode() == 0;
-}
-
-/// One layout or several ("us,de"), of which the first is in use.
-bool setLayout(const QString& layouts)
-{
-    return run(u"setxkbmap"_s, {layouts});
 }
 
 /// Switches to another of the layouts, as the desktop's indicator does, through a connection of its own.
