@@ -50,6 +50,11 @@ AddClippingDialog::AddClippingDialog(const QString& text, QWidget* parent)
     m_phrase->setFocus();
 }
 
+void AddClippingDialog::tellTextIsUnreadable()
+{
+    m_text->setPlaceholderText(Text::tr("The selected text could not be read. Copy it, and paste it here."));
+}
+
 void AddClippingDialog::accept()
 {
     const Result<void> added = PhraseAddition::add(phrase(), m_text->toPlainText());

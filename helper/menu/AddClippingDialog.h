@@ -19,6 +19,9 @@ public:
     /// @p text can be changed by the user.
     explicit AddClippingDialog(const QString& text, QWidget* parent = nullptr);
 
+    /// Says where the text should be that there was one, but that it could not be read.
+    void tellTextIsUnreadable();
+
     /// Adds the phrase as it stands, unless there is a problem with it, which is then shown.
     void accept() override;
 

@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/typist/SelectionContents.h>
+
+#include <QByteArray>
 #include <QObject>
+#include <QString>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 class QDialog;
+class SelectionReader;
 
 /// "Add a Clipping": takes the text that is selected in whatever program, else the clipboard's, and asks the user for
 /// the phrase. One dialog at a time: a second request brings the first to the front.
@@ -21,7 +28,8 @@ public:
     explicit ClippingAddition(QObject* parent = nullptr);
     ~ClippingAddition() override;
 
-    /// A program that has the selection and does not answer holds this up, for five seconds at most.
+    /// The dialog opens when the selection has been read, after a moment at most: where the program that has it does
+    /// not answer, or has more than could be read, it opens without a text.
     void begin();
 
 Q_SIGNALS:
@@ -31,8 +39,15 @@ Q_SIGNALS:
     void added();
 
 private:
-    static QString selectedText();
+    void readNext();
+    void take(const std::optional<SelectionContents>& contents);
+    void ask(const QString& text, bool isUnreadable);
+    void present();
     void end(int result);
 
+    /// Null when nothing is being read.
+    std::unique_ptr<SelectionReader> m_reader;
+    /// The selections that are still to be read, the next one last.
+    std::vector<QByteArray> m_unread;
     std::unique_ptr<QDialog> m_dialog;
 };

@@ -41,6 +41,28 @@ SelectionReader::SelectionReader(std::unique_ptr<SelectionWindow> window)
 
 void SelectionReader::read(const QByteArray& selection)
 {
+    m_secondChoice = 0;
+    begin(selection, m_window->atom(targetsName));
+}
+
+/// Not by the list of what there is: programs that offer a text in whatever form offer it in one of these.
+void SelectionReader::readText(const QByteArray& selection)
+{
+    m_secondChoice = XCB_ATOM_STRING;
+    begin(selection, m_window->atom("UTF8_STRING"));
+}
+
+QString SelectionReader::textOf(const SelectionContents& contents)
+{
+    if (contents.empty()) {
+        return {};
+    }
+    const SelectionFormat& format = contents.front();
+    return format.target == XCB_ATOM_STRING ? QString::fromLatin1(format.bytes) : QString::fromUtf8(format.bytes);
+}
+
+void SelectionReader::begin(const QByteArray& selection, quint32 target)
+{
     // Answers that come too late go to a window that is gone.
     m_window->renew();
     m_asked.clear();
@@ -49,7 +71,7 @@ void SelectionReader::read(const QByteArray& selection)
     const quint32 atom = m_window->atom(selection);
     m_selection = m_window->ownerOf(atom) != 0 ? atom : 0;
     if (m_selection != 0) {
-        convert(m_window->atom(targetsName));
+        convert(target);
     }
     m_patience.start(m_selection != 0 ? patience : 0ms);
 }
@@ -80,7 +102,9 @@ void SelectionReader::take(const xcb_selection_notify_event_t& event)
     if (event.property == XCB_NONE) {
         // A form that is refused after all is none.
         m_asked.removeIf([&event](const auto& asked) { return *asked == event.target; });
-        if (areTargets || m_asked.isEmpty()) {
+        if (m_asked.isEmpty() && m_secondChoice != 0) {
+            convert(std::exchange(m_secondChoice, 0));
+        } else if (areTargets || m_asked.isEmpty()) {
             finish(!areTargets);
         }
         return;

@@ -1096,10 +1096,6 @@ Das lässt sich nicht rückgängig machen.</translation>
         <translation>Blipsy sieht nicht, was Sie tippen</translation>
     </message>
     <message>
-        <source>In this session programs do not see what is typed into others, so phrases set nothing off. Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Everything else works.</source>
-        <translation>In dieser Sitzung sehen Programme nicht, was in andere getippt wird; Kürzel lösen daher nichts aus. Melden Sie sich in einer X11-Sitzung an, oder lassen Sie Ihren Benutzer die Eingabegeräte lesen (auf den meisten Systemen: nehmen Sie ihn in die Gruppe „input“ auf und melden Sie sich neu an). Alles andere funktioniert.</translation>
-    </message>
-    <message>
         <source>Hot keys of another program: %1</source>
         <translation>Tasten eines anderen Programms: %1</translation>
     </message>
@@ -1110,6 +1106,30 @@ Das lässt sich nicht rückgängig machen.</translation>
     <message>
         <source>Another program holds this key combination, so that it does nothing here. Record another one.</source>
         <translation>Ein anderes Programm belegt diese Tastenkombination, daher bewirkt sie hier nichts. Nehmen Sie eine andere auf.</translation>
+    </message>
+    <message>
+        <source>The selected text could not be read. Copy it, and paste it here.</source>
+        <translation>Der ausgewählte Text konnte nicht gelesen werden. Kopieren Sie ihn, und fügen Sie ihn hier ein.</translation>
+    </message>
+    <message>
+        <source>Blipsy runs outside a desktop session, and your user may not read the keyboards, so phrases and keys set nothing off.</source>
+        <translation>Blipsy läuft außerhalb einer Desktop-Sitzung, und Ihr Benutzer darf die Tastaturen nicht lesen; Kürzel und Tasten lösen daher nichts aus.</translation>
+    </message>
+    <message>
+        <source>In this session programs do not see what is typed into others, so phrases and keys set nothing off.</source>
+        <translation>In dieser Sitzung sehen Programme nicht, was in andere getippt wird; Kürzel und Tasten lösen daher nichts aus.</translation>
+    </message>
+    <message>
+        <source>Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Other events are heard all the same.</source>
+        <translation>Melden Sie sich in einer X11-Sitzung an, oder lassen Sie Ihren Benutzer die Eingabegeräte lesen (auf den meisten Systemen: nehmen Sie ihn in die Gruppe „input“ auf und melden Sie sich neu an). Andere Ereignisse sind trotzdem zu hören.</translation>
+    </message>
+    <message>
+        <source>Blipsy cannot put texts into programs</source>
+        <translation>Blipsy kann keine Texte in Programme einsetzen</translation>
+    </message>
+    <message>
+        <source>Only X11 sessions let one program type into others. Here phrases are not replaced by their texts, and those chosen in the menu are just heard. Log in to an X11 session to have them inserted.</source>
+        <translation>Nur in X11-Sitzungen kann ein Programm in andere tippen. Hier werden Kürzel nicht durch ihre Texte ersetzt, und im Menü gewählte sind nur zu hören. Melden Sie sich in einer X11-Sitzung an, damit sie eingesetzt werden.</translation>
     </message>
 </context>
 </TS>

@@ -1096,10 +1096,6 @@ You will not be able to undo this operation.</translation>
         <translation>Blipsy does not see what you type</translation>
     </message>
     <message>
-        <source>In this session programs do not see what is typed into others, so phrases set nothing off. Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Everything else works.</source>
-        <translation>In this session programs do not see what is typed into others, so phrases set nothing off. Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Everything else works.</translation>
-    </message>
-    <message>
         <source>Hot keys of another program: %1</source>
         <translation>Hot keys of another program: %1</translation>
     </message>
@@ -1110,6 +1106,30 @@ You will not be able to undo this operation.</translation>
     <message>
         <source>Another program holds this key combination, so that it does nothing here. Record another one.</source>
         <translation>Another program holds this key combination, so that it does nothing here. Record another one.</translation>
+    </message>
+    <message>
+        <source>The selected text could not be read. Copy it, and paste it here.</source>
+        <translation>The selected text could not be read. Copy it, and paste it here.</translation>
+    </message>
+    <message>
+        <source>Blipsy runs outside a desktop session, and your user may not read the keyboards, so phrases and keys set nothing off.</source>
+        <translation>Blipsy runs outside a desktop session, and your user may not read the keyboards, so phrases and keys set nothing off.</translation>
+    </message>
+    <message>
+        <source>In this session programs do not see what is typed into others, so phrases and keys set nothing off.</source>
+        <translation>In this session programs do not see what is typed into others, so phrases and keys set nothing off.</translation>
+    </message>
+    <message>
+        <source>Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Other events are heard all the same.</source>
+        <translation>Log in to an X11 session, or let your user read the input devices (on most systems: add it to the group &quot;input&quot;, and log in again). Other events are heard all the same.</translation>
+    </message>
+    <message>
+        <source>Blipsy cannot put texts into programs</source>
+        <translation>Blipsy cannot put texts into programs</translation>
+    </message>
+    <message>
+        <source>Only X11 sessions let one program type into others. Here phrases are not replaced by their texts, and those chosen in the menu are just heard. Log in to an X11 session to have them inserted.</source>
+        <translation>Only X11 sessions let one program type into others. Here phrases are not replaced by their texts, and those chosen in the menu are just heard. Log in to an X11 session to have them inserted.</translation>
     </message>
 </context>
 </TS>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/BYGlobals.h>
 #include <helper/menu/ClippingAddition.h>
+#include <platform/typist/SelectionWindow.h>
 
 #include <QApplication>
 #include <QClipboard>
@@ -15,6 +16,7 @@
 #include <DataTable.h>
 #include <Files.h>
 #include <NotificationRecorder.h>
+#include <xcb/xcb.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
@@ -69,7 +71,7 @@ private:
     void typePhrase(const QString& phrase)
     {
         m_addition.begin();
-        QVERIFY(dialog());
+        QTRY_VERIFY(dialog());
         QTest::keyClicks(dialog()->findChild<QLineEdit*>(), phrase);
     }
 
@@ -82,7 +84,8 @@ private Q_SLOTS:
         write({u"a"_s, u"c"_s});
         BYGlobals::setDefaultFilePath(m_path);
         BYGlobals::fillArray();
-        QGuiApplication::clipboard()->setText(u"the text"_s);
+        QGuiApplication::clipboard()->setText(u"the clipboard's"_s);
+        QGuiApplication::clipboard()->setText(u"the text"_s, QClipboard::Selection);
     }
 
     void cleanup()
@@ -106,6 +109,31 @@ private Q_SLOTS:
         QCOMPARE(asking, QList<QVariantList>({{true}, {false}}));
         QTRY_COMPARE(recorder.names(), QStringList{u"NewRowAddedViaMenu"_s});
         QCOMPARE(recorder.last(u"NewRowAddedViaMenu"_s).userInfo->value(u"Phrase").string(), u"b"_s);
+    }
+
+    void textIsTheSelectionElseTheClipboards_data()
+    {
+        const DataTable<QString, bool, QString> row("selected", "isSilent", "text");
+        row("selection", u"Äß漢字"_s, false, u"Äß漢字"_s);
+        row("clipboard", {}, false, u"the clipboard's"_s);
+        row("program that hangs", {}, true, {});
+    }
+
+    void textIsTheSelectionElseTheClipboards()
+    {
+        const auto [selected, isSilent, text] = currentRow<QString, bool, QString>();
+        QGuiApplication::clipboard()->setText(selected, QClipboard::Selection);
+        const auto silent = SelectionWindow::create();
+        if (isSilent) {
+            xcb_set_selection_owner(silent->server(), silent->id(), XCB_ATOM_PRIMARY, XCB_CURRENT_TIME);
+            QCOMPARE(silent->ownerOf(XCB_ATOM_PRIMARY), silent->id());
+        }
+        m_addition.begin();
+        m_addition.begin();
+        QTRY_VERIFY(dialog());
+        const auto* const field = dialog()->findChild<QPlainTextEdit*>();
+        QCOMPARE(field->toPlainText(), text);
+        QCOMPARE(!field->placeholderText().isEmpty(), isSilent);
     }
 
     void whatOthersHaveWrittenStays()
@@ -143,5 +171,13 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(AddClippingTest)
+int main(int argc, char** argv)
+{
+    // The offscreen platform has no selection.
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    const QApplication application(argc, argv);
+    AddClippingTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "AddClippingTest.moc"
