@@ -39,6 +39,9 @@ public:
     /// The window that has the focus; 0 where none has.
     quint32 focus() const { return m_typist->focus(); }
 
+    /// Its class; empty where that is not known.
+    QString focusClass() const { return m_typist->focusClass(); }
+
 Q_SIGNALS:
     /// This key goes down next: its event is of our own making.
     void keyIsPressed(quint8 keycode);

@@ -136,7 +136,8 @@ void TextInsertion::begin()
         qCWarning(log, "a phrase's text is not inserted: it is too long");
         job.isAbandoned = true;
     }
-    m_delivery->prepare(PasteWays::of(m_session.frontmostClass ? m_session.frontmostClass() : QString()));
+    const QString told = m_session.frontmostClass ? m_session.frontmostClass() : QString();
+    m_delivery->prepare(PasteWays::of(told.isEmpty() ? m_delivery->focusClass() : told));
 }
 
 void TextInsertion::send()

@@ -35,7 +35,8 @@ public:
         /// Tells what the user types meanwhile; null where nothing does. Must be given before whatever finds the
         /// phrases listens to it, or the character that completes a phrase would count as typed after it.
         InputWatcher* input = nullptr;
-        /// The window class of the program in front; empty where that is not known.
+        /// The window class of the program in front; empty where no window manager tells. Then that of the window with
+        /// the focus counts.
         std::function<QString()> frontmostClass;
         /// The lists of phrases to which texts may refer, in the order in which they are looked through; any may be
         /// null.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Typist.h"
 
+#include "WindowClass.h"
+
 #include <product/Product.h>
 
 #include <QLoggingCategory>
@@ -125,6 +127,11 @@ quint32 Typist::focus() const
     const Xcb::Reply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
     return reply && reply->focus > XCB_INPUT_FOCUS_POINTER_ROOT ? reply->focus : 0;
+}
+
+QString Typist::focusClass() const
+{
+    return WindowClass::around(m_connection.get(), focus());
 }
 
 bool Typist::areOfOneProgram(quint32 window, quint32 other) const

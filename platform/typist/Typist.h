@@ -52,6 +52,8 @@ public:
 
     /// The window that has the focus; 0 where none has.
     quint32 focus() const;
+    /// The class (see WindowClass) of the window that has the focus; empty where none has.
+    QString focusClass() const;
     /// Whether both windows belong to one program.
     bool areOfOneProgram(quint32 window, quint32 other) const;
 

@@ -160,7 +160,8 @@ private Q_SLOTS:
     {
         const DataTable<QString, QByteArray> row("class", "keys of the paste");
         row("paste", u"XTerm"_s, {});
-        row("keys, since it does not ask for the paste", u""_s, "\x16");
+        row("paste, known by the focus", u""_s, {});
+        row("keys, since it does not ask for the paste", u"Editor"_s, "\x16");
     }
 
     void terminalTakesIt()
