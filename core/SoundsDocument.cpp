@@ -21,9 +21,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "blipsy.document")
 
-/// In bytes: eight times the largest document that is of any use.
-constexpr qint64 maximumSize = 1 << 28;
-
 ArrayPointer dictionariesOf(const ArrayPointer& list)
 {
     if (!list) {
@@ -144,6 +141,7 @@ bool SoundsDocument::save()
     if (!m_root || !keepVersionOfOthers()) {
         return false;
     }
+    DocumentBackups::keepBeforeFirstWrite(m_path, maximumSize);
     if (const auto written = AtomicFile::write(m_path, PropertyList::write(m_root)); !written) {
         qCWarning(log).noquote() << written.error();
         return false;

@@ -14,6 +14,9 @@
 class SoundsDocument final
 {
 public:
+    /// In bytes: eight times the largest document that is of any use.
+    static constexpr qint64 maximumSize = 1 << 28;
+
     /// The root of the document at @p path, or why it cannot be read. May be called on any thread.
     static Result<PropertyList::DictionaryPointer> readRoot(const QString& path);
     /// The phrases of a document; null where it has none.
@@ -43,7 +46,8 @@ public:
     ///
     /// The document in memory wins over a version that another program has written since it was read, or last written.
     /// That version is kept among the DocumentBackups, and one log line names the copy; where it cannot be kept it is
-    /// not overwritten.
+    /// not overwritten. What the first save of the program finds is kept there in any case; where it cannot be, a log
+    /// line says so, and it is overwritten.
     bool save();
 
     const PropertyList::DictionaryPointer& root() const { return m_root; }

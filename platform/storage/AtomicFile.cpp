@@ -12,7 +12,9 @@
 #include <QRegularExpression>
 
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -31,6 +33,7 @@ constexpr int maximumNameAttempts = 16;
 constexpr mode_t permissionBits = 07777;
 constexpr mode_t privateMode = 0600;
 constexpr mode_t newFileMode = 0666;
+constexpr qint64 copyStep = 1 << 16;
 
 /// A name that nobody else gives to a file, so that a leftover is told by it: the digits of a random number between
 /// these two.
@@ -81,6 +84,20 @@ public:
             bytes = bytes.sliced(qMax(written, ssize_t(0)));
         }
         return true;
+    }
+
+    /// The blocks of @p source are shared where the file system can; otherwise its bytes are copied.
+    bool copyFrom(QFile& source) const
+    {
+        if (::ioctl(m_descriptor.get(), FICLONE, source.handle()) == 0) {
+            return true;
+        }
+        QByteArray bytes(copyStep, Qt::Uninitialized);
+        qint64 size = source.read(bytes.data(), copyStep);
+        while (size > 0 && write(QByteArrayView(bytes.constData(), size))) {
+            size = source.read(bytes.data(), copyStep);
+        }
+        return size == 0;
     }
 
     bool takeAttributesOf(const struct stat& target) const
@@ -162,7 +179,9 @@ std::error_code refusal(const QByteArray& target, const struct stat& existing)
     return ::access(target.constData(), W_OK) == 0 ? std::error_code() : systemError();
 }
 
-std::error_code replaceFile(const QByteArray& target, const QByteArray& folder, QByteArrayView bytes)
+/// @p fill writes the content into the temporary file; false, with the system's error, when it could not.
+template <typename Fill>
+std::error_code replaceFile(const QByteArray& target, const QByteArray& folder, Fill fill)
 {
     struct stat existing = {};
     const bool exists = ::stat(target.constData(), &existing) == 0;
@@ -176,13 +195,27 @@ std::error_code replaceFile(const QByteArray& target, const QByteArray& folder, 
 
     // What only some may read stays theirs while it is being written, too.
     TemporaryFile temporary(folder, exists ? privateMode : newFileMode);
-    if (!temporary.isOpen() || !temporary.write(bytes) || (exists && !temporary.takeAttributesOf(existing)) ||
+    if (!temporary.isOpen() || !fill(temporary) || (exists && !temporary.takeAttributesOf(existing)) ||
         !temporary.sync() || !temporary.replace(target)) {
         return systemError();
     }
     // The folder is not synced: a power cut right now leaves the old file, whole, and a drag of a slider saves at every
     // step.
     return {};
+}
+
+template <typename Fill>
+Result<void> replace(const QString& path, Fill fill)
+{
+    const QString target = followLinks(path);
+    const std::error_code error =
+        path.isEmpty()     ? std::make_error_code(std::errc::no_such_file_or_directory)
+        : target.isEmpty() ? std::make_error_code(std::errc::too_many_symbolic_link_levels)
+                           : replaceFile(QFile::encodeName(target), QFile::encodeName(QFileInfo(target).path()), fill);
+    if (!error) {
+        return {};
+    }
+    return Failure{u"cannot write %1: %2"_s.arg(path, QString::fromStdString(error.message()))};
 }
 
 /// Removes the file unless a living process has it locked. Whoever has written it to the end has renamed it before
@@ -201,15 +234,12 @@ void removeUnlessLocked(const QByteArray& path)
 
 Result<void> AtomicFile::write(const QString& path, QByteArrayView bytes)
 {
-    const QString target = followLinks(path);
-    const std::error_code error =
-        path.isEmpty()     ? std::make_error_code(std::errc::no_such_file_or_directory)
-        : target.isEmpty() ? std::make_error_code(std::errc::too_many_symbolic_link_levels)
-                           : replaceFile(QFile::encodeName(target), QFile::encodeName(QFileInfo(target).path()), bytes);
-    if (!error) {
-        return {};
-    }
-    return Failure{u"cannot write %1: %2"_s.arg(path, QString::fromStdString(error.message()))};
+    return replace(path, [bytes](const TemporaryFile& file) { return file.write(bytes); });
+}
+
+Result<void> AtomicFile::copy(QFile& source, const QString& path)
+{
+    return replace(path, [&source](const TemporaryFile& file) { return file.copyFrom(source); });
 }
 
 void AtomicFile::removeLeftovers(const QString& path)

@@ -6,6 +6,8 @@
 #include <QByteArrayView>
 #include <QString>
 
+class QFile;
+
 /// Replaces files in one step, so that a reader sees the old content or the new one, never a mixture. Why QSaveFile is
 /// not enough: docs/decisions/atomic-file.md.
 namespace AtomicFile {
@@ -17,6 +19,10 @@ namespace AtomicFile {
 /// user may not write, and anything that is no ordinary file (a folder, a device), is not replaced. On failure the old
 /// file is untouched, no temporary file stays behind, and the reason names the path.
 Result<void> write(const QString& path, QByteArrayView bytes);
+
+/// The same with the bytes of @p source from where it stands, which is open for reading; in a file system that can,
+/// file and source share their blocks until one of them changes. May be called on any thread, as write().
+Result<void> copy(QFile& source, const QString& path);
 
 /// Removes the temporary files that processes killed during write() have left in the folder of @p path (a symbolic link
 /// is followed). Files of this user alone, told by their name.

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <core/BYGlobals.h>
+#include <core/DocumentBackups.h>
 #include <core/SharedNames.h>
 
 #include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThreadPool>
 
 #include <DataTable.h>
 #include <Files.h>
@@ -48,9 +50,11 @@ class BYGlobalsTest final : public QObject
 
 private:
     QTemporaryDir m_folder;
-    QString m_path = m_folder.filePath(u"test.blipsy"_s);
+    QString m_path;
 
     void put(const QByteArray& bytes) { Files::write(m_path, bytes); }
+
+    static QStringList kept() { return QDir(DocumentBackups::folder()).entryList(QDir::Files, QDir::Name); }
 
     QByteArray stored() const { return Files::contents(m_path); }
 
@@ -63,7 +67,11 @@ private:
 
 private Q_SLOTS:
 
-    void init() { BYGlobals::storeSetting({}, Settings::sortPref.key); }
+    void init()
+    {
+        m_path = m_folder.filePath(u"test.blipsy"_s);
+        BYGlobals::storeSetting({}, Settings::sortPref.key);
+    }
 
     void initReadsThePathAndMakesTheMapOnce()
     {
@@ -162,10 +170,11 @@ private Q_SLOTS:
 
     void versionOfAnotherProgramIsKept()
     {
-        const QDir backups(qEnvironmentVariable("XDG_STATE_HOME") + u"/blipsy/backups"_s);
-        const auto kept = [&] { return QDir(backups.path()).entryList(QDir::Files, QDir::Name); };
+        const QDir backups(DocumentBackups::folder());
         load(document({phrase(u"ours"_s)}));
         BYGlobals::writeDocument();
+        QThreadPool::globalInstance()->waitForDone();
+        QDir(backups).removeRecursively();
         BYGlobals::writeDocument();
         QCOMPARE(kept(), QStringList());
         const QRegularExpression line(u"changed by another program; that version is kept as .*/blipsy/backups/test-"_s);
@@ -185,6 +194,53 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"kept as .*/unread-"_s));
         BYGlobals::writeDocument();
         QCOMPARE(kept().size(), 3);
+    }
+
+    void firstWriteKeepsWhatTheProgramFound()
+    {
+        QDir(DocumentBackups::folder()).removeRecursively();
+        for (const QString& name : {u"one/same name.blipsy"_s, u"other/same name.blipsy"_s}) {
+            m_path = m_folder.filePath(name);
+            load(document({phrase(name)}));
+            const QByteArray found = stored();
+            for (const QString& change : {u"first"_s, u"second"_s}) {
+                BYGlobals::clippingsArray()->append(phrase(change));
+                BYGlobals::writeDocument();
+            }
+            QThreadPool::globalInstance()->waitForDone();
+            QVERIFY(stored().contains("second"));
+            QStringList copies = kept();
+            copies.removeIf([this](const QString& copy) {
+                return DocumentBackups::documentAmong({u"/another"_s, m_path}, copy) != m_path;
+            });
+            QCOMPARE(copies.size(), 1);
+            QCOMPARE(DocumentBackups::documentName(copies.constFirst()), u"same name");
+            QCOMPARE(Files::contents(DocumentBackups::folder() + u'/' + copies.constFirst()), found);
+        }
+        QCOMPARE(kept().size(), 2);
+        for (int copies = 0; copies < 12; ++copies) {
+            put(QByteArray::number(copies));
+            QVERIFY(DocumentBackups::keep(m_path, 1'000));
+        }
+        QCOMPARE(kept().size(), 11);
+        const auto newest = DocumentBackups::keep(m_path, 1'000);
+        QVERIFY(newest && QFile::exists(*newest));
+        QVERIFY(qAbs(DocumentBackups::moment(*newest).secsTo(QDateTime::currentDateTime())) < 60);
+    }
+
+    void failedBackupHindersNoSave()
+    {
+        const QByteArray state = qgetenv("XDG_STATE_HOME");
+        const auto restore = qScopeGuard([&state] { qputenv("XDG_STATE_HOME", state); });
+        m_path = m_folder.filePath(u"not kept.blipsy"_s);
+        load(document({}));
+        qputenv("XDG_STATE_HOME", m_path.toUtf8());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"no backup of .*not kept\\.blipsy: cannot make"_s));
+        BYGlobals::clippingsArray()->append(phrase(u"saved"_s));
+        BYGlobals::writeDocument();
+        BYGlobals::writeDocument();
+        QThreadPool::globalInstance()->waitForDone();
+        QVERIFY(stored().contains("saved"));
     }
 
     void versionThatCannotBeKeptIsNotOverwritten()
