@@ -6,18 +6,22 @@
 
 #include <core/BYGlobals.h>
 #include <core/Changes.h>
+#include <core/DocumentBackups.h>
 #include <core/SharedNames.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/Text.h>
+#include <platform/panels/Alert.h>
 #include <platform/panels/OpenPanel.h>
 #include <platform/panels/SavePanel.h>
 #include <platform/storage/AtomicFile.h>
 
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QLoggingCategory>
 #include <QProgressDialog>
 #include <QStandardPaths>
@@ -56,8 +60,20 @@ std::optional<QString> chooseNewPath(
     return panel.filename() + documentSuffix;
 }
 
+/// What is about to be replaced is kept. False, after a log line, when there is something and it cannot be.
+bool keepReplaced(const QString& path)
+{
+    const Result<QString> kept =
+        QFileInfo::exists(path) ? DocumentBackups::keep(path, SoundsDocument::maximumSize) : QString();
+    if (!kept) {
+        qCWarning(log).noquote() << u"no backup of %1: %2"_s.arg(path, kept.error());
+    }
+    return bool(kept);
+}
+
 void writeNewDocument(const PropertyList::DictionaryPointer& document, const QString& path)
 {
+    keepReplaced(path);
     if (const auto written = AtomicFile::write(path, PropertyList::write(document)); !written) {
         qCWarning(log).noquote() << written.error();
     }
@@ -196,6 +212,7 @@ void DocumentCommands::open()
     OpenPanel panel(window());
     panel.setTitle(Text::tr("Open a Sounds Document or Import Phrases"));
     panel.setAllowsMultipleSelection(false);
+    panel.setPlace(DocumentBackups::folder());
     if (panel.runModalForDirectory_file_types(QDir::homePath(), {}, importableTypes()) != okButton) {
         return;
     }
@@ -203,12 +220,49 @@ void DocumentCommands::open()
         if (!QFileInfo::exists(path)) {
             qCWarning(log).noquote() << u"Path (%1) is invalid."_s.arg(path);
         }
-        if (const std::optional<Importers::Source> source = Importers::sourceOf(path)) {
+        if (DocumentBackups::contains(path)) {
+            goBackTo(path);
+        } else if (const std::optional<Importers::Source> source = Importers::sourceOf(path)) {
             import(path, *source);
         } else {
             leaveFor(path);
         }
     }
+}
+
+// The backup itself stays what it is.
+void DocumentCommands::goBackTo(const QString& backup)
+{
+    const std::optional<QString> path = choosePathFor(backup);
+    if (!path) {
+        return;
+    }
+    leaveFor(*path);
+    QFile source(backup);
+    if (!source.open(QIODevice::ReadOnly)) {
+        qCWarning(log).noquote() << u"cannot read %1: %2"_s.arg(backup, source.errorString());
+    } else if (keepReplaced(*path)) {
+        if (const auto copied = AtomicFile::copy(source, *path); !copied) {
+            qCWarning(log).noquote() << copied.error();
+        }
+    }
+}
+
+// The document that the backup is of, where the user knows it and agrees; nothing when the user cancels.
+std::optional<QString> DocumentCommands::choosePathFor(const QString& backup) const
+{
+    const QStringList recent = Settings::recentFiles.value().value_or(QStringList());
+    const QString path = DocumentBackups::documentAmong(QStringList{BYGlobals::defaultFilePath()} + recent, backup);
+    if (path.isEmpty()) {
+        return chooseNewPath(window(), Text::tr("Save the Backup As"),
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), DocumentBackups::documentName(backup));
+    }
+    const QString moment = QLocale().toString(DocumentBackups::moment(backup).toLocalTime(), QLocale::ShortFormat);
+    const bool isAgreed = Alert::runAlertPanel(window(),
+                              Text::tr("Go back to “%1” of %2?").arg(QFileInfo(path).completeBaseName(), moment),
+                              Text::tr("What the document is now is kept as a backup, too."), Text::tr("Go Back"),
+                              Text::tr("Cancel")) == Alert::defaultReturn;
+    return isAgreed ? std::optional(path) : std::nullopt;
 }
 
 void DocumentCommands::import(const QString& path, Importers::Source source)

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class QComboBox;
 class QWidget;
 
@@ -47,6 +49,8 @@ private:
     void forget(const QString& path);
     void create();
     void open();
+    void goBackTo(const QString& backup);
+    std::optional<QString> choosePathFor(const QString& backup) const;
     void import(const QString& path, Importers::Source source);
     Importers::Conversion convertShowingProgress(const QString& path, Importers::Source source) const;
     void leaveFor(const QString& path);

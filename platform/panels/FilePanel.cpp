@@ -102,6 +102,22 @@ FilePanel::~FilePanel()
         m_accessory->hide();
         m_accessory->setParent(m_accessoryParent);
     }
+    // The toolkit stores the places for the file dialogs of all programs when the dialog goes.
+    if (!m_place.isEmpty()) {
+        QList<QUrl> places = sidebarUrls();
+        places.removeAll(m_place);
+        setSidebarUrls(places);
+    }
+}
+
+void FilePanel::addPlace(const QString& folder)
+{
+    const QUrl place = QUrl::fromLocalFile(folder);
+    const QList<QUrl> places = sidebarUrls();
+    if (!places.contains(place)) {
+        m_place = place;
+        setSidebarUrls(places + QList<QUrl>{place});
+    }
 }
 
 void FilePanel::setAccessoryView(QWidget* view)

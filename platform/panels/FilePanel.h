@@ -5,6 +5,7 @@
 
 #include <QFileDialog>
 #include <QPointer>
+#include <QUrl>
 
 class QItemSelectionModel;
 
@@ -19,11 +20,13 @@ class FilePanel final : public QFileDialog
 
 public:
     FilePanel(const PanelRules& rules, QWidget* parent);
-    /// Gives the accessory view back.
+    /// Gives the accessory view back, and forgets the place that was added.
     ~FilePanel() override;
 
     /// Puts @p view below the file list for as long as the panel exists.
     void setAccessoryView(QWidget* view);
+    /// Offers @p folder among the user's places for as long as the panel exists.
+    void addPlace(const QString& folder);
     /// The paths selected in the list now.
     QStringList selection() const;
 
@@ -39,6 +42,7 @@ private:
     QItemSelectionModel* listSelection() const;
 
     PanelRules m_rules;
+    QUrl m_place;
     QPointer<QWidget> m_accessory;
     QPointer<QWidget> m_accessoryParent;
 };

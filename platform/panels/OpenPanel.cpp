@@ -53,6 +53,9 @@ int OpenPanel::browse(const QString& directory, const QString& file)
     if (!file.isEmpty()) {
         panel.selectFile(QDir(folder).absoluteFilePath(file));
     }
+    if (QFileInfo(m_place).isDir()) {
+        panel.addPlace(m_place);
+    }
     if (m_accessory) {
         panel.setAccessoryView(m_accessory);
     }

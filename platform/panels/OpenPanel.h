@@ -36,6 +36,10 @@ public:
 
     void setCanChooseFiles(bool can) { m_rules.canChooseFiles = can; }
 
+    /// A folder that is offered beside the file list, among the user's own places, while the panel runs. One that is
+    /// not there is left out.
+    void setPlace(const QString& folder) { m_place = folder; }
+
     /// A widget shown below the file list while the panel runs; it goes back to its parent, hidden, afterwards.
     void setAccessoryView(QWidget* view) { m_accessory = view; }
 
@@ -60,6 +64,7 @@ private:
     QPointer<QWidget> m_parent;
     QString m_title;
     PanelRules m_rules;
+    QString m_place;
     QPointer<QWidget> m_accessory;
     std::function<void()> m_selectionDidChange;
     /// The file browser while it runs.

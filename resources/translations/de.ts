@@ -1131,5 +1131,21 @@ Das lässt sich nicht rückgängig machen.</translation>
         <source>Only X11 sessions let one program type into others. Here phrases are not replaced by their texts, and those chosen in the menu are just heard. Log in to an X11 session to have them inserted.</source>
         <translation>Nur in X11-Sitzungen kann ein Programm in andere tippen. Hier werden Kürzel nicht durch ihre Texte ersetzt, und im Menü gewählte sind nur zu hören. Melden Sie sich in einer X11-Sitzung an, damit sie eingesetzt werden.</translation>
     </message>
+    <message>
+        <source>Save the Backup As</source>
+        <translation>Sicherung speichern als</translation>
+    </message>
+    <message>
+        <source>Go back to “%1” of %2?</source>
+        <translation>Zurück zu „%1“ vom %2?</translation>
+    </message>
+    <message>
+        <source>What the document is now is kept as a backup, too.</source>
+        <translation>Was das Dokument jetzt enthält, bleibt ebenfalls als Sicherung erhalten.</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>Zurückgehen</translation>
+    </message>
 </context>
 </TS>

@@ -1131,5 +1131,21 @@ You will not be able to undo this operation.</translation>
         <source>Only X11 sessions let one program type into others. Here phrases are not replaced by their texts, and those chosen in the menu are just heard. Log in to an X11 session to have them inserted.</source>
         <translation>Only X11 sessions let one program type into others. Here phrases are not replaced by their texts, and those chosen in the menu are just heard. Log in to an X11 session to have them inserted.</translation>
     </message>
+    <message>
+        <source>Save the Backup As</source>
+        <translation>Save the Backup As</translation>
+    </message>
+    <message>
+        <source>Go back to “%1” of %2?</source>
+        <translation>Go back to “%1” of %2?</translation>
+    </message>
+    <message>
+        <source>What the document is now is kept as a backup, too.</source>
+        <translation>What the document is now is kept as a backup, too.</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>Go Back</translation>
+    </message>
 </context>
 </TS>

@@ -2,6 +2,7 @@
 #include "DocumentFixture.h"
 
 #include <core/BYGlobals.h>
+#include <core/DocumentBackups.h>
 #include <core/SharedNames.h>
 #include <phrases/DocumentCommands.h>
 #include <phrases/DocumentsPopUpButton.h>
@@ -10,6 +11,7 @@
 #include <QAbstractItemView>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QPrintPreviewWidget>
 #include <QProcess>
@@ -18,6 +20,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <DataTable.h>
+#include <Files.h>
 #include <ModalDriver.h>
 #include <NotificationRecorder.h>
 #include <TypedStreamArchiver.h>
@@ -232,6 +236,41 @@ private Q_SLOTS:
         QCOMPARE(filesInFolder(), before);
         QCOMPARE(phrasesIn(m_document->storedPhrases()), QStringList{u"other"_s});
         QVERIFY(m_document->entryCalled(u"other"_s));
+    }
+
+    void backupComesBackInThePlaceOfItsDocument_data()
+    {
+        const DataTable<QString, QString, QString> row("document", "answer", "phrase");
+        row("in use", u"test.blipsy"_s, u"Go Back"_s, u"a"_s);
+        row("not after all", u"test.blipsy"_s, u"Cancel"_s, u"changed"_s);
+        row("used lately", u"other.blipsy"_s, u"Go Back"_s, u"other"_s);
+        row("unknown", u"new.Blipsy"_s, {}, u"unknown"_s);
+    }
+
+    void backupComesBackInThePlaceOfItsDocument()
+    {
+        const auto [document, answer, phrase] = currentRow<QString, QString, QString>();
+        m_document->writePhrases({phraseEntry(u"unknown"_s, u""_s)}, u"unknown.blipsy"_s);
+        const QString source = answer.isEmpty() ? u"unknown.blipsy"_s : document;
+        const auto backup = DocumentBackups::keep(m_document->path(source), 10'000);
+        QVERIFY(backup);
+        m_document->writePhrases({phraseEntry(u"changed"_s, u""_s)}, source);
+        std::unique_ptr<ModalDriver> question;
+        ModalDriver open([&, answer = answer, document = document](QWidget* modal) {
+            question = std::make_unique<ModalDriver>(
+                answer.isEmpty() ? nameFile(m_document->path(document).chopped(7)) : ModalDriver::click(answer));
+            const auto places = qobject_cast<QFileDialog*>(modal)->sidebarUrls();
+            QVERIFY(places.contains(QUrl::fromLocalFile(DocumentBackups::folder())));
+            nameFile (*backup)(modal);
+        });
+        choose(m_popUp->count() - 2);
+        QVERIFY(question && question->wasAnswered());
+        QCOMPARE(BYGlobals::defaultFilePath(), m_document->path(document));
+        QVERIFY(m_document->entryCalled(phrase));
+        QVERIFY(!QFileDialog().sidebarUrls().contains(QUrl::fromLocalFile(DocumentBackups::folder())));
+        const QDir backups(DocumentBackups::folder());
+        const QString newest = backups.entryList(QDir::Files, QDir::Time).constFirst();
+        QCOMPARE(Files::contents(backups.filePath(newest)).contains("changed"), answer == u"Go Back");
     }
 
     void printedListIsTheOneOfThePreview()
