@@ -71,11 +71,19 @@ void SelectionOwner::readEvents()
             answer(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
             break;
         case XCB_SELECTION_CLEAR:
-            m_owned.remove(reinterpret_cast<const xcb_selection_clear_event_t&>(*event).selection);
+            drop(reinterpret_cast<const xcb_selection_clear_event_t&>(*event).selection);
             break;
         default:
             break;
         }
+    }
+}
+
+/// The event may be of an earlier loss, and the selection be ours again.
+void SelectionOwner::drop(quint32 selection)
+{
+    if (m_window->ownerOf(selection) != m_window->id()) {
+        m_owned.remove(selection);
     }
 }
 

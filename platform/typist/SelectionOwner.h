@@ -40,6 +40,7 @@ Q_SIGNALS:
 private:
     explicit SelectionOwner(std::unique_ptr<SelectionWindow> window);
     void readEvents();
+    void drop(quint32 selection);
     void answer(const xcb_selection_request_event_t& request);
     bool give(const xcb_selection_request_event_t& request, quint32 property) const;
 

@@ -147,6 +147,16 @@ private Q_SLOTS:
         QTRY_COMPARE(window.told(), u"0:"_s);
     }
 
+    void clipboardThatWasGivenUpIsOwnedAgain()
+    {
+        const auto owner = SelectionOwner::ofSession();
+        const SelectionContents text = owner->passingText(u"be right back"_s, {});
+        for (const SelectionContents& contents : {text, SelectionContents(), text}) {
+            owner->own("CLIPBOARD", contents);
+        }
+        QTRY_COMPARE(clipboard(), text);
+    }
+
     void chosenPhraseIsInserted()
     {
         setText(u"be right back"_s);
