@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/bytes/FileStamp.h>
 #include <platform/bytes/Result.h>
 #include <platform/plist/PropertyList.h>
-#include <platform/storage/FileStamp.h>
 
 #include <QString>
 

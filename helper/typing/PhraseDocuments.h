@@ -3,7 +3,7 @@
 
 #include "PhraseIndex.h"
 
-#include <platform/storage/FileStamp.h>
+#include <platform/bytes/FileStamp.h>
 
 #include <QHash>
 #include <QObject>

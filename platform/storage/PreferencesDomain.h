@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FileStamp.h"
-
+#include <platform/bytes/FileStamp.h>
 #include <platform/plist/PropertyList.h>
 
 #include <QByteArray>
