@@ -10,8 +10,10 @@
 #include <memory>
 
 class SoundSource;
+struct DecodedSound;
 
-/// A sound made from a file by reference: the file is decoded while it plays. Or one made from a 'snd ' resource.
+/// A sound made from a file by reference: the file is decoded while it plays, a short one only when it has not been of
+/// late. Or one made from a 'snd ' resource.
 ///
 /// Playing is asynchronous and never waits for the sound server on the calling thread; several sounds play at once.
 /// A stream exists only while a sound plays, and is opened on the default output of that moment. A sound that is
@@ -54,7 +56,10 @@ private:
     /// Opens a sound at its beginning; null for one that is over at once.
     using Opener = std::function<Result<std::unique_ptr<SoundSource>>()>;
 
-    Sound(QString name, Opener opener, std::unique_ptr<SoundSource> opened);
+    /// Answers the whole sound where it is decoded already, else null.
+    using Finder = std::function<std::shared_ptr<const DecodedSound>()>;
+
+    Sound(QString name, Opener opener, std::unique_ptr<SoundSource> opened, Finder finder);
 
     void jobEnded(const std::shared_ptr<Job>& job, bool playedToTheEnd);
 
@@ -63,5 +68,6 @@ private:
     Opener m_opener;
     /// For the first play.
     std::unique_ptr<SoundSource> m_opened;
+    Finder m_finder;
     std::shared_ptr<Job> m_job;
 };

@@ -14,6 +14,7 @@
 #include <vector>
 
 class SoundSource;
+class SoundStream;
 struct SoundFormat;
 
 /// One sound on its way to the default output: a stream of its own on the sound server, for as long as the sound plays.
@@ -42,17 +43,16 @@ public:
     void stop();
 
 private:
-    class Stream;
     using Clock = std::chrono::steady_clock;
     using Lock = SoundServer::Lock;
 
-    std::unique_ptr<Stream> openStream(Lock& lock, const SoundFormat& format);
-    bool writeAll(Lock& lock, Stream& stream, SoundSource& source);
+    std::unique_ptr<SoundStream> openStream(Lock& lock, const SoundFormat& format);
+    bool writeAll(Lock& lock, SoundStream& stream, SoundSource& source);
     std::span<const float> attenuated(std::span<const float> samples);
-    bool write(Lock& lock, Stream& stream, std::span<const float> samples);
-    bool waitUntilHeard(Lock& lock, Stream& stream);
+    bool write(Lock& lock, SoundStream& stream, std::span<const float> samples);
+    bool waitUntilHeard(Lock& lock, SoundStream& stream);
     template <typename Condition>
-    bool waitFor(Lock& lock, Stream& stream, Condition condition);
+    bool waitFor(Lock& lock, SoundStream& stream, Condition condition);
     bool fail(const QString& reason);
 
     SoundServer& m_server = SoundServer::instance();
