@@ -6,6 +6,7 @@
 #include <helper/events/EventSources.h>
 #include <helper/insertion/TextInsertion.h>
 #include <helper/typing/TypedPhrases.h>
+#include <platform/bus/LoginSession.h>
 #include <platform/windows/WindowWatcher.h>
 
 #include <QCoreApplication>
@@ -78,6 +79,8 @@ void Helper::watchTyping()
     connect(&m_passwordFocus, &PasswordFocus::changed, m_typing.get(),
         [this](bool isSecret) { m_typing->hold(TypedPhrases::Holder::SecretField, isSecret); });
     m_passwordFocus.follow();
+    // The clock of the pause after which it forgets stands still while the machine sleeps.
+    LoginSession::followSleep(m_typing.get(), [this](bool) { m_typing->forgetAll(); });
     connect(m_typing.get(), &TypedPhrases::completed, this,
         [this](const CompletedPhrase& phrase) { playPhrase(phrase.entry); });
     connect(m_typing.get(), &TypedPhrases::completed, m_insertion.get(), &TextInsertion::replace);

@@ -2,6 +2,7 @@
 #include "ScreenSaverSource.h"
 
 #include <platform/bus/BusProperties.h>
+#include <platform/bus/LoginSession.h>
 
 #include <utility>
 
@@ -41,9 +42,7 @@ void ScreenSaverSource::followCompositor()
 
 void ScreenSaverSource::followSleep()
 {
-    MessageBus::system().subscribe(
-        {"org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager", "PrepareForSleep"},
-        this, [this](const MessageBus::Signal& signal) { setAsleep(signal.argument(0).integerValue() != 0); });
+    LoginSession::followSleep(this, [this](bool isAsleep) { setAsleep(isAsleep); });
 }
 
 void ScreenSaverSource::setActive(bool isActive)

@@ -110,6 +110,11 @@ void TypedPhrases::forgetAfterPause()
         m_pause.start(int(m_pauseEnd.remainingTime()));
         return;
     }
+    forgetAll();
+}
+
+void TypedPhrases::forgetAll()
+{
     forget();
     if (m_input) {
         m_input->forget();

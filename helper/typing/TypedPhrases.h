@@ -52,6 +52,9 @@ public:
     /// Hears nothing as long as somebody holds it.
     void hold(Holder holder, bool isHeld);
 
+    /// Overwrites what has been typed, also where it was read.
+    void forgetAll();
+
 Q_SIGNALS:
     void completed(const CompletedPhrase& phrase);
 

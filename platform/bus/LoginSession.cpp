@@ -30,3 +30,9 @@ void LoginSession::find(QObject* context, const std::function<void(const QByteAr
             });
     });
 }
+
+void LoginSession::followSleep(QObject* context, const std::function<void(bool)>& changed)
+{
+    MessageBus::system().subscribe({service, managerPath, managerInterface, "PrepareForSleep"}, context,
+        [changed](const MessageBus::Signal& signal) { changed(signal.argument(0).integerValue() != 0); });
+}

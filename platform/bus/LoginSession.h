@@ -20,4 +20,8 @@ inline constexpr auto interface = "org.freedesktop.login1.Session";
 /// when the login manager is started anew. Never where there is no login manager, or no session.
 void find(QObject* context, const std::function<void(const QByteArray& path)>& found);
 
+/// Calls @p changed, on the thread of @p context and until that is destroyed, when the machine is about to sleep (true)
+/// and when it is awake again (false).
+void followSleep(QObject* context, const std::function<void(bool isAsleep)>& changed);
+
 } // namespace LoginSession

@@ -4,6 +4,7 @@
 #include <core/Changes.h>
 #include <core/Settings.h>
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <DataTable.h>
@@ -122,20 +123,48 @@ private Q_SLOTS:
         QCOMPARE(recording.secondsOf(440) > 0.1, isHeard);
     }
 
+    void lastGoodDocumentStaysInUse_data()
+    {
+        const DataTable<QString> row("command");
+        row("broken", u"echo '<plist><dict>' >$0"_s);
+        row("gone", u"rm $0"_s);
+        row("a folder", u"rm $0; mkdir $0"_s);
+        row("a pipe", u"rm $0; mkfifo $0"_s);
+        row("of 300 MB", u"truncate -s 300M $0"_s);
+    }
+
     void lastGoodDocumentStaysInUse()
     {
+        QFETCH(QString, command);
         Recording recording;
         HelperProgram helper;
         QVERIFY(HelperProgram::awaitRegistered());
         requestEvent(5);
         QTRY_VERIFY(recording.secondsOf(440) > 0.2);
-        Files::write(m_document, "<plist><dict>");
+        QCOMPARE(QProcess::execute(u"sh"_s, {u"-c"_s, command, m_document}), 0);
         Changes::tell(NotificationName::preferencesChanged);
         recording.clear();
         requestEvent(5);
         QTRY_VERIFY(recording.secondsOf(440) > 0.2);
         QTRY_VERIFY(helper.process.waitForReadyRead(0) || helper.process.bytesAvailable() > 0);
         QVERIFY(helper.process.readAll().contains("cannot read document"));
+        QVERIFY(QFile::remove(m_document) || QDir(m_document).removeRecursively());
+    }
+
+    void endsWithItsSession()
+    {
+        QProcess bus;
+        bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s});
+        QVERIFY(bus.waitForReadyRead(20'000));
+        const QString address = QString::fromLatin1(bus.readLine().trimmed());
+        HelperProgram helper({{u"DBUS_SESSION_BUS_ADDRESS"_s, address}});
+        QDBusConnection session = QDBusConnection::connectToBus(address, u"session"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(session.interface()->isServiceRegistered(helperIdentifier), 20'000);
+        bus.kill();
+        QVERIFY(helper.hasEnded());
+        QCOMPARE(helper.process.exitCode(), 0);
+        QVERIFY(helper.process.readAll().contains("the session bus is gone"));
+        bus.waitForFinished();
     }
 
     void suitcaseHoldsNothingUp()

@@ -36,6 +36,8 @@ public:
         QFile::remove(path());
     }
 
+    qint64 processId() const { return m_daemon.processId(); }
+
 private:
     QString path() const { return m_folder.filePath(QStringLiteral("socket")); }
 

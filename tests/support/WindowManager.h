@@ -21,6 +21,8 @@ public:
         m_process.waitForFinished();
     }
 
+    qint64 processId() const { return m_process.processId(); }
+
 private:
     QProcess m_process;
 };

@@ -12,6 +12,7 @@
 
 #include <DataTable.h>
 #include <Files.h>
+#include <ProcessMemory.h>
 
 using namespace Qt::StringLiterals;
 using PropertyList::Dictionary;
@@ -43,33 +44,6 @@ void writeDocument(const QString& path, const QString& phrase)
     const auto entry = Dictionary::create({{PhraseKey::phrase, phrase}});
     const auto root = Dictionary::create({{DocumentKey::clippings, PropertyList::Array::create({entry})}});
     Files::write(path, PropertyList::write(root));
-}
-
-/// All that a process could put into a core dump.
-QByteArray memoryOf(qint64 process)
-{
-    QFile maps(u"/proc/%1/maps"_s.arg(process));
-    QFile memory(u"/proc/%1/mem"_s.arg(process));
-    if (!maps.open(QIODevice::ReadOnly) || !memory.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return {};
-    }
-    QByteArray bytes;
-    for (const QByteArray& line : maps.readAll().split('\n')) {
-        const QList<QByteArray> range = line.split(' ').value(0).split('-');
-        const qint64 begin = range.first().toLongLong(nullptr, 16);
-        const qint64 size = range.last().toLongLong(nullptr, 16) - begin;
-        // Larger ones are the sanitizers' maps of the rest.
-        constexpr qint64 largest = 1 << 30;
-        if (line.contains(" rw") && size < largest && memory.seek(begin)) {
-            bytes += memory.read(size);
-        }
-    }
-    return bytes;
-}
-
-QByteArray utf16(const QString& text)
-{
-    return {reinterpret_cast<const char*>(text.utf16()), text.size() * 2};
 }
 
 } // namespace
@@ -189,10 +163,7 @@ private Q_SLOTS:
         QByteArray output;
         QTRY_VERIFY_WITH_TIMEOUT((output += probe.readAllStandardOutput()).contains("ready"), 60'000);
         QCOMPARE(QProcess::execute(u"xdotool"_s, {u"type"_s, u"--delay"_s, u"0"_s, secret}), 0);
-        const auto remembers = [&] {
-            const QByteArray memory = memoryOf(probe.processId());
-            return memory.contains(utf16(secret)) || memory.contains(secret.toUtf8());
-        };
+        const auto remembers = [&] { return ProcessMemory::contains(probe.processId(), secret); };
         QTRY_VERIFY_WITH_TIMEOUT(remembers(), 60'000);
         QTRY_VERIFY_WITH_TIMEOUT(!remembers(), 60'000);
         QCOMPARE(probe.state(), QProcess::Running);
