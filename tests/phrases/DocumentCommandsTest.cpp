@@ -261,7 +261,8 @@ private Q_SLOTS:
                 answer.isEmpty() ? nameFile(m_document->path(document).chopped(7)) : ModalDriver::click(answer));
             const auto places = qobject_cast<QFileDialog*>(modal)->sidebarUrls();
             QVERIFY(places.contains(QUrl::fromLocalFile(DocumentBackups::folder())));
-            nameFile (*backup)(modal);
+            const ModalDriver::Act name = nameFile(*backup);
+            name(modal);
         });
         choose(m_popUp->count() - 2);
         QVERIFY(question && question->wasAnswered());
