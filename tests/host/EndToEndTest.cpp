@@ -69,6 +69,21 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(recording.secondsOf(1000) > 0.4, 10'000);
     }
 
+    void terminationRightAfterAnActionLosesNothing()
+    {
+        Program program({u"--document"_s, path(u"test.blipsy"_s)});
+        QVERIFY(program.takeFocus());
+        const Accessible table = phrasesOf(program);
+        QVERIFY(!table.cellNamed(0, u"Take the sound away"_s).isNull());
+        QVERIFY(click(table.cell(0, 1)));
+        QVERIFY(act({u"key"_s, u"ctrl+a"_s}));
+        QTRY_VERIFY_WITH_TIMEOUT(table.cellNamed(0, u"Take the sound away"_s).isNull(), 10'000);
+        QTest::qSleep(1);
+        program.process.terminate();
+        QVERIFY(program.process.waitForFinished(20'000));
+        QCOMPARE(storedSoundOf(u"alpha"_s), QString());
+    }
+
     void stoppedSoundServerHoldsNothingUp()
     {
         Program program({u"--document"_s, path(u"test.blipsy"_s)});
