@@ -10,10 +10,11 @@ using namespace Qt::StringLiterals;
 
 void HelperDocument::reload()
 {
+    const QString before = BYGlobals::defaultFilePath();
     BYGlobals::init();
     if (BYGlobals::defaultFilePath().isEmpty()) {
-        // The pane names it when it is opened for the first time.
-        BYGlobals::setDefaultFilePath(Bundle::resourcePath() + u"/default.blipsy"_s);
+        // The pane names it when it is opened for the first time. Settings that cannot be read name none.
+        BYGlobals::setDefaultFilePath(before.isEmpty() ? Bundle::resourcePath() + u"/default.blipsy"_s : before);
     }
     SoundsDocument& document = SoundsDocument::shared();
     document.load();

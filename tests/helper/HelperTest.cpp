@@ -4,7 +4,6 @@
 #include <core/Changes.h>
 #include <core/Settings.h>
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include <DataTable.h>
@@ -131,6 +130,8 @@ private Q_SLOTS:
         row("a folder", u"rm $0; mkdir $0"_s);
         row("a pipe", u"rm $0; mkfifo $0"_s);
         row("of 300 MB", u"truncate -s 300M $0"_s);
+        row("unnamed by broken settings",
+            u"echo '<plist><dict>' >$XDG_CONFIG_HOME/blipsy/preferences/com.blipsy.BlipsyMenu.plist"_s);
     }
 
     void lastGoodDocumentStaysInUse()
@@ -147,8 +148,8 @@ private Q_SLOTS:
         requestEvent(5);
         QTRY_VERIFY(recording.secondsOf(440) > 0.2);
         QTRY_VERIFY(helper.process.waitForReadyRead(0) || helper.process.bytesAvailable() > 0);
-        QVERIFY(helper.process.readAll().contains("cannot read document"));
-        QVERIFY(QFile::remove(m_document) || QDir(m_document).removeRecursively());
+        QVERIFY(helper.process.readAll().contains("cannot read "));
+        QCOMPARE(QProcess::execute(u"sh"_s, {u"-c"_s, u"rm -rf $0 $XDG_CONFIG_HOME/blipsy"_s, m_document}), 0);
     }
 
     void endsWithItsSession()
