@@ -218,6 +218,10 @@ public:
     bool remove(QStringView key);
     QStringList keys() const;
 
+    /// How often the dictionary has been changed: equal numbers, equal keys and values. What a container in it holds
+    /// does not count.
+    quint32 revision() const noexcept { return m_revision; }
+
     auto begin() const noexcept { return m_entries.begin(); }
 
     auto end() const noexcept { return m_entries.end(); }
@@ -225,6 +229,7 @@ public:
 private:
     std::vector<Entry>::const_iterator lowerBound(QStringView key) const;
 
+    quint32 m_revision = 0;
     std::vector<Entry> m_entries;
 };
 

@@ -299,6 +299,7 @@ void Dictionary::insert(const QString& key, Value value)
         remove(key);
         return;
     }
+    ++m_revision;
     const auto place = lowerBound(key);
     if (place != m_entries.end() && place->key == key) {
         m_entries[size_t(place - m_entries.cbegin())].value = std::move(value);
@@ -313,6 +314,7 @@ bool Dictionary::remove(QStringView key)
     if (place == m_entries.end() || place->key != key) {
         return false;
     }
+    ++m_revision;
     m_entries.erase(place);
     return true;
 }

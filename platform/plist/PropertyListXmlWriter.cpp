@@ -1,62 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "PropertyListForms.h"
+#include "PropertyListXmlWriter.h"
 
-#include <QStringEncoder>
+#include "PropertyListForms.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstring>
 
 namespace PropertyList {
 
 namespace {
-
-constexpr std::string_view header =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-    "<plist version=\"1.0\">\n";
-constexpr std::string_view footer = "</plist>\n";
-
-/// A growing byte array that is written through a pointer: appending to QByteArray byte by byte costs several times
-/// more.
-class Output final
-{
-public:
-    void append(std::string_view bytes)
-    {
-        std::memcpy(reserve(bytes.size()), bytes.data(), bytes.size());
-        m_size += qsizetype(bytes.size());
-    }
-
-    /// XML text; false when it holds a character that XML cannot express.
-    bool appendText(QStringView text);
-
-    void appendTabs(int count)
-    {
-        std::memset(reserve(size_t(count)), '\t', size_t(count));
-        m_size += count;
-    }
-
-    QByteArray take() &&
-    {
-        m_bytes.resize(m_size);
-        return std::move(m_bytes);
-    }
-
-private:
-    char* reserve(size_t count)
-    {
-        const qsizetype needed = m_size + qsizetype(count);
-        if (needed > m_bytes.size()) {
-            m_bytes.resize(std::max<qsizetype>(needed, m_bytes.size() * 2));
-        }
-        return m_bytes.data() + m_size;
-    }
-
-    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringConverter::Flag::Stateless};
-    QByteArray m_bytes = QByteArray(4096, Qt::Uninitialized);
-    qsizetype m_size = 0;
-};
 
 /// Whether text is interrupted by @p character: it is not written as it is, or cannot be written at all.
 bool isSpecial(QChar character)
@@ -87,7 +39,9 @@ std::string_view writtenForm(QChar special)
     }
 }
 
-bool Output::appendText(QStringView text)
+} // namespace
+
+bool XmlOutput::appendText(QStringView text)
 {
     while (!text.isEmpty()) {
         const auto* const special = std::find_if(text.begin(), text.end(), isSpecial);
@@ -108,37 +62,13 @@ bool Output::appendText(QStringView text)
     return !m_encoder.hasError();
 }
 
-class XmlWriter final
-{
-public:
-    std::optional<QByteArray> write(const Value& root);
-
-private:
-    bool writeValue(const Value& value, int indent);
-    bool writeElement(std::string_view element, QStringView text);
-    bool writeDate(const QDateTime& date);
-    void writeData(const QByteArray& data, int indent);
-    bool writeArray(const Array& array, int indent);
-    bool writeDictionary(const Dictionary& dictionary, int indent);
-    void writeUid(Uid uid, int indent);
-
-    void line(int indent, std::string_view text)
-    {
-        m_output.appendTabs(indent);
-        m_output.append(text);
-        m_output.append("\n");
-    }
-
-    Output m_output;
-};
-
 std::optional<QByteArray> XmlWriter::write(const Value& root)
 {
-    m_output.append(header);
+    m_output.append(xmlHeader);
     if (root.isNull() || !writeValue(root, 0)) {
         return std::nullopt;
     }
-    m_output.append(footer);
+    m_output.append(xmlFooter);
     return std::move(m_output).take();
 }
 
@@ -171,6 +101,12 @@ bool XmlWriter::writeValue(const Value& value, int indent)
         break;
     }
     return false;
+}
+
+bool XmlWriter::writeKey(const QString& key, int indent)
+{
+    m_output.appendTabs(indent);
+    return writeElement("key", key);
 }
 
 bool XmlWriter::writeElement(std::string_view element, QStringView text)
@@ -250,8 +186,7 @@ bool XmlWriter::writeDictionary(const Dictionary& dictionary, int indent)
     }
     m_output.append("<dict>\n");
     for (const auto& [key, value] : dictionary) {
-        m_output.appendTabs(indent + 1);
-        if (!writeElement("key", key) || !writeValue(value, indent + 1)) {
+        if (!writeKey(key, indent + 1) || !writeValue(value, indent + 1)) {
             return false;
         }
     }
@@ -267,8 +202,6 @@ void XmlWriter::writeUid(Uid uid, int indent)
     writeElement("integer", QString::number(uid.index));
     line(indent, "</dict>");
 }
-
-} // namespace
 
 std::optional<QByteArray> writeXml(const Value& root)
 {

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
+#include <platform/plist/PropertyListXmlPieces.h>
+
 #include <Bench.h>
 #include <SyntheticDocument.h>
 #include <malloc.h>
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <memory>
+#include <random>
 #include <tuple>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -36,6 +42,26 @@ double megabytesOf(Make&& make)
     return usedMegabytes() - before;
 }
 
+/// One entry of a shuffled list changed, and the whole form ready to be written: in pieces, and at once.
+void benchOneChange()
+{
+    const PropertyList::ArrayPointer phrases = SyntheticDocument::phrases(phraseCount);
+    std::shuffle(phrases->begin(), phrases->end(), std::mt19937());
+    const auto root = PropertyList::Dictionary::create({{u"Clippings"_s, phrases}});
+    PropertyList::XmlPieces pieces;
+    pieces.update(*root);
+    int row = 0;
+    const auto [ours, peer] = Bench::millisecondsInTurn(
+        rounds,
+        [&] {
+            phrases->at(++row * 997).dictionary()->insert(u"SoundFilepath"_s, u"/changed"_s);
+            pieces.update(*root);
+        },
+        [&root] { PropertyList::write(root); });
+    constexpr double quarterOfFrame = 4;
+    Bench::reportAbsolute("property-list-one-change-ms", ours, peer, quarterOfFrame);
+}
+
 } // namespace
 
 int main()
@@ -62,5 +88,6 @@ int main()
     const auto [writeOurs, writePeer] = Bench::millisecondsInTurn(
         rounds, [&ours] { PropertyList::write(*ours); }, writeByPeer);
     Bench::report("property-list-write", writeOurs, writePeer, 1.0);
+    benchOneChange();
     return 0;
 }

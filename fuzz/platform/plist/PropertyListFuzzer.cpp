@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <platform/plist/PropertyList.h>
+#include <platform/plist/PropertyListXmlPieces.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -31,6 +32,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const Result<PropertyList::Value> again = PropertyList::read(*xml);
         require(bool(again));
         require(PropertyList::writeXml(*again) == xml);
+        if (const auto* dictionary = root->dictionaryInPlace()) {
+            PropertyList::XmlPieces pieces;
+            require(pieces.update(*dictionary) == PropertyList::XmlPieces::State::Complete);
+            require(pieces.pieces().join() == *xml);
+        }
     }
     return 0;
 }
