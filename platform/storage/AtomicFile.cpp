@@ -16,12 +16,17 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <span>
 #include <system_error>
 #include <tuple>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -74,14 +79,22 @@ public:
 
     bool isOpen() const { return m_descriptor.get() >= 0; }
 
-    bool write(QByteArrayView bytes) const
+    /// All pieces in as few calls as possible: one for each takes half as long again for 30 MB.
+    bool write(const QByteArrayList& pieces) const
     {
-        while (!bytes.isEmpty()) {
-            const ssize_t written = ::write(m_descriptor.get(), bytes.data(), size_t(bytes.size()));
+        std::vector<iovec> rest;
+        rest.reserve(size_t(pieces.size()));
+        for (const QByteArray& piece : pieces) {
+            // The call takes what it only reads through a pointer that could write.
+            rest.push_back({const_cast<char*>(piece.constData()), size_t(piece.size())});
+        }
+        for (std::span<iovec> unwritten(rest); !unwritten.empty();) {
+            const ssize_t written =
+                ::writev(m_descriptor.get(), unwritten.data(), int(std::min<size_t>(unwritten.size(), IOV_MAX)));
             if (written < 0 && errno != EINTR) {
                 return false;
             }
-            bytes = bytes.sliced(qMax(written, ssize_t(0)));
+            unwritten = after(unwritten, size_t(std::max<ssize_t>(written, 0)));
         }
         return true;
     }
@@ -94,7 +107,7 @@ public:
         }
         QByteArray bytes(copyStep, Qt::Uninitialized);
         qint64 size = source.read(bytes.data(), copyStep);
-        while (size > 0 && write(QByteArrayView(bytes.constData(), size))) {
+        while (size > 0 && write({QByteArray::fromRawData(bytes.constData(), size)})) {
             size = source.read(bytes.data(), copyStep);
         }
         return size == 0;
@@ -125,6 +138,20 @@ public:
     }
 
 private:
+    /// What is left of @p pieces once @p count bytes are written.
+    static std::span<iovec> after(std::span<iovec> pieces, size_t count)
+    {
+        while (!pieces.empty() && count >= pieces.front().iov_len) {
+            count -= pieces.front().iov_len;
+            pieces = pieces.subspan(1);
+        }
+        if (!pieces.empty()) {
+            pieces.front().iov_base = static_cast<char*>(pieces.front().iov_base) + count;
+            pieces.front().iov_len -= count;
+        }
+        return pieces;
+    }
+
     int open(const QByteArray& folder, mode_t mode)
     {
         for (int attempt = 0; attempt < maximumNameAttempts; ++attempt) {
@@ -234,7 +261,12 @@ void removeUnlessLocked(const QByteArray& path)
 
 Result<void> AtomicFile::write(const QString& path, QByteArrayView bytes)
 {
-    return replace(path, [bytes](const TemporaryFile& file) { return file.write(bytes); });
+    return write(path, QByteArrayList{QByteArray::fromRawData(bytes.data(), bytes.size())});
+}
+
+Result<void> AtomicFile::write(const QString& path, const QByteArrayList& pieces)
+{
+    return replace(path, [&pieces](const TemporaryFile& file) { return file.write(pieces); });
 }
 
 Result<void> AtomicFile::copy(QFile& source, const QString& path)

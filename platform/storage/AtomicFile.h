@@ -3,6 +3,7 @@
 
 #include <platform/bytes/Result.h>
 
+#include <QByteArrayList>
 #include <QByteArrayView>
 #include <QString>
 
@@ -19,6 +20,8 @@ namespace AtomicFile {
 /// user may not write, and anything that is no ordinary file (a folder, a device), is not replaced. On failure the old
 /// file is untouched, no temporary file stays behind, and the reason names the path.
 Result<void> write(const QString& path, QByteArrayView bytes);
+/// The same with what the @p pieces are, joined.
+Result<void> write(const QString& path, const QByteArrayList& pieces);
 
 /// The same with the bytes of @p source from where it stands, which is open for reading; in a file system that can,
 /// file and source share their blocks until one of them changes. May be called on any thread, as write().
