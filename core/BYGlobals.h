@@ -23,7 +23,11 @@ public:
     /// Sets the document's path from the settings and, the first time, makes the application-to-document map.
     static void init();
 
-    static void fillArray() { SoundsDocument::shared().load(); }
+    static void fillArray()
+    {
+        SoundsDocument::shared().load();
+        SoundsDocument::shared().prepareSaving();
+    }
 
     static void sortArray() { SoundsDocument::shared().sort(); }
 

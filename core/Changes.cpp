@@ -19,7 +19,7 @@ void tellAll(const QStringList& notifications)
 
 void Changes::saveDocument(const QStringList& notifications)
 {
-    SoundsDocument::shared().save();
+    SoundsDocument::shared().saveSoon();
     tellAll(notifications);
 }
 
@@ -31,5 +31,12 @@ void Changes::saveSettings(const QStringList& notifications)
 
 void Changes::tell(const QString& notification, const PropertyList::DictionaryPointer& userInfo)
 {
-    DistributedNotificationCenter::defaultCenter().postNotification(notification, helperIdentifier, userInfo);
+    SoundsDocument::shared().afterSaving([notification, userInfo] {
+        DistributedNotificationCenter::defaultCenter().postNotification(notification, helperIdentifier, userInfo);
+    });
+}
+
+void Changes::finish()
+{
+    SoundsDocument::shared().finishSaving();
 }

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SoundsDocument.h"
 
-#include "DocumentBackups.h"
 #include "PhraseOrder.h"
 #include "Settings.h"
-
-#include <platform/storage/AtomicFile.h>
 
 #include <QLoggingCategory>
 
@@ -37,7 +34,7 @@ ArrayPointer dictionariesOf(const ArrayPointer& list)
 
 Result<DictionaryPointer> SoundsDocument::readRoot(const QString& path)
 {
-    return PropertyList::readFile(path, maximumSize);
+    return PropertyList::readFile(path, DocumentFile::maximumSize);
 }
 
 ArrayPointer SoundsDocument::phrasesOf(const DictionaryPointer& root)
@@ -52,6 +49,14 @@ SoundsDocument& SoundsDocument::shared()
     return document;
 }
 
+void SoundsDocument::setPath(const QString& path)
+{
+    if (path != m_path) {
+        m_file.finish();
+    }
+    m_path = path;
+}
+
 void SoundsDocument::load()
 {
     if (!m_path.isEmpty()) {
@@ -63,12 +68,7 @@ void SoundsDocument::load()
 
 void SoundsDocument::read()
 {
-    if (m_path != m_safePath) {
-        AtomicFile::removeLeftovers(m_path);
-    }
-    // A change from here on is noticed: it makes another stamp than this one.
-    m_safePath = m_path;
-    m_safeStamp = FileStamp::of(m_path);
+    m_file.beginReading(m_path);
     const Result<DictionaryPointer> root = readRoot(m_path);
     reportReading(root.error());
     m_root = root ? *root : DictionaryPointer();
@@ -110,43 +110,21 @@ void SoundsDocument::sort()
     }
 }
 
-/// Keeps the version that another program has put in the place of the one that was read. False, after a log line, when
-/// it could not be kept.
-bool SoundsDocument::keepVersionOfOthers()
-{
-    const std::optional<FileStamp> stamp = FileStamp::of(m_path);
-    if (!stamp || (m_path == m_safePath && stamp == m_safeStamp)) {
-        return true;
-    }
-    const Result<QString> copy = DocumentBackups::keep(m_path, maximumSize);
-    if (!copy) {
-        qCWarning(log).noquote() << u"document %1, changed by another program, is not overwritten: %2"_s.arg(
-            m_path, copy.error());
-        return false;
-    }
-    m_safePath = m_path;
-    m_safeStamp = stamp;
-    qCWarning(log).noquote() << u"document %1 was changed by another program; that version is kept as %2"_s.arg(
-        m_path, *copy);
-    return true;
-}
-
-bool SoundsDocument::isUpToDate() const
-{
-    return m_safeStamp && m_path == m_safePath && m_safeStamp == FileStamp::of(m_path);
-}
-
 bool SoundsDocument::save()
 {
-    if (!m_root || !keepVersionOfOthers()) {
-        return false;
+    return m_root && m_file.write(m_path, m_root);
+}
+
+void SoundsDocument::saveSoon()
+{
+    if (m_root) {
+        m_file.writeSoon(m_path, m_root);
     }
-    DocumentBackups::keepBeforeFirstWrite(m_path, maximumSize);
-    if (const auto written = AtomicFile::write(m_path, PropertyList::write(m_root)); !written) {
-        qCWarning(log).noquote() << written.error();
-        return false;
+}
+
+void SoundsDocument::prepareSaving()
+{
+    if (m_root) {
+        m_file.prepare(m_root);
     }
-    m_safePath = m_path;
-    m_safeStamp = FileStamp::of(m_path);
-    return true;
 }

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <platform/bytes/FileStamp.h>
+#include "DocumentFile.h"
+
 #include <platform/bytes/Result.h>
 #include <platform/plist/PropertyList.h>
 
 #include <QString>
 
-#include <optional>
+#include <utility>
 
 /// A sounds document in memory: its root, and the lists inside it. The containers are handed out themselves, not
 /// copies: editors change entries in place and then write (docs/decisions/shared-containers.md). Main thread only.
@@ -27,19 +28,20 @@ public:
 
     const QString& path() const { return m_path; }
 
-    /// Where the document is, or an empty path for one that is only in memory. Loads nothing.
-    void setPath(const QString& path) { m_path = path; }
+    /// Where the document is, or an empty path for one that is only in memory. Loads nothing. What is to be saved at
+    /// another path is saved first.
+    void setPath(const QString& path);
 
-    /// Loads the document at path() and sorts it. A file that cannot be read, or has more than 256 MB, gives no
-    /// document (null containers), and one log line for as long as it stays so; an empty path keeps the document in
-    /// memory.
+    /// Loads the document at path() and sorts it, after what is to be saved has been saved. A file that cannot be read,
+    /// or has more than 256 MB, gives no document (null containers), and one log line for as long as it stays so; an
+    /// empty path keeps the document in memory.
     void load();
 
     /// Sorts the phrases in place, and stably, by the setting "SortPref".
     void sort();
 
     /// Whether the file at path() is the version that was read, or last written. False where there is none.
-    bool isUpToDate() const;
+    bool isUpToDate() const { return m_file.isUpToDate(m_path); }
 
     /// Writes the whole document to path(), atomically; false when it could not. A failed write leaves the file as it
     /// was and is logged; without a document nothing is written.
@@ -49,6 +51,20 @@ public:
     /// not overwritten. What the first save of the program finds is kept there in any case; where it cannot be, a log
     /// line says so, and it is overwritten.
     bool save();
+
+    /// The same on another thread, with all changes that are made until that has begun; returns at once.
+    void saveSoon();
+
+    /// Runs @p continuation once everything that is to be saved soon is saved, or could not be; at once when nothing
+    /// is.
+    void afterSaving(DocumentFile::Continuation continuation) { m_file.afterwards(std::move(continuation)); }
+
+    /// Saves what is to be saved soon, and waits for it.
+    void finishSaving() { m_file.finish(); }
+
+    /// Has the document's bytes made in the background, so that the first change is saved as fast as the others. They
+    /// take as much memory as the file.
+    void prepareSaving();
 
     const PropertyList::DictionaryPointer& root() const { return m_root; }
 
@@ -62,15 +78,12 @@ public:
 private:
     void read();
     void reportReading(const QString& problem);
-    bool keepVersionOfOthers();
 
+    DocumentFile m_file;
     QString m_path = QStringLiteral("");
     PropertyList::DictionaryPointer m_root;
     PropertyList::ArrayPointer m_phrases;
     PropertyList::ArrayPointer m_events;
     PropertyList::ArrayPointer m_filteredEvents;
-    /// The version of a file that is in memory, or kept otherwise: nothing is lost when it is overwritten.
-    QString m_safePath;
-    std::optional<FileStamp> m_safeStamp;
     QString m_reportedProblem;
 };

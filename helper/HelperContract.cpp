@@ -38,8 +38,11 @@ void HelperContract::begin()
             return;
         }
         Settings::menuBuild.store(build);
-        // Whatever ends the process: also the toolkit, which does so when the display goes.
-        std::atexit([] { Changes::tell(NotificationName::byeBye); });
+        // Whatever ends the process: also the toolkit, which does so when the display goes. By then there may be no
+        // document any more that others could be told of.
+        std::atexit([] {
+            DistributedNotificationCenter::defaultCenter().postNotification(NotificationName::byeBye, helperIdentifier);
+        });
         MessageBus::session().followService(helperIdentifier.toUtf8(), this, [this](const QString& owner) {
             if (owner.isEmpty()) {
                 Q_EMIT lost();

@@ -10,10 +10,13 @@
 #include <QLineEdit>
 #include <QSaveFile>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <Bench.h>
+#include <SyntheticDocument.h>
 
 #include <algorithm>
+#include <chrono>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -27,7 +30,10 @@ namespace {
 constexpr int manyEvents = 100'000;
 constexpr int catalogue = 80;
 constexpr int rounds = 15;
-constexpr int writes = 201;
+constexpr int smallWrites = 201;
+constexpr int largeWrites = 21;
+constexpr int manyPhrases = 100'000;
+constexpr double frameMilliseconds = 16;
 
 DictionaryPointer documentOf(int count)
 {
@@ -41,13 +47,18 @@ DictionaryPointer documentOf(int count)
     return Dictionary::create({{DocumentKey::sounds, events}, {DocumentKey::setVolume, u"0.5"_s}});
 }
 
-void load(const QTemporaryDir& folder, int count)
+void writeWithPeer(const QString& path, const QByteArray& bytes)
 {
-    const QString path = folder.filePath(u"bench.blipsy"_s);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(PropertyList::write(documentOf(count))) < 0 || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) < 0 || !file.commit()) {
         qFatal("cannot write the document");
     }
+}
+
+void load(const QTemporaryDir& folder, const DictionaryPointer& document)
+{
+    const QString path = folder.filePath(u"bench.blipsy"_s);
+    writeWithPeer(path, PropertyList::write(document));
     BYGlobals::setDefaultFilePath(path);
     BYGlobals::fillArray();
 }
@@ -111,7 +122,7 @@ void benchKeystroke(const char* name, const QString& text, ShownTab& tab, const 
 
 void benchFilter(const QTemporaryDir& folder)
 {
-    load(folder, manyEvents);
+    load(folder, documentOf(manyEvents));
     ShownTab tab;
     const std::vector<QString> texts = searchedTexts();
     benchKeystroke("all-match", u"s"_s, tab, texts);
@@ -119,23 +130,50 @@ void benchFilter(const QTemporaryDir& folder)
     benchKeystroke("none-match", u"sound-x"_s, tab, texts);
 }
 
-void benchSlider(const QTemporaryDir& folder)
+/// One step of the slider, until the document is written and others are told of it. Answers the longest time for which
+/// nothing else was handled, in milliseconds.
+double step(ShownTab& tab)
 {
-    load(folder, catalogue);
+    using Clock = std::chrono::steady_clock;
+    std::chrono::duration<double, std::milli> longest{};
+    auto last = Clock::now();
+    QTimer beat;
+    QObject::connect(&beat, &QTimer::timeout, &beat, [&] {
+        const auto now = Clock::now();
+        longest = std::max<decltype(longest)>(longest, now - last);
+        last = now;
+    });
+    beat.start(1);
+    tab.controller.volumeSliderAction(&tab.slider);
+    bool isTold = false;
+    SoundsDocument::shared().afterSaving([&isTold] { isTold = true; });
+    while (!isTold) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return longest.count();
+}
+
+/// The first step, before which no bytes of the document have been made, is not counted.
+void benchSlider(const QTemporaryDir& folder, const char* name, int phrases, int steps, double target)
+{
+    const DictionaryPointer document = documentOf(catalogue);
+    document->insert(DocumentKey::clippings, SyntheticDocument::phrases(phrases));
+    load(folder, document);
     ShownTab tab;
     tab.table.selectRow_byExtendingSelection(1, false);
     tab.slider.setFloatValue(0.25F);
+    const double firstHold = step(tab);
     const QByteArray bytes = PropertyList::write(BYGlobals::clippingsDictionary());
     const QString other = folder.filePath(u"peer.blipsy"_s);
+    std::vector<double> holds;
     const auto [ours, peer] = Bench::medianMillisecondsInTurn(
-        writes, [&] { tab.controller.volumeSliderAction(&tab.slider); },
-        [&] {
-            QSaveFile file(other);
-            if (!file.open(QIODevice::WriteOnly) || file.write(bytes) < 0 || !file.commit()) {
-                qFatal("cannot write the document");
-            }
-        });
-    Bench::report("events/slider-step-ms", ours, peer, 1.5);
+        steps, [&] { holds.push_back(step(tab)); }, [&] { writeWithPeer(other, bytes); });
+    const QString measure = u"events/slider-step-%1"_s.arg(QLatin1String(name));
+    Bench::report(qPrintable(measure + u"-written-ms"_s), ours, peer, target);
+    const auto middle = holds.begin() + std::ptrdiff_t(holds.size() / 2);
+    std::nth_element(holds.begin(), middle, holds.end());
+    Bench::reportAbsolute(qPrintable(measure + u"-hold-ms"_s), *middle, 0, frameMilliseconds);
+    Bench::reportAbsolute(qPrintable(measure + u"-first-hold-ms"_s), firstHold, 0, frameMilliseconds);
 }
 
 } // namespace
@@ -147,6 +185,7 @@ int main(int argc, char** argv)
     BYGlobals::init();
     const QTemporaryDir folder;
     benchFilter(folder);
-    benchSlider(folder);
+    benchSlider(folder, "small", 0, smallWrites, 1.5);
+    benchSlider(folder, "100000-phrases", manyPhrases, largeWrites, 1.2);
     return 0;
 }

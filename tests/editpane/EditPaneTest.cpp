@@ -67,6 +67,7 @@ private:
 
     Value stored(int row, const QString& key)
     {
+        Changes::finish();
         QFile file(BYGlobals::defaultFilePath());
         if (!file.open(QIODevice::ReadOnly)) {
             return {};

@@ -283,6 +283,7 @@ private:
 
     DictionaryPointer storedEntryAt(int row) const
     {
+        Changes::finish();
         QFile file(BYGlobals::defaultFilePath());
         if (!file.open(QIODevice::ReadOnly)) {
             return {};

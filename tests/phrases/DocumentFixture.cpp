@@ -58,6 +58,7 @@ DictionaryPointer DocumentFixture::entryCalled(const QString& phrase) const
 
 ArrayPointer DocumentFixture::storedPhrases() const
 {
+    Changes::finish();
     const DictionaryPointer root = PropertyList::read(Files::contents(BYGlobals::defaultFilePath()))->dictionary();
     return root ? root->value(DocumentKey::clippings).array() : ArrayPointer();
 }
