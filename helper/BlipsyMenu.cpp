@@ -2,9 +2,9 @@
 #include "DesktopDisplay.h"
 #include "Helper.h"
 #include "HelperContract.h"
-#include "TerminationSignals.h"
 
 #include <platform/desktop/Bundle.h>
+#include <platform/desktop/TerminationSignals.h>
 
 #include <QApplication>
 #include <QLoggingCategory>

@@ -7,6 +7,9 @@
 #include <phrases/RecentDocuments.h>
 #include <platform/controls/AssistiveClicks.h>
 #include <platform/desktop/Bundle.h>
+#include <platform/desktop/TerminationSignals.h>
+
+#include <QCoreApplication>
 
 BlipsyPref::BlipsyPref(QObject* parent)
     : QObject(parent)
@@ -41,6 +44,7 @@ QWidget* BlipsyPref::loadMainView()
     if (!m_interface) {
         // Assistive programs meet the controls as soon as they are made.
         AssistiveClicks::install();
+        endWhenAsked();
         m_interface = std::make_unique<Interface>();
         for (const auto& setUp : m_interface->setUps()) {
             setUp();
@@ -50,6 +54,17 @@ QWidget* BlipsyPref::loadMainView()
         }
     }
     return m_interface->view();
+}
+
+/// A change may still be on its way to the file when the session ends. The window is not closed, which might ask about
+/// a text that is being typed.
+void BlipsyPref::endWhenAsked()
+{
+    m_termination = std::make_unique<TerminationSignals>();
+    connect(m_termination.get(), &TerminationSignals::received, this, [] {
+        Changes::finish();
+        QCoreApplication::exit();
+    });
 }
 
 void BlipsyPref::willUnselect()

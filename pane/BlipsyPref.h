@@ -8,6 +8,7 @@
 #include <memory>
 
 class Interface;
+class TerminationSignals;
 
 /// The settings pane's principal class: loads the interface, whose controllers do the rest.
 class BlipsyPref final : public QObject, public PreferencePane
@@ -30,6 +31,9 @@ public:
     bool selectTab(const QString& name) override;
 
 private:
+    void endWhenAsked();
+
     bool m_isPictured = false;
     std::unique_ptr<Interface> m_interface;
+    std::unique_ptr<TerminationSignals> m_termination;
 };
