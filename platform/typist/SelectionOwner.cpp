@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -12,6 +13,17 @@ namespace {
 const char* const targetsName = "TARGETS";
 /// By this target clipboard managers know contents that they shall not keep.
 const char* const secretName = "x-kde-passwordManagerHint";
+
+/// To be called before it is dropped: what is offered may be what the user has typed, and the last one who has it
+/// leaves nothing of it in freed memory.
+void wipe(SelectionContents& contents)
+{
+    for (SelectionFormat& format : contents) {
+        if (format.bytes.isDetached()) {
+            explicit_bzero(format.bytes.data(), size_t(format.bytes.size()));
+        }
+    }
+}
 
 } // namespace
 
@@ -30,17 +42,16 @@ SelectionOwner::SelectionOwner(std::unique_ptr<SelectionWindow> window)
 SelectionContents SelectionOwner::passingText(const QString& plain, const QString& html) const
 {
     SelectionContents contents;
-    const auto add = [&](const char* target, const char* type, const QByteArray& bytes) {
-        contents.push_back({m_window->atom(target), m_window->atom(type), 8, bytes});
+    const auto add = [&](const char* target, const char* type, QByteArray bytes) {
+        contents.push_back({m_window->atom(target), m_window->atom(type), 8, std::move(bytes)});
     };
-    const QByteArray utf8 = plain.toUtf8();
     if (!html.isEmpty()) {
         add("text/html", "text/html", html.toUtf8());
     }
-    add("UTF8_STRING", "UTF8_STRING", utf8);
-    add("text/plain;charset=utf-8", "text/plain;charset=utf-8", utf8);
-    add("text/plain", "text/plain", utf8);
-    add("TEXT", "UTF8_STRING", utf8);
+    add("UTF8_STRING", "UTF8_STRING", plain.toUtf8());
+    add("text/plain;charset=utf-8", "text/plain;charset=utf-8", plain.toUtf8());
+    add("text/plain", "text/plain", plain.toUtf8());
+    add("TEXT", "UTF8_STRING", plain.toUtf8());
     add("STRING", "STRING", plain.toLatin1());
     add(secretName, "STRING", "secret");
     return contents;
@@ -49,9 +60,9 @@ SelectionContents SelectionOwner::passingText(const QString& plain, const QStrin
 void SelectionOwner::own(const QByteArray& selection, const SelectionContents& contents)
 {
     const quint32 atom = m_window->atom(selection);
-    m_owned.insert(atom, contents);
-    if (contents.empty()) {
-        m_owned.remove(atom);
+    forget(atom);
+    if (!contents.empty()) {
+        m_owned.insert(atom, contents);
     }
     xcb_set_selection_owner(m_window->server(), contents.empty() ? XCB_NONE : m_window->id(), atom, XCB_CURRENT_TIME);
     // The answer comes when the server has done it: keys that are sent afterwards find the new owner.
@@ -83,8 +94,30 @@ void SelectionOwner::readEvents()
 void SelectionOwner::drop(quint32 selection)
 {
     if (m_window->ownerOf(selection) != m_window->id()) {
-        m_owned.remove(selection);
+        forget(selection);
     }
+}
+
+void SelectionOwner::forget(quint32 selection)
+{
+    SelectionContents contents = m_owned.take(selection);
+    if (!contents.empty()) {
+        wipe(contents);
+        overwriteSent();
+    }
+}
+
+/// The library's buffer of 16 KB holds what has been sent until other requests take its place: here a long one that
+/// says nothing.
+void SelectionOwner::overwriteSent() const
+{
+    static constexpr std::array<char, 16'352> nothing{};
+    const quint32 property = m_window->atom(secretName);
+    xcb_flush(m_window->server());
+    xcb_change_property(m_window->server(), XCB_PROP_MODE_REPLACE, m_window->id(), property, XCB_ATOM_STRING, 8,
+        quint32(nothing.size()), nothing.data());
+    xcb_delete_property(m_window->server(), m_window->id(), property);
+    xcb_flush(m_window->server());
 }
 
 void SelectionOwner::answer(const xcb_selection_request_event_t& request)

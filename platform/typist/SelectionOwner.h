@@ -41,6 +41,8 @@ private:
     explicit SelectionOwner(std::unique_ptr<SelectionWindow> window);
     void readEvents();
     void drop(quint32 selection);
+    void forget(quint32 selection);
+    void overwriteSent() const;
     void answer(const xcb_selection_request_event_t& request);
     bool give(const xcb_selection_request_event_t& request, quint32 property) const;
 

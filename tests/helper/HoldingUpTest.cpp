@@ -116,30 +116,6 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(type(u"zay "_s) && recording.secondsOf(440) > 0.1, 20'000);
     }
 
-    void secretIsForgotten_data()
-    {
-        const DataTable<bool> row("sleeps");
-        row("put to sleep", true);
-        if (isLongRun) {
-            row("left alone", false);
-        }
-    }
-
-    /// Nobody needs a core dump for it: its bytes are those that can be read while the process runs.
-    void secretIsForgotten()
-    {
-        QFETCH(bool, sleeps);
-        const QString secret = sleeps ? u"xylophonezebra"_s : u"zebraxylophone"_s;
-        const auto remembers = [&] { return ProcessMemory::contains(m_helper->process.processId(), secret); };
-        QVERIFY(type(secret));
-        QTRY_VERIFY_WITH_TIMEOUT(remembers(), 20'000);
-        if (sleeps) {
-            m_login->tellSleep();
-        }
-        constexpr auto twoMinutes = 120'000;
-        QTRY_VERIFY_WITH_TIMEOUT(!remembers(), sleeps ? 20'000 : twoMinutes);
-    }
-
     void nextPhraseIsHeard_data()
     {
         const DataTable<QString, QString, QString> row("disturbance", "output", "afterwards");
@@ -175,6 +151,32 @@ private Q_SLOTS:
         const bool isHeard = QTest::qWaitFor([&] { return recording->secondsOf(440) > 0.2; }, 20'000);
         QVERIFY(runShell(afterwards));
         QVERIFY(isHeard);
+    }
+
+    void secretIsForgotten_data()
+    {
+        const DataTable<bool> row("sleeps");
+        row("put to sleep", true);
+        if (isLongRun) {
+            row("left alone", false);
+        }
+    }
+
+    /// Nobody needs a core dump for it: its bytes are those that can be read while the process runs.
+    void secretIsForgotten()
+    {
+        QFETCH(bool, sleeps);
+        // Some texts are still on their way to the program in front, and this goes with them.
+        QVERIFY(type(u"omw omw "_s));
+        const QString secret = sleeps ? u"xylophonezebra"_s : u"zebraxylophone"_s;
+        const auto remembers = [&] { return ProcessMemory::contains(m_helper->process.processId(), secret); };
+        QVERIFY(type(secret));
+        QTRY_VERIFY_WITH_TIMEOUT(remembers(), 20'000);
+        if (sleeps) {
+            m_login->tellSleep();
+        }
+        constexpr auto twoMinutes = 120'000;
+        QTRY_VERIFY_WITH_TIMEOUT(!remembers(), sleeps ? 20'000 : twoMinutes);
     }
 
     /// Keys and phrases far faster than anybody types; nothing of it is heard afterwards.
