@@ -53,7 +53,8 @@ Result<void> makeLoginItem(const QString& bundlePath)
 
 Result<void> deleteLoginItem(const QString& name)
 {
-    if (QFile::remove(entryPath(name))) {
+    // A name, not a way to files elsewhere.
+    if (!name.contains(u'/') && QFile::remove(entryPath(name))) {
         return {};
     }
     return Failure{u"cannot delete login item \"%1\""_s.arg(name)};
