@@ -316,6 +316,8 @@ Conversion DocumentCommands::convertShowingProgress(const QString& path, Importe
 void DocumentCommands::leaveFor(const QString& path)
 {
     Q_EMIT leaving();
+    // What is written to the path from now on is not overwritten by what was changed before.
+    SoundsDocument::shared().finishSaving();
     BYGlobals::setDefaultFilePath(path);
 }
 
