@@ -89,7 +89,10 @@ private:
         argument.beginStructure();
         argument.asVariant(); // the icon's name
         argument.asVariant(); // its picture
-        return argument.asVariant().toString();
+        const QString title = argument.asVariant().toString();
+        argument.asVariant(); // the text below it
+        argument.endStructure();
+        return title;
     }
 
     std::vector<Item> items() const
