@@ -84,6 +84,25 @@ private Q_SLOTS:
         QCOMPARE(storedSoundOf(u"alpha"_s), QString());
     }
 
+    void everyControlHasARoleAndAName_data()
+    {
+        const DataTable<QString, QString> row("role", "name");
+        row("Phrases", u"push button"_s, u"Add Phrase"_s);
+        row("Events", u"slider"_s, u"Volume"_s);
+        row("Applications", u"push button"_s, u"Add…"_s);
+        row("Options", u"radio button"_s, u"Phrases with their sound files"_s);
+    }
+
+    /// Each row names one control of the tab, which tells that the tab is to be seen.
+    void everyControlHasARoleAndAName()
+    {
+        const auto [role, name] = currentRow<QString, QString>();
+        const Program program({u"--document"_s, path(u"test.blipsy"_s)});
+        QVERIFY(program.press(u"page tab"_s, QString::fromLatin1(QTest::currentDataTag())));
+        QVERIFY(!program.control(role, name).isNull());
+        QCOMPARE(program.nameless(), QStringList());
+    }
+
     void stoppedSoundServerHoldsNothingUp()
     {
         Program program({u"--document"_s, path(u"test.blipsy"_s)});

@@ -78,6 +78,28 @@ public:
     /// Does what the control is for, as an assistive program asks it to.
     bool press(const QString& role, const QString& name) const { return control(role, name).act(); }
 
+    /// What an assistive program could not tell its user: what reacts, and cells, without a role or a name.
+    QStringList nameless() const
+    {
+        QStringList found;
+        const auto check = [&found](const Accessible& one) {
+            if (one.name().isEmpty() || one.role().isEmpty() || one.role() == QStringLiteral("unknown")) {
+                found.append(one.role() + u' ' + one.name());
+            }
+        };
+        for (const Accessible& one : Accessible::program(process.processId()).showing()) {
+            if (one.is(Accessible::State::Focusable) || !one.actions().isEmpty()) {
+                check(one);
+            }
+            // The toolkit bears such questions from tables only.
+            const bool hasCells = one.role() == QStringLiteral("table") && one.rowCount() > 0;
+            for (int column = 0; hasCells && column < one.columnCount(); ++column) {
+                check(one.cell(0, column));
+            }
+        }
+        return found;
+    }
+
     QProcess process;
 };
 
