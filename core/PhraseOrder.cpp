@@ -130,10 +130,7 @@ void PhraseOrder::sort(PropertyList::Array& entries, QStringView key, Comparison
     }
     std::ranges::stable_sort(positions, isBefore);
 
-    std::vector<Value> sorted;
-    sorted.reserve(positions.size());
-    for (const Position& position : positions) {
-        sorted.push_back(std::move(entries.begin()[qsizetype(position.index)]));
-    }
-    std::ranges::move(sorted, entries.begin());
+    std::vector<size_t> indices(positions.size());
+    std::ranges::transform(positions, indices.begin(), &Position::index);
+    entries.reorder(indices);
 }

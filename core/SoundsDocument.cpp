@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <system_error>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using PropertyList::ArrayPointer;
@@ -57,19 +59,53 @@ void SoundsDocument::setPath(const QString& path)
     m_path = path;
 }
 
+void SoundsDocument::readAhead(const QString& path)
+{
+    try {
+        m_ahead = {path, FileStamp::of(path), std::async(std::launch::async, &SoundsDocument::readRoot, path)};
+    } catch (const std::system_error&) {
+        // Without a thread to be had, load() reads.
+    }
+}
+
 void SoundsDocument::load()
 {
-    if (!m_path.isEmpty()) {
-        read();
+    if (!isAsLoaded()) {
+        if (!m_path.isEmpty()) {
+            read();
+        }
+        sort();
+        m_loadedOrder = Settings::sortPref.value();
+        m_loadedRevision = m_phrases ? m_phrases->revision() : 0;
     }
-    sort();
     m_filteredEvents = dictionariesOf(m_events);
+}
+
+/// Whether loading would give what is in memory.
+bool SoundsDocument::isAsLoaded() const
+{
+    if (!m_root || !m_phrases || m_root->revision() != 0 || m_phrases->revision() != m_loadedRevision ||
+        m_loadedOrder != Settings::sortPref.value() || !m_file.isUpToDate(m_path)) {
+        return false;
+    }
+    return std::ranges::all_of(*m_phrases, PropertyList::isUnchanged) &&
+           std::ranges::all_of(*m_root, [this](const PropertyList::Dictionary::Entry& entry) {
+               return entry.value.arrayInPlace() == m_phrases.data() || PropertyList::isUnchanged(entry.value);
+           });
+}
+
+/// The root of the file that is there now.
+Result<DictionaryPointer> SoundsDocument::takeReadAhead()
+{
+    ReadAhead ahead = std::exchange(m_ahead, {});
+    const bool isThisFile = ahead.root.valid() && ahead.path == m_path && ahead.stamp == FileStamp::of(m_path);
+    return isThisFile ? ahead.root.get() : readRoot(m_path);
 }
 
 void SoundsDocument::read()
 {
     m_file.beginReading(m_path);
-    const Result<DictionaryPointer> root = readRoot(m_path);
+    const Result<DictionaryPointer> root = takeReadAhead();
     reportReading(root.error());
     m_root = root ? *root : DictionaryPointer();
     m_phrases = {};

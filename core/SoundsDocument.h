@@ -3,11 +3,14 @@
 
 #include "DocumentFile.h"
 
+#include <platform/bytes/FileStamp.h>
 #include <platform/bytes/Result.h>
 #include <platform/plist/PropertyList.h>
 
 #include <QString>
 
+#include <future>
+#include <optional>
 #include <utility>
 
 /// A sounds document in memory: its root, and the lists inside it. The containers are handed out themselves, not
@@ -32,9 +35,16 @@ public:
     /// another path is saved first.
     void setPath(const QString& path);
 
+    /// Begins to read the document at @p path on a thread of its own; load() takes what it gave unless the file, or the
+    /// path, is another one by then. For the start, when there is much else to do.
+    void readAhead(const QString& path);
+
     /// Loads the document at path() and sorts it, after what is to be saved has been saved. A file that cannot be read,
     /// or has more than 256 MB, gives no document (null containers), and one log line for as long as it stays so; an
     /// empty path keeps the document in memory.
+    ///
+    /// A file that has not changed since it was read is not read again while the document in memory is still what was
+    /// read: when the window opens, several of its parts load the document.
     void load();
 
     /// Sorts the phrases in place, and stably, by the setting "SortPref".
@@ -76,7 +86,16 @@ public:
     const PropertyList::ArrayPointer& filteredEvents() const { return m_filteredEvents; }
 
 private:
+    struct ReadAhead
+    {
+        QString path;
+        std::optional<FileStamp> stamp;
+        std::future<Result<PropertyList::DictionaryPointer>> root;
+    };
+
+    bool isAsLoaded() const;
     void read();
+    Result<PropertyList::DictionaryPointer> takeReadAhead();
     void reportReading(const QString& problem);
 
     DocumentFile m_file;
@@ -86,4 +105,8 @@ private:
     PropertyList::ArrayPointer m_events;
     PropertyList::ArrayPointer m_filteredEvents;
     QString m_reportedProblem;
+    /// The order in which the phrases were loaded, and the array's revision then.
+    int m_loadedOrder = 0;
+    quint32 m_loadedRevision = 0;
+    ReadAhead m_ahead;
 };

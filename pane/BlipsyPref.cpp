@@ -45,6 +45,7 @@ QWidget* BlipsyPref::loadMainView()
         // Assistive programs meet the controls as soon as they are made.
         AssistiveClicks::install();
         endWhenAsked();
+        SoundsDocument::shared().readAhead(Settings::defaultFilePath.value());
         m_interface = std::make_unique<Interface>();
         for (const auto& setUp : m_interface->setUps()) {
             setUp();

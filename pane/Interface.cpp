@@ -51,8 +51,8 @@ Interface::Interface()
     , m_phrases(new PhrasesTab(*m_soundPanel, m_view.get()))
     , m_editPane(new EditPane(m_phrases))
     , m_events(new EventsTab(*m_soundPanel, m_view.get()))
-    , m_applications(new ApplicationsTab(m_view.get()))
     , m_options(new OptionsTab(m_view.get()))
+    , m_applications(new ApplicationsTab(m_view.get()))
     , m_launcher(std::make_unique<BYlauncher>())
 {
     addTabs();

@@ -64,8 +64,9 @@ private:
     PhrasesTab* m_phrases;
     EditPane* m_editPane;
     EventsTab* m_events;
-    ApplicationsTab* m_applications;
     OptionsTab* m_options;
+    /// The last of them, since it loads the document, which is read meanwhile.
+    ApplicationsTab* m_applications;
     /// @}
     std::unique_ptr<BYlauncher> m_launcher;
 };

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <core/BYGlobals.h>
-#include <core/SharedNames.h>
+#include <core/Settings.h>
+#include <core/SoundsDocument.h>
 #include <pane/Interface.h>
 #include <platform/desktop/Bundle.h>
+#include <platform/storage/AtomicFile.h>
 
 #include <QApplication>
 #include <QMainWindow>
@@ -11,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <Bench.h>
+#include <SyntheticDocument.h>
 
 using namespace Qt::StringLiterals;
 
@@ -18,15 +20,17 @@ namespace {
 
 constexpr int rounds = 9;
 constexpr int tabSwitches = 9;
+constexpr int phraseCount = 100'000;
 
-/// Ends the program when the window has been painted for the first time.
+/// Ends the program when the window has been painted for the first time, and nothing else: the end is not measured.
 class FirstPaint final : public QObject
 {
 public:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (event->type() == QEvent::Paint) {
-            QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
     }
@@ -45,10 +49,13 @@ int show(QWidget* content)
     return 0;
 }
 
-std::unique_ptr<Interface> setUpInterface()
+/// The pane on @p document, or on the default document, set up as the bundle's principal class does it.
+std::unique_ptr<Interface> setUpInterface(const QString& document = {})
 {
     Bundle::registerBundle(QStringLiteral(BLIPSY_BENCH_BUNDLE));
-    BYGlobals::storeSetting(u"10012"_s, Settings::menuBuild.key);
+    Settings::menuBuild.store(10012);
+    Settings::defaultFilePath.store(document);
+    SoundsDocument::shared().readAhead(document);
     auto interface = std::make_unique<Interface>();
     for (const auto& setUp : interface->setUps()) {
         setUp();
@@ -56,10 +63,11 @@ std::unique_ptr<Interface> setUpInterface()
     return interface;
 }
 
-int runAs(const QString& role)
+/// As the program that is measured: "bare", "pane" on the default document, or "pane" on the @p document.
+int runAs(const QString& role, const QString& document)
 {
     if (role == u"pane"_s) {
-        const auto interface = setUpInterface();
+        const auto interface = setUpInterface(document);
         return show(interface->view());
     }
     QTableView table;
@@ -71,6 +79,22 @@ void benchStart(const QString& program)
     const auto [ours, peer] = Bench::millisecondsInTurn(
         rounds, [&] { QProcess::execute(program, {u"pane"_s}); }, [&] { QProcess::execute(program, {u"bare"_s}); });
     Bench::report("pane/start-to-first-paint-ms", ours, peer, 2.5);
+}
+
+void benchLargeStart(const QString& program, const QString& document)
+{
+    if (const auto written = AtomicFile::write(document, PropertyList::write(SyntheticDocument::root(phraseCount)));
+        !written) {
+        std::fprintf(stderr, "%s\n", qPrintable(written.error()));
+        return;
+    }
+    const auto [large, usual] = Bench::millisecondsInTurn(
+        rounds,
+        [&] {
+            QProcess::execute(program, {u"pane"_s, document});
+        },
+        [&] { QProcess::execute(program, {u"pane"_s}); });
+    Bench::report("pane/start-with-100000-phrases-ms", large, usual, 3);
 }
 
 void benchOptionsTab()
@@ -107,9 +131,11 @@ int main(int argc, char** argv)
     }
     QApplication application(argc, argv);
     if (argc > 1) {
-        return runAs(QString::fromLocal8Bit(argv[1]));
+        const QStringList arguments = QCoreApplication::arguments();
+        return runAs(arguments[1], arguments.value(2));
     }
     benchStart(QCoreApplication::applicationFilePath());
+    benchLargeStart(QCoreApplication::applicationFilePath(), home.filePath(u"Large.plist"_s));
     benchOptionsTab();
     return 0;
 }

@@ -97,7 +97,13 @@ public:
 
     DictionaryPointer dictionary() const { return valueOr<DictionaryPointer>(); }
 
-    /// The dictionary without touching its reference count, for scans of long lists; valid as long as this value.
+    /// The container without touching its reference count, for scans of long lists; valid as long as this value.
+    const Array* arrayInPlace() const noexcept
+    {
+        const auto* pointer = std::get_if<ArrayPointer>(&m_value);
+        return pointer != nullptr ? pointer->constData() : nullptr;
+    }
+
     const Dictionary* dictionaryInPlace() const noexcept
     {
         const auto* pointer = std::get_if<DictionaryPointer>(&m_value);
@@ -167,23 +173,40 @@ public:
     /// @p index must be in 0 … size() - 1.
     const Value& at(qsizetype index) const { return m_items[size_t(index)]; }
 
-    void append(Value value) { m_items.push_back(std::move(value)); }
+    void append(Value value)
+    {
+        ++m_revision;
+        m_items.push_back(std::move(value));
+    }
 
-    void removeAt(qsizetype index) { m_items.erase(m_items.begin() + index); }
+    void removeAt(qsizetype index)
+    {
+        ++m_revision;
+        m_items.erase(m_items.begin() + index);
+    }
 
-    void clear() noexcept { m_items.clear(); }
+    void clear() noexcept
+    {
+        ++m_revision;
+        m_items.clear();
+    }
 
     void reserve(qsizetype count) { m_items.reserve(size_t(count)); }
 
-    auto begin() noexcept { return m_items.begin(); }
+    /// How often the array may have been changed: equal numbers, equal elements. What a container in it holds does not
+    /// count.
+    quint32 revision() const noexcept { return m_revision; }
 
-    auto end() noexcept { return m_items.end(); }
+    /// Puts the elements into another order: the first one is then the one at the first index of @p order, which names
+    /// each index once.
+    void reorder(const std::vector<size_t>& order);
 
     auto begin() const noexcept { return m_items.begin(); }
 
     auto end() const noexcept { return m_items.end(); }
 
 private:
+    quint32 m_revision = 0;
     std::vector<Value> m_items;
 };
 
@@ -235,6 +258,9 @@ private:
 
 /// Containers may be nested this deep; readers refuse deeper ones, and so do writers.
 inline constexpr int maximumDepth = 64;
+
+/// Whether no container in @p value has been changed since it was made.
+bool isUnchanged(const Value& value);
 
 /// Reads the XML, binary or old-style text form, told apart by the leading bytes. Why bytes are no property list names
 /// the byte offset; bytes without any value (an empty file) are none.

@@ -252,6 +252,16 @@ ArrayPointer Array::create(std::vector<Value> items)
     return array;
 }
 
+void Array::reorder(const std::vector<size_t>& order)
+{
+    ++m_revision;
+    std::vector<Value> items;
+    items.reserve(order.size());
+    std::ranges::transform(
+        order, std::back_inserter(items), [this](size_t index) { return std::move(m_items[index]); });
+    m_items = std::move(items);
+}
+
 DictionaryPointer Dictionary::create(std::vector<Entry> entries)
 {
     const auto ascends = [](const Entry& left, const Entry& right) { return left.key < right.key; };
@@ -327,6 +337,17 @@ QStringList Dictionary::keys() const
         result.append(entry.key);
     }
     return result;
+}
+
+bool isUnchanged(const Value& value)
+{
+    if (const Dictionary* dictionary = value.dictionaryInPlace()) {
+        return dictionary->revision() == 0 && std::ranges::all_of(*dictionary, isUnchanged, &Dictionary::Entry::value);
+    }
+    if (const Array* array = value.arrayInPlace()) {
+        return array->revision() == 0 && std::ranges::all_of(*array, isUnchanged);
+    }
+    return true;
 }
 
 } // namespace PropertyList

@@ -13,6 +13,8 @@
 #include <Files.h>
 #include <NotificationRecorder.h>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using PropertyList::Array;
 using PropertyList::Dictionary;
@@ -43,6 +45,8 @@ QStringList column(const QString& key)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(std::function<void()>)
 
 class BYGlobalsTest final : public QObject
 {
@@ -118,6 +122,35 @@ private Q_SLOTS:
         load(Dictionary::create(
             {{DocumentKey::snippets, snippets}, {DocumentKey::clippings, Array::create({phrase(u"clip"_s)})}}));
         QCOMPARE(column(PhraseKey::phrase), QStringList{u"clip"_s});
+    }
+
+    void unchangedDocumentIsReadOnce_data()
+    {
+        const DataTable<std::function<void()>, bool> row("change", "isReadAgain");
+        row(
+            "nothing", [] {}, false);
+        row(
+            "an entry", [] { BYGlobals::clippingsArray()->at(0).dictionary()->insert(PhraseKey::phrase, u"x"_s); },
+            true);
+        row(
+            "the list", [] { BYGlobals::clippingsArray()->removeAt(1); }, true);
+        row(
+            "the root", [] { BYGlobals::clippingsDictionary()->remove(DocumentKey::clippings); }, true);
+        row(
+            "the file", [this] { put(stored() + ' '); }, true);
+        row(
+            "the order", [] { BYGlobals::storeSetting(u"3"_s, Settings::sortPref.key); }, true);
+    }
+
+    void unchangedDocumentIsReadOnce()
+    {
+        const auto [change, isReadAgain] = currentRow<std::function<void()>, bool>();
+        load(document({phrase(u"a"_s), phrase(u"b"_s)}));
+        const DictionaryPointer before = BYGlobals::clippingsDictionary();
+        change();
+        BYGlobals::fillArray();
+        QCOMPARE(BYGlobals::clippingsDictionary() != before, isReadAgain);
+        QCOMPARE(column(PhraseKey::phrase), (QStringList{u"a"_s, u"b"_s}));
     }
 
     void emptyPathKeepsTheDocumentButSortsAndFiltersAnew()

@@ -22,6 +22,8 @@
 #include <SoundFixtures.h>
 #include <SoundServerControl.h>
 
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 using PropertyList::DictionaryPointer;
@@ -308,7 +310,13 @@ private Q_SLOTS:
                 m_tab->table, pasteboard, row, DropOperation::On);
         };
         QVERIFY(!drop(brokenRow()));
-        *BYGlobals::clippingsArray()->begin() = phraseEntry(u"first"_s, u""_s);
+        const PropertyList::ArrayPointer phrases = BYGlobals::clippingsArray();
+        phrases->removeAt(0);
+        phrases->append(phraseEntry(u"first"_s, u""_s));
+        std::vector<size_t> order(size_t(phrases->size()));
+        std::iota(order.begin() + 1, order.end(), 0U);
+        order.front() = order.size() - 1;
+        phrases->reorder(order);
         for (const int row : {-1, 1}) {
             QVERIFY(drop(row));
             const DictionaryPointer stored = DocumentEntry::at(m_tab->storedPhrases(), std::max(row, 0));

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <tuple>
 
@@ -46,7 +47,10 @@ double megabytesOf(Make&& make)
 void benchOneChange()
 {
     const PropertyList::ArrayPointer phrases = SyntheticDocument::phrases(phraseCount);
-    std::shuffle(phrases->begin(), phrases->end(), std::mt19937());
+    std::vector<size_t> order(phraseCount);
+    std::iota(order.begin(), order.end(), 0U);
+    std::ranges::shuffle(order, std::mt19937());
+    phrases->reorder(order);
     const auto root = PropertyList::Dictionary::create({{u"Clippings"_s, phrases}});
     PropertyList::XmlPieces pieces;
     pieces.update(*root);

@@ -8,6 +8,7 @@
 #include <plist/plist.h>
 
 #include <limits>
+#include <numeric>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -384,9 +385,14 @@ private Q_SLOTS:
                 for (int i = 0; i < 500; ++i) {
                     list->append(entry());
                 }
-                std::shuffle(list->begin(), list->end(), random);
             }
-            std::swap(*(list->begin() + below(list->size())), *(list->begin() + below(list->size())));
+            std::vector<size_t> order(size_t(list->size()));
+            std::iota(order.begin(), order.end(), 0U);
+            if (round % 30 == 0) {
+                std::ranges::shuffle(order, random);
+            }
+            std::swap(order[size_t(below(list->size()))], order[size_t(below(list->size()))]);
+            list->reorder(order);
             list->removeAt(below(list->size()));
             list->append(entry());
             if (const DictionaryPointer changed = list->at(below(list->size())).dictionary()) {
