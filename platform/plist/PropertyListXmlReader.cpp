@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "PropertyListXmlScalars.h"
 #include "PropertyListXmlScanner.h"
 
 #include <QStringDecoder>
 
-#include <array>
-#include <charconv>
-#include <chrono>
+#include <future>
+#include <system_error>
 #include <unordered_map>
 
 using namespace Qt::StringLiterals;
@@ -17,95 +17,6 @@ namespace {
 using Kind = XmlScanner::Kind;
 using Tag = XmlScanner::Tag;
 using Content = XmlScanner::Content;
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr const char* spaces = " \t\r\n";
-    const size_t begin = text.find_first_not_of(spaces);
-    return begin == std::string_view::npos ? std::string_view()
-                                           : text.substr(begin, text.find_last_not_of(spaces) - begin + 1);
-}
-
-/// Decimal, or hexadecimal after "0x", with an optional sign.
-Value parseInteger(std::string_view text)
-{
-    text = trimmed(text);
-    const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+')) {
-        text.remove_prefix(1);
-    }
-    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
-    if (hexadecimal) {
-        text.remove_prefix(2);
-    }
-    quint64 magnitude = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, status] = std::from_chars(text.data(), end, magnitude, hexadecimal ? 16 : 10);
-    constexpr quint64 lowest = quint64(1) << 63;
-    if (status != std::errc() || stop != end || (negative && magnitude > lowest)) {
-        return {};
-    }
-    return negative ? Value(qint64(0 - magnitude)) : Value(magnitude);
-}
-
-Value parseRealElement(std::string_view text)
-{
-    text = trimmed(text);
-    const auto [number, length] = parseReal(text);
-    if (length == 0 || length != text.size()) {
-        return {};
-    }
-    const auto spelledAs = [text, number = number](RealSpelling spelling) {
-        const QByteArray spelled = spellReal(number, spelling);
-        return text == std::string_view(spelled.constData(), size_t(spelled.size()));
-    };
-    const bool shortest = !spelledAs(RealSpelling::SeventeenDigits) && spelledAs(RealSpelling::Shortest);
-    return {number, shortest ? RealSpelling::Shortest : RealSpelling::SeventeenDigits};
-}
-
-/// "2001-02-03T04:05:06Z".
-Value parseDate(std::string_view text)
-{
-    text = trimmed(text);
-    constexpr std::string_view pattern = "dddd-dd-ddTdd:dd:ddZ";
-    if (text.size() != pattern.size()) {
-        return {};
-    }
-    for (size_t i = 0; i < pattern.size(); ++i) {
-        const bool matches = pattern[i] == 'd' ? text[i] >= '0' && text[i] <= '9' : text[i] == pattern[i];
-        if (!matches) {
-            return {};
-        }
-    }
-    const auto number = [text](size_t begin, size_t length) {
-        int result = 0;
-        std::from_chars(text.data() + begin, text.data() + begin + length, result);
-        return result;
-    };
-    using namespace std::chrono;
-    const year_month_day date{year(number(0, 4)), month(unsigned(number(5, 2))), day(unsigned(number(8, 2)))};
-    const hours hour(number(11, 2));
-    const minutes minute(number(14, 2));
-    const seconds second(number(17, 2));
-    if (!date.ok() || hour.count() > 23 || minute.count() > 59 || second.count() > 59) {
-        return {};
-    }
-    const sys_time<milliseconds> moment = sys_days(date) + hour + minute + second;
-    return QDateTime::fromMSecsSinceEpoch(moment.time_since_epoch().count(), Qt::UTC);
-}
-
-Value parseData(std::string_view text)
-{
-    QByteArray packed;
-    packed.reserve(qsizetype(text.size()));
-    for (const char c : text) {
-        if (c != '\n' && c != '\t' && c != ' ' && c != '\r') {
-            packed.append(c);
-        }
-    }
-    const auto decoded = QByteArray::fromBase64Encoding(packed, QByteArray::AbortOnBase64DecodingErrors);
-    return decoded ? Value(decoded.decoded) : Value();
-}
 
 /// A dictionary, or the reference that it stands for.
 Value makeDictionary(std::vector<Dictionary::Entry> entries)
@@ -119,6 +30,36 @@ Value makeDictionary(std::vector<Dictionary::Entry> entries)
     return Dictionary::create(std::move(entries));
 }
 
+/// The elements of an array from one of them on, and the offset behind its closing tag.
+struct RestOfArray
+{
+    std::vector<Value> items;
+    qsizetype end = 0;
+};
+
+/// The second half of a large document's phrases, read on a thread of its own while the first half is read.
+///
+/// Where the half begins is a guess, since only who has read everything before knows what a place in the file means (a
+/// tag may stand in a comment). What is read here counts only when the reader arrives at just this tag, expecting an
+/// element of an array as deep as a document's phrases; a wrong guess and a faulty file cost time on another core.
+class SecondHalf final
+{
+public:
+    explicit SecondHalf(QByteArrayView bytes);
+
+    bool beginsWith(const Tag& tag, int depth) const { return tag.name.data() == m_tagName && depth == depthOfPhrases; }
+
+    /// Waits for the thread. Nothing when something is wrong there: reading on from the tag will tell what. Once.
+    std::optional<RestOfArray> take() { return m_rest.valid() ? m_rest.get() : std::nullopt; }
+
+private:
+    static constexpr int depthOfPhrases = 2;
+
+    /// Where the first tag's name stands; null when nothing is read here.
+    const char* m_tagName = nullptr;
+    std::future<std::optional<RestOfArray>> m_rest;
+};
+
 class XmlReader final
 {
 public:
@@ -127,10 +68,18 @@ public:
     {
     }
 
-    Result<Value> read()
+    Result<Value> read(SecondHalf& secondHalf)
     {
+        m_secondHalf = &secondHalf;
         Value root = readRoot();
         return resultOf(std::move(root), m_problem);
+    }
+
+    /// Reads from the element at @p offset to the end of its array, whose depth is @p depth. Nothing after an error.
+    std::optional<RestOfArray> readRestOfArray(qsizetype offset, int depth)
+    {
+        m_scanner.moveTo(offset);
+        return readItems(depth) ? std::optional(RestOfArray{std::move(m_items), m_scanner.offset()}) : std::nullopt;
     }
 
 private:
@@ -139,6 +88,8 @@ private:
     Value readScalar(const Tag& tag);
     Value readString(const Tag& tag);
     Value readArray(int depth);
+    bool readItems(int depth);
+    bool takeSecondHalf();
     Value readDictionary(int depth);
     bool readEntry(const Tag& tag, int depth);
     std::optional<QString> readKey(const Tag& tag);
@@ -152,6 +103,7 @@ private:
 
     FirstProblem m_problem;
     XmlScanner m_scanner;
+    SecondHalf* m_secondHalf = nullptr;
     // The same few keys come back in every dictionary: they share one text. The bytes outlive the reader.
     std::unordered_map<std::string_view, QString> m_keys;
     // Containers under construction lie on top of each other and are copied out at their exact size.
@@ -216,27 +168,16 @@ Value XmlReader::readValue(const Tag& tag, int depth)
 
 Value XmlReader::readScalar(const Tag& tag)
 {
-    using Parser = Value (*)(std::string_view);
-    static constexpr std::array<std::pair<std::string_view, Parser>, 6> elements{{
-        {"integer", parseInteger},
-        {"real", parseRealElement},
-        {"date", parseDate},
-        {"data", parseData},
-        {"true", [](std::string_view text) { return trimmed(text).empty() ? Value(true) : Value(); }},
-        {"false", [](std::string_view text) { return trimmed(text).empty() ? Value(false) : Value(); }},
-    }};
-    for (const auto& [name, parse] : elements) {
-        if (tag.name != name) {
-            continue;
-        }
-        const auto content = tag.kind == Kind::Empty ? std::optional(Content()) : m_scanner.content(tag.name);
-        if (!content) {
-            return {};
-        }
-        Value value = parse(content->bytes);
-        return value.isNull() ? fail(u"the content does not suit its element") : value;
+    const XmlScalars::Parser parse = XmlScalars::parserOf(tag.name);
+    if (parse == nullptr) {
+        return fail(u"an unknown element");
     }
-    return fail(u"an unknown element");
+    const auto content = tag.kind == Kind::Empty ? std::optional(Content()) : m_scanner.content(tag.name);
+    if (!content) {
+        return {};
+    }
+    Value value = parse(content->bytes);
+    return value.isNull() ? fail(u"the content does not suit its element") : value;
 }
 
 std::optional<QString> XmlReader::decode(const Content& content)
@@ -265,20 +206,40 @@ Value XmlReader::readString(const Tag& tag)
 Value XmlReader::readArray(int depth)
 {
     const size_t base = m_items.size();
+    return readItems(depth) ? Value(Array::create(takeFrom(m_items, base))) : Value();
+}
+
+/// Past the array's closing tag.
+bool XmlReader::readItems(int depth)
+{
     for (;;) {
         const std::optional<Tag> tag = m_scanner.nextTag();
         if (!tag) {
-            return {};
+            return false;
         }
         if (tag->kind == Kind::Close && tag->name == "array") {
-            return Array::create(takeFrom(m_items, base));
+            return true;
+        }
+        if (m_secondHalf != nullptr && m_secondHalf->beginsWith(*tag, depth) && takeSecondHalf()) {
+            return true;
         }
         Value item = readValue(*tag, depth);
         if (item.isNull()) {
-            return {};
+            return false;
         }
         m_items.push_back(std::move(item));
     }
+}
+
+bool XmlReader::takeSecondHalf()
+{
+    std::optional<RestOfArray> rest = m_secondHalf->take();
+    if (!rest) {
+        return false;
+    }
+    std::ranges::move(rest->items, std::back_inserter(m_items));
+    m_scanner.moveTo(rest->end);
+    return true;
 }
 
 Value XmlReader::readDictionary(int depth)
@@ -333,6 +294,25 @@ std::optional<QString> XmlReader::readKey(const Tag& tag)
     return place->second;
 }
 
+SecondHalf::SecondHalf(QByteArrayView bytes)
+{
+    // In bytes: below this, starting a thread costs more than it saves.
+    constexpr qsizetype smallest = 1 << 20;
+    constexpr std::string_view entry = "<dict>";
+    const std::string_view text(bytes.data(), size_t(bytes.size()));
+    const size_t offset = bytes.size() < smallest ? std::string_view::npos : text.find(entry, text.size() / 2);
+    if (offset == std::string_view::npos) {
+        return;
+    }
+    try {
+        m_rest = std::async(std::launch::async,
+            [bytes, offset] { return XmlReader(bytes).readRestOfArray(qsizetype(offset), depthOfPhrases); });
+        m_tagName = bytes.data() + offset + 1;
+    } catch (const std::system_error&) {
+        // Without a thread to be had, the reader reads everything.
+    }
+}
+
 /// @p bytes as UTF-8. Only 8-bit encodings need work: UTF-16 was converted before.
 std::optional<QByteArray> transcoded(QByteArrayView bytes, std::string_view encodingName)
 {
@@ -358,7 +338,8 @@ Result<Value> readXml(QByteArrayView bytes)
     if (!utf8) {
         return Failure{u"byte 0: the text is not in its declared encoding, or that is unknown"_s};
     }
-    return XmlReader(*utf8).read();
+    SecondHalf secondHalf(*utf8);
+    return XmlReader(*utf8).read(secondHalf);
 }
 
 } // namespace PropertyList

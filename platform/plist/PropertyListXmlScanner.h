@@ -38,6 +38,9 @@ public:
 
     qsizetype offset() const noexcept { return m_at - m_begin; }
 
+    /// Goes on at @p offset, which lies in the bytes.
+    void moveTo(qsizetype offset) noexcept { m_at = m_begin + offset; }
+
     std::string_view rest() const noexcept { return {m_at, size_t(m_end - m_at)}; }
 
     /// The name in the declaration's encoding attribute; empty where there is none.

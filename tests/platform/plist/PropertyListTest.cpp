@@ -367,6 +367,38 @@ private Q_SLOTS:
     }
 
     /// Whatever is done to the lists, and however often the deadline comes between.
+    /// Whose second half is read on another thread, from a place that is only guessed.
+    void largeListIsReadWhole_data()
+    {
+        const DataTable<QByteArray, QByteArray> row("middle", "end");
+        row("entries only", "", "");
+        row("the guess is in a comment", "<!-- <dict> <key> </array> -->", "");
+        row("the guess is in a text", "<string><![CDATA[<dict><key>]]></string>", "");
+        row("the guess is deeper", "<array><dict></dict></array>", "");
+        row("a fault behind the guess", "", "<dict><key>x</key></dict>");
+    }
+
+    void largeListIsReadWhole()
+    {
+        const auto [middle, end] = currentRow<QByteArray, QByteArray>();
+        // The half of the bytes ends in the blanks before the middle.
+        const QByteArray entries = QByteArray("<dict><key>k</key><integer>1</integer></dict>").repeated(30'000);
+        const QByteArray before = "<plist><dict><key>list</key><array>" + entries + QByteArray(1000, ' ') + middle;
+        const QByteArray all = before + entries + end + "</array></dict></plist>";
+        const Result<Value> read = PropertyList::read(all);
+        if (!end.isEmpty()) {
+            const QString fault = QString::number(all.indexOf("</dict></array>") + 7);
+            QVERIFY2(!read && read.error().contains(fault), qPrintable(read.error()));
+            return;
+        }
+        QVERIFY2(read, qPrintable(read.error()));
+        const PropertyList::ArrayPointer list = read->dictionary()->value(u"list").array();
+        QCOMPARE(list->size(), 60'000 + (middle.isEmpty() || middle.startsWith("<!--") ? 0 : 1));
+        for (const Value& entry : *list) {
+            QVERIFY(!entry.dictionaryInPlace() || entry.dictionaryInPlace()->size() == 1);
+        }
+    }
+
     void piecesGiveWhatTheWholeGives()
     {
         std::mt19937 random;
