@@ -40,8 +40,8 @@ public:
     /// The bus of the whole machine. Connected on first use.
     static MessageBus& system();
 
-    /// The bus at @p address, as the specification of D-Bus writes addresses. There is no second attempt. Contexts of
-    /// its subscriptions and requests must be destroyed before it.
+    /// The bus at @p address, in D-Bus's own notation (`unix:path=/run/dbus/socket`). There is no second attempt.
+    /// Contexts of its subscriptions and requests must be destroyed before it.
     explicit MessageBus(QByteArray address);
     ~MessageBus();
     Q_DISABLE_COPY_MOVE(MessageBus)

@@ -15,7 +15,7 @@ constexpr auto answerTimeout = 500ms;
 /// Longer: a session that is just starting has much to do.
 constexpr auto registrationTimeout = 2s;
 
-/// Of the bus's specification: not to wait for a name that another has, and the answers of success.
+/// Of D-Bus's own numbers: not to wait for a name that another has, and the answers of success.
 constexpr qint64 doNotQueue = 4;
 constexpr qint64 primaryOwner = 1;
 constexpr qint64 alreadyOwner = 4;

@@ -97,13 +97,14 @@ public:
 
     DictionaryPointer dictionary() const { return valueOr<DictionaryPointer>(); }
 
-    /// The container without touching its reference count, for scans of long lists; valid as long as this value.
+    /// The array without touching its reference count, for scans of long lists; valid as long as this value.
     const Array* arrayInPlace() const noexcept
     {
         const auto* pointer = std::get_if<ArrayPointer>(&m_value);
         return pointer != nullptr ? pointer->constData() : nullptr;
     }
 
+    /// The same for a dictionary.
     const Dictionary* dictionaryInPlace() const noexcept
     {
         const auto* pointer = std::get_if<DictionaryPointer>(&m_value);
