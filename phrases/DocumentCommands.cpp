@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "DocumentCommands.h"
 
-#include "FormattedText.h"
 #include "RecentDocuments.h"
 
 #include <core/BYGlobals.h>
 #include <core/Changes.h>
 #include <core/DocumentBackups.h>
 #include <core/SharedNames.h>
+#include <documents/FormattedText.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/Text.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Importers.h"
+#include <documents/Importers.h>
 
 #include <QObject>
 #include <QString>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/SharedNames.h>
-#include <phrases/FormattedText.h>
-#include <phrases/Importers.h>
+#include <documents/FormattedText.h>
+#include <documents/Importers.h>
 #include <platform/richtext/Rtfd.h>
 
 #include <QBuffer>

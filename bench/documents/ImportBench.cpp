@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <phrases/FormattedText.h>
-#include <phrases/Importers.h>
+#include <documents/FormattedText.h>
+#include <documents/Importers.h>
 #include <platform/archive/ArchivedText.h>
 #include <platform/richtext/Rtfd.h>
 #include <platform/storage/AtomicFile.h>
