@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "PhraseList.h"
 
+#include "EntryScan.h"
 #include "FoldedCharacter.h"
 #include "SharedNames.h"
 
 #include <algorithm>
-#include <array>
-#include <memory>
 
 using PropertyList::ArrayPointer;
 using PropertyList::DictionaryPointer;
@@ -14,73 +13,15 @@ using PropertyList::Value;
 
 namespace {
 
-/// Looks at the phrases of many entries. Documents are read with one text for all equal keys, so that its address
-/// mostly tells the key without a comparison.
-class PhraseReader final
-{
-public:
-    /// The phrase of an entry in place: a null view where it has none.
-    QStringView phraseOf(const Value& value)
-    {
-        const PropertyList::Dictionary* dictionary = value.dictionaryInPlace();
-        if (!dictionary) {
-            return {};
-        }
-        for (const auto& [name, text] : *dictionary) {
-            const QStringView key(name);
-            if ((key.data() == m_key.data() && key.size() == m_key.size()) || key == PhraseKey::phrase) {
-                m_key = key;
-                return text.stringView();
-            }
-        }
-        return {};
-    }
-
-private:
-    QStringView m_key = PhraseKey::phrase;
-};
-
-/// Tells the processor that @p size bytes are going to be read soon. They need not be readable.
-void prefetch(const void* memory, size_t size = 1)
-{
-    constexpr size_t cacheLine = 64;
-    for (size_t offset = 0; offset < size; offset += cacheLine) {
-        __builtin_prefetch(static_cast<const char*>(memory) + offset);
-    }
-}
-
-/// The first row whose phrase @p matches. What the loop gains: docs/decisions/prefetching-scan.md.
-///
-/// An entry is three places in memory, and each costs more time to come from there than to look at. So what a row needs
-/// is asked for some rows earlier: first its dictionary, then the dictionary's entries, then the text.
+/// The first row whose phrase @p matches; it is given a null view where there is none.
 template <typename Predicate>
 int firstRowOfPhrase(const ArrayPointer& phrases, Predicate&& matches)
 {
-    constexpr qsizetype ahead = 8;
-    // In order of their keys at most two come before the phrase.
-    constexpr size_t entriesSize = 3 * sizeof(PropertyList::Dictionary::Entry);
-    const qsizetype count = phrases ? phrases->size() : 0;
-    std::array<QStringView, ahead> texts;
-    PhraseReader reader;
-    for (qsizetype next = 0; next < count + ahead; ++next) {
-        QStringView& text = texts[size_t(next % ahead)];
-        if (next >= ahead && matches(text)) {
-            return int(next - ahead);
-        }
-        if (next < count) {
-            text = reader.phraseOf(phrases->at(next));
-            prefetch(text.data());
-        }
-        if (next + ahead < count) {
-            if (const PropertyList::Dictionary* entry = phrases->at(next + ahead).dictionaryInPlace()) {
-                prefetch(std::to_address(entry->begin()), entriesSize);
-            }
-        }
-        if (next + 2 * ahead < count) {
-            prefetch(phrases->at(next + 2 * ahead).dictionaryInPlace());
-        }
+    if (!phrases) {
+        return -1;
     }
-    return -1;
+    return EntryScan::firstRow(*phrases, PhraseKey::phrase,
+        [&matches](const EntryScan::Row& row) { return matches(row.value ? row.value->stringView() : QStringView()); });
 }
 
 } // namespace

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "PhraseOrder.h"
 
+#include "EntryScan.h"
+
 #include <algorithm>
+#include <array>
+#include <compare>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -19,12 +24,14 @@ struct SortKey
     double number = 0;
     QStringView text = {};
 
-    bool isBefore(const SortKey& other, Qt::CaseSensitivity sensitivity) const
+    std::weak_ordering compare(const SortKey& other, Qt::CaseSensitivity sensitivity) const
     {
         if (kind != other.kind) {
-            return kind < other.kind;
+            return kind <=> other.kind;
         }
-        return kind == Kind::Number ? number < other.number : text.compare(other.text, sensitivity) < 0;
+        // Not-a-number has a place of its own, too.
+        return kind == Kind::Number ? std::weak_order(number, other.number)
+                                    : text.compare(other.text, sensitivity) <=> 0;
     }
 };
 
@@ -82,11 +89,9 @@ bool isNumber(const Value& value)
     return value.type() == Type::Integer || value.type() == Type::Real || value.type() == Type::Boolean;
 }
 
-SortKey sortKey(const Value& entry, QStringView key, PhraseOrder::Comparison comparison)
+SortKey sortKey(const Value* value, PhraseOrder::Comparison comparison)
 {
     SortKey result;
-    const PropertyList::Dictionary* dictionary = entry.dictionaryInPlace();
-    const Value* value = dictionary != nullptr ? dictionary->find(key) : nullptr;
     if (value == nullptr) {
         return result;
     }
@@ -100,35 +105,92 @@ SortKey sortKey(const Value& entry, QStringView key, PhraseOrder::Comparison com
     return result;
 }
 
-} // namespace
-
-void PhraseOrder::sort(PropertyList::Array& entries, QStringView key, Comparison comparison, Qt::SortOrder order)
+std::vector<SortKey> sortKeys(const PropertyList::Array& entries, QStringView key, PhraseOrder::Comparison comparison)
 {
     std::vector<SortKey> keys;
     keys.reserve(size_t(entries.size()));
-    for (const Value& entry : std::as_const(entries)) {
-        keys.push_back(sortKey(entry, key, comparison));
+    EntryScan::forEachRow(entries, key,
+        [&keys, comparison](const EntryScan::Row& row) { keys.push_back(sortKey(row.value, comparison)); });
+    return keys;
+}
+
+/// Sorts by the digests, stably and without a comparison: by one byte of them after the other, the most significant
+/// one last. Comparisons of what is in no order cost most by being guessed wrong.
+void sortByDigest(std::vector<Position>& positions)
+{
+    constexpr size_t bytes = sizeof(quint64);
+    constexpr size_t byteValues = 256;
+    const auto byteOf = [](quint64 digest, size_t number) { return size_t((digest >> (8 * number)) & 0xFF); };
+    std::array<std::array<size_t, byteValues>, bytes> counts{};
+    for (const Position& position : positions) {
+        for (size_t number = 0; number < bytes; ++number) {
+            ++counts[number][byteOf(position.digest, number)];
+        }
     }
-    const auto sensitivity = comparison == Comparison::Natural ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    std::vector<Position> sorted(positions.size());
+    for (size_t number = 0; number < bytes; ++number) {
+        auto& places = counts[number];
+        const bool isSameInAll = std::ranges::find(places, positions.size()) != places.end();
+        if (isSameInAll) {
+            continue;
+        }
+        std::exclusive_scan(places.begin(), places.end(), places.begin(), size_t(0));
+        for (const Position& position : positions) {
+            sorted[places[byteOf(position.digest, number)]++] = position;
+        }
+        positions.swap(sorted);
+    }
+}
+
+/// The entries as they are, to be sorted by ascending digest.
+std::vector<Position> positionsOf(
+    const std::vector<SortKey>& keys, Qt::CaseSensitivity sensitivity, Qt::SortOrder order)
+{
     const qsizetype common = commonLength(keys, sensitivity);
     std::vector<Position> positions;
     positions.reserve(keys.size());
     for (size_t i = 0; i < keys.size(); ++i) {
-        positions.push_back({digest(keys[i], common, sensitivity), i});
+        const quint64 ascending = digest(keys[i], common, sensitivity);
+        positions.push_back({order == Qt::AscendingOrder ? ascending : ~ascending, i});
     }
+    return positions;
+}
 
-    const auto isLess = [&keys, sensitivity](const Position& left, const Position& right) {
-        return left.digest != right.digest ? left.digest < right.digest
-                                           : keys[left.index].isBefore(keys[right.index], sensitivity);
-    };
-    const auto isBefore = [&isLess, order](const Position& left, const Position& right) {
-        return order == Qt::AscendingOrder ? isLess(left, right) : isLess(right, left);
+/// Sorts those of equal digest among positions that are sorted by it.
+template <typename Comparison>
+void sortTies(std::vector<Position>& positions, const Comparison& isBefore)
+{
+    for (auto first = positions.begin(); first != positions.end();) {
+        const auto last = std::find_if(first, positions.end(),
+            [digest = first->digest](const Position& position) { return position.digest != digest; });
+        std::sort(first, last, isBefore);
+        first = last;
+    }
+}
+
+} // namespace
+
+void PhraseOrder::sort(PropertyList::Array& entries, QStringView key, Comparison comparison, Qt::SortOrder order)
+{
+    const std::vector<SortKey> keys = sortKeys(entries, key, comparison);
+    const auto sensitivity = comparison == Comparison::Natural ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    std::vector<Position> positions = positionsOf(keys, sensitivity, order);
+    // Of equal entries the first stays the first: there are none that are neither before nor behind each other.
+    const auto isBefore = [&keys, sensitivity, order](const Position& left, const Position& right) {
+        if (left.digest != right.digest) {
+            return left.digest < right.digest;
+        }
+        const bool isAscending = order == Qt::AscendingOrder;
+        const SortKey& first = keys[(isAscending ? left : right).index];
+        const auto ordering = first.compare(keys[(isAscending ? right : left).index], sensitivity);
+        return std::is_eq(ordering) ? left.index < right.index : std::is_lt(ordering);
     };
     // A document is stored in order, so that most sorts find nothing to do.
     if (std::ranges::is_sorted(positions, isBefore)) {
         return;
     }
-    std::ranges::stable_sort(positions, isBefore);
+    sortByDigest(positions);
+    sortTies(positions, isBefore);
 
     std::vector<size_t> indices(positions.size());
     std::ranges::transform(positions, indices.begin(), &Position::index);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SoundsDocument.h"
 
+#include "EntryScan.h"
 #include "PhraseOrder.h"
 #include "Settings.h"
 
@@ -88,7 +89,8 @@ bool SoundsDocument::isAsLoaded() const
         m_loadedOrder != Settings::sortPref.value() || !m_file.isUpToDate(m_path)) {
         return false;
     }
-    return std::ranges::all_of(*m_phrases, PropertyList::isUnchanged) &&
+    const auto isChanged = [](const EntryScan::Row& row) { return !PropertyList::isUnchanged(*row.entry); };
+    return EntryScan::firstRow(*m_phrases, PhraseKey::phrase, isChanged) < 0 &&
            std::ranges::all_of(*m_root, [this](const PropertyList::Dictionary::Entry& entry) {
                return entry.value.arrayInPlace() == m_phrases.data() || PropertyList::isUnchanged(entry.value);
            });

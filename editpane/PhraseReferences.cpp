@@ -3,6 +3,7 @@
 
 #include "PlainToolTip.h"
 
+#include <core/EntryScan.h>
 #include <core/SharedNames.h>
 #include <core/parseNSStringStamp4strftime.h>
 
@@ -13,12 +14,13 @@ PhraseReferences::PhraseReferences(const PropertyList::ArrayPointer& phrases, co
     if (!phrases) {
         return;
     }
-    for (const PropertyList::Value& value : *phrases) {
-        const PropertyList::Dictionary* entry = value.dictionaryInPlace();
-        if (const PropertyList::Value* phrase = entry ? entry->find(PhraseKey::phrase) : nullptr) {
-            m_references.push_back({phrase->textValue(), entry->value(PhraseKey::plainText).string()});
+    m_references.reserve(size_t(phrases->size()));
+    EntryScan::forEachRow(*phrases, PhraseKey::phrase, [this](const EntryScan::Row& row) {
+        if (row.value != nullptr) {
+            const PropertyList::Value* text = row.entry->dictionaryInPlace()->find(PhraseKey::plainText);
+            m_references.push_back({row.value->textValue(), text != nullptr ? text->string() : QString()});
         }
-    }
+    });
 }
 
 int PhraseReferences::rowCount(const QModelIndex& parent) const

@@ -7,6 +7,9 @@
 
 #include <QTest>
 
+#include <algorithm>
+#include <random>
+
 using namespace Qt::StringLiterals;
 
 using PropertyList::Array;
@@ -106,15 +109,30 @@ private Q_SLOTS:
         QCOMPARE(type(u"d"_s, 101.1), u"d"_s);
     }
 
-    void descendingSortIsStable()
+    // Texts that begin alike, differ in case only, or in what takes two units.
+    void sortingIsThatOfAStableSort()
     {
-        const ArrayPointer list = phrases({u"b"_s, u"A"_s, u"B"_s, u"c"_s});
-        PhraseOrder::sort(*list, PhraseKey::phrase, PhraseOrder::Comparison::CaseInsensitiveText, Qt::DescendingOrder);
-        QStringList sorted;
-        for (const Value& value : *list) {
-            sorted.append(value.dictionary()->value(PhraseKey::phrase).string());
+        std::mt19937 random(1);
+        const QStringList characters{u"a"_s, u"A"_s, u"b"_s, u"é"_s, u"É"_s, u"\uFF21"_s, u"😀"_s};
+        QStringList texts;
+        for (int i = 0; i < 2000; ++i) {
+            QString text = u"the same "_s;
+            for (auto length = random() % 8; length > 0; --length) {
+                text += characters.at(qsizetype(random()) % characters.size());
+            }
+            texts.append(text);
         }
-        QCOMPARE(sorted, (QStringList{u"c"_s, u"b"_s, u"B"_s, u"A"_s}));
+        for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+            const ArrayPointer list = phrases(texts);
+            PhraseOrder::sort(*list, PhraseKey::phrase, PhraseOrder::Comparison::CaseInsensitiveText, order);
+            std::ranges::stable_sort(texts, [order](const QString& left, const QString& right) {
+                const int ascending = left.compare(right, Qt::CaseInsensitive);
+                return order == Qt::AscendingOrder ? ascending < 0 : ascending > 0;
+            });
+            for (qsizetype row = 0; row < texts.size(); ++row) {
+                QCOMPARE(list->at(row).dictionary()->value(PhraseKey::phrase).string(), texts[row]);
+            }
+        }
     }
 };
 
