@@ -86,13 +86,13 @@ function(blipsy_add_forms name)
     target_include_directories(${name} PUBLIC ${folder})
 endfunction()
 
-# blipsy_add_test(NAME SOURCES file... LINKS target... [X_SERVER] [SOUND_SERVER])
+# blipsy_add_test(NAME SOURCES file... LINKS target... [X_SERVER] [SOUND_SERVER] [WAITS])
 #
 # A Qt Test program under CTest, run by tests/run-isolated in a world of its own (home folder, XDG folders, session
 # bus), on the offscreen platform. With X_SERVER there is an X server too, for what talks to one itself; with SOUND_SERVER
-# a sound server with silent outputs.
+# a sound server with silent outputs. One that mostly WAITS starts first, and runs beside the others.
 function(blipsy_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "X_SERVER;SOUND_SERVER" "" "SOURCES;LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "X_SERVER;SOUND_SERVER;WAITS" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LINKS} blipsy_test_support blipsy_flags)
     set(runners ${PROJECT_SOURCE_DIR}/tests/run-isolated)
@@ -104,4 +104,10 @@ function(blipsy_add_test name)
     endif()
     add_test(NAME ${name} COMMAND ${runners} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    if(arg_WAITS)
+        set_tests_properties(${name} PROPERTIES COST 1000)
+    else()
+        # Their time limits are for a machine that runs one of them.
+        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK processors)
+    endif()
 endfunction()

@@ -8,11 +8,16 @@
 /// What other processes have in memory.
 namespace ProcessMemory {
 
-/// Whether @p text, in UTF-8 or UTF-16, is anywhere in the memory that the process has written to: what a core dump of
-/// it would hold.
+/// Whether @p text, in UTF-8 or UTF-16, is anywhere in @p memory.
+inline bool holds(QByteArrayView memory, const QString& text)
+{
+    const QByteArrayView wide(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+    return memory.contains(wide) || memory.contains(text.toUtf8());
+}
+
+/// Whether @p text is anywhere in the memory that the process has written to: what a core dump of it would hold.
 inline bool contains(qint64 process, const QString& text)
 {
-    const QByteArray wide(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
     const QString folder = QStringLiteral("/proc/%1/").arg(process);
     QFile maps(folder + QStringLiteral("maps"));
     QFile memory(folder + QStringLiteral("mem"));
@@ -26,11 +31,8 @@ inline bool contains(qint64 process, const QString& text)
         const qint64 size = range.last().toLongLong(nullptr, 16) - begin;
         // Larger ones are the sanitizers' maps of the rest.
         constexpr qint64 largest = 1 << 30;
-        if (line.contains(" rw") && size < largest && memory.seek(begin)) {
-            const QByteArray bytes = memory.read(size);
-            if (bytes.contains(wide) || bytes.contains(text.toUtf8())) {
-                return true;
-            }
+        if (line.contains(" rw") && size < largest && memory.seek(begin) && holds(memory.read(size), text)) {
+            return true;
         }
     }
     return false;
