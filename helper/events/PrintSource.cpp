@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PrintSource.h"
 
+#include <platform/bus/LoginSession.h>
+
 namespace {
 
 /// The arguments of the signals about jobs: sssusbuus..., of which these count.
@@ -14,6 +16,12 @@ constexpr qsizetype mostJobs = 1000;
 
 } // namespace
 
+PrintSource::PrintSource(QObject* parent)
+    : EventSource(parent)
+    , m_subscription(this)
+{
+}
+
 void PrintSource::start()
 {
     // The notifier is a program that comes and goes without a name of its own.
@@ -21,6 +29,12 @@ void PrintSource::start()
         MessageBus::system().subscribe({{}, {}, "org.cups.cupsd.Notifier", member}, this,
             [this](const MessageBus::Signal& signal) { takeJob(signal); });
     }
+    LoginSession::followSleep(this, [this](bool isAsleep) {
+        if (!isAsleep) {
+            m_subscription.ask();
+        }
+    });
+    m_subscription.start();
 }
 
 /// The same may be told several times, once for each program that has asked.
