@@ -2,16 +2,13 @@
 #include "SoundPlayer.h"
 
 #include "SoundEvent.h"
+#include "SoundFiles.h"
 
-#include <platform/classic/FileTypes.h>
-#include <platform/classic/ResourceFile.h>
 #include <platform/sound/Sound.h>
 #include <platform/sound/SoundResourcePlayer.h>
 
-#include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QSet>
 
 #include <cstdlib>
 #include <optional>
@@ -25,8 +22,6 @@ namespace {
 Q_LOGGING_CATEGORY(log, "blipsy.playback", QtInfoMsg)
 
 constexpr size_t phraseSlot = 22;
-constexpr quint32 suitcaseType = fourCharCode("SFIL");
-constexpr quint32 soundResourceType = fourCharCode("snd ");
 
 /// Keeps a sound that has lost its slot until it has ended: destroying it would silence it.
 void letPlayOn(std::shared_ptr<Sound> sound)
@@ -38,55 +33,11 @@ void letPlayOn(std::shared_ptr<Sound> sound)
     }
 }
 
-bool isSuitcase(const QString& path)
-{
-    return FileTypes::hfsTypeCode(path) == suitcaseType;
-}
-
-/// One of the sounds in a folder at random, hidden ones included; nothing when there is none. Suitcases, which need no
-/// extension, are sounds @p orSuitcase.
+/// One of the sounds in a folder at random; nothing when there is none. Suitcases are sounds @p orSuitcase.
 std::optional<QString> randomSoundIn(const QString& folder, bool orSuitcase)
 {
-    const QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    QStringList names = QDir(folder).entryList(everything, QDir::Name);
-    // A companion that only holds the resource fork of another entry ("._name") is a part of that one.
-    const QSet<QString> all(names.cbegin(), names.cend());
-    names.removeIf([&](const QString& name) {
-        const bool isCompanion = name.startsWith("._"_L1) && all.contains(name.mid(2));
-        const bool looksLikeSound = name.contains(u'.') && name != ".DS_Store"_L1;
-        return isCompanion || (!looksLikeSound && !(orSuitcase && isSuitcase(folder + u'/' + name)));
-    });
+    const QStringList names = SoundFiles::namesIn(folder, orSuitcase);
     return names.isEmpty() ? std::nullopt : std::optional(folder + u'/' + names[::random() % names.size()]);
-}
-
-struct SuitcaseSound
-{
-    /// How many sounds the suitcase has.
-    int count = 0;
-    /// One of them at random.
-    std::optional<QByteArray> resource = {};
-};
-
-/// Nothing of a file that is no suitcase.
-SuitcaseSound randomSoundInSuitcase(const QString& path)
-{
-    const std::optional<QString> target = FileTypes::isAliasFile(path) ? FileTypes::resolveAliases(path) : path;
-    if (!target) {
-        return {};
-    }
-    const qint16 previousFile = ResourceFile::current();
-    const qint16 file = ResourceFile::open(*target);
-    SuitcaseSound sound;
-    if (file >= 0) {
-        sound.count = ResourceFile::countInCurrentFile(soundResourceType);
-        if (sound.count > 0) {
-            const int index = int(::random() % sound.count) + 1;
-            sound.resource = ResourceFile::inCurrentFileAtIndex(soundResourceType, index);
-        }
-        ResourceFile::close(file);
-    }
-    ResourceFile::setCurrent(previousFile);
-    return sound;
 }
 
 } // namespace
@@ -119,7 +70,7 @@ bool SoundPlayer::playSuitcaseInSlot(size_t slot, const QString& path, float gai
     if (m_suitcases == Suitcases::AreHeardOut) {
         return playRandomSndFromSuitcase(path) > 0;
     }
-    const SuitcaseSound sound = randomSoundInSuitcase(path);
+    const SoundFiles::SuitcaseSound sound = SoundFiles::randomInSuitcase(path);
     if (sound.resource) {
         startInSlot(slot, Sound::soundWithResource(*sound.resource), gain);
     }
@@ -184,7 +135,7 @@ void SoundPlayer::playEvent(int code, const PropertyList::ArrayPointer& events, 
         letPlayOn(std::move(m_sounds[slot]));
     } else if (QFileInfo(path).isDir()) {
         playFolderForEvent(slot, path, event.stopsOtherSounds(), gain);
-    } else if (isSuitcase(path)) {
+    } else if (SoundFiles::isSuitcase(path)) {
         playSuitcaseInSlot(slot, path, gain);
     } else {
         startInSlot(slot, Sound::soundWithContentsOfFile(path), gain);
@@ -193,7 +144,7 @@ void SoundPlayer::playEvent(int code, const PropertyList::ArrayPointer& events, 
 
 int playRandomSndFromSuitcase(const QString& path)
 {
-    const SuitcaseSound sound = randomSoundInSuitcase(path);
+    const SoundFiles::SuitcaseSound sound = SoundFiles::randomInSuitcase(path);
     if (sound.resource) {
         SoundResourcePlayer::playSynchronously(*sound.resource);
     }
