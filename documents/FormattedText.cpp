@@ -15,21 +15,11 @@ using Importers::Formatting;
 
 namespace {
 
-bool isWholeRtfd(const QByteArray& rtfd)
-{
-    if (Rtf::isRtf(rtfd)) {
-        return true;
-    }
-    const Rtfd::Contents contents = Rtfd::readWrapper(rtfd);
-    const bool hasText =
-        std::ranges::any_of(contents.files, [](const TextAttachment& file) { return Rtf::isRtf(file.contents); });
-    return hasText && contents.warnings.isEmpty();
-}
-
 // What this reader has a complaint about may be whole for another program, and is all that there is of the text.
 Formatting unchangedRtfd(const QByteArray& rtfd)
 {
-    return {rtfd, isWholeRtfd(rtfd) ? QStringList() : QStringList(u"formatted text looks damaged, kept as it is"_s)};
+    return {rtfd, FormattedText::isWholeRtfd(rtfd) ? QStringList()
+                                                   : QStringList(u"formatted text looks damaged, kept as it is"_s)};
 }
 
 QByteArray rtfdOf(const AttributedText& text)
@@ -57,6 +47,17 @@ Formatting rtfdOfImage(const QByteArray& archive)
 }
 
 } // namespace
+
+bool FormattedText::isWholeRtfd(const QByteArray& rtfd)
+{
+    if (Rtf::isRtf(rtfd)) {
+        return true;
+    }
+    const Rtfd::Contents contents = Rtfd::readWrapper(rtfd);
+    const bool hasText =
+        std::ranges::any_of(contents.files, [](const TextAttachment& file) { return Rtf::isRtf(file.contents); });
+    return hasText && contents.warnings.isEmpty();
+}
 
 Importers::Converters FormattedText::converters()
 {

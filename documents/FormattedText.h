@@ -11,4 +11,7 @@ namespace FormattedText {
 /// attachment "my_image.tif" with their TIFF representation.
 Importers::Converters converters();
 
+/// Whether flattened RTFD, or plain RTF, can be read to its end without complaint.
+bool isWholeRtfd(const QByteArray& rtfd);
+
 } // namespace FormattedText

@@ -18,6 +18,9 @@ namespace Importers {
 /// The tools whose files are read.
 enum class Source { Typinator, TextExpander, SpellCatcher };
 
+/// In bytes; a file of a tool that is larger is refused.
+inline constexpr qint64 maximumSourceSize = 1 << 30;
+
 /// Which tool wrote the file at @p path, told by its name; nothing for a file that is no import.
 std::optional<Source> sourceOf(const QString& path);
 

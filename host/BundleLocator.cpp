@@ -30,17 +30,6 @@ const QString documentPath = u"/Contents/Resources/default.blipsy"_s;
 /// In milliseconds: as long as a copy takes on a slow disk.
 constexpr int lockTimeout = 10'000;
 
-QString originalBundle()
-{
-    const QString inBuildFolder = QCoreApplication::applicationDirPath() + u"/../"_s + bundleName;
-    for (const QString& path : {inBuildFolder, QStringLiteral(BLIPSY_INSTALLED_BUNDLE)}) {
-        if (QFileInfo::exists(path + modulePath)) {
-            return QDir(path).canonicalPath();
-        }
-    }
-    return {};
-}
-
 /// The document is replaced by renaming, so the folder has to be writable as well as the file.
 bool isWritable(const QString& bundle)
 {
@@ -116,9 +105,20 @@ bool installCopy(const QString& original, const QString& copy)
 
 } // namespace
 
+QString BundleLocator::originalPath()
+{
+    const QString inBuildFolder = QCoreApplication::applicationDirPath() + u"/../"_s + bundleName;
+    for (const QString& path : {inBuildFolder, QStringLiteral(BLIPSY_INSTALLED_BUNDLE)}) {
+        if (QFileInfo::exists(path + modulePath)) {
+            return QDir(path).canonicalPath();
+        }
+    }
+    return {};
+}
+
 QString BundleLocator::bundlePath()
 {
-    const QString original = originalBundle();
+    const QString original = originalPath();
     if (original.isEmpty() || isWritable(original)) {
         return original;
     }

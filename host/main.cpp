@@ -16,6 +16,10 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <functional>
+#include <optional>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -55,6 +59,9 @@ int showPane(PreferencePane& pane, const CommandLine::Options& options, SingleIn
     if (const std::optional<QString> problem = problemWithTab(pane, options.tab)) {
         return fail(*problem);
     }
+    if (!options.screenshotFolder.isEmpty()) {
+        pane.setPictured();
+    }
     if (!options.document.isEmpty()) {
         pane.openDocument(options.document);
     }
@@ -74,9 +81,9 @@ int showPane(PreferencePane& pane, const CommandLine::Options& options, SingleIn
                                               : savePictures(window, options.screenshotFolder);
 }
 
-int loadAndShowPane(const CommandLine::Options& options, SingleInstance& instance)
+/// Loads the pane from its bundle at @p bundle, and has @p use answer the program's exit status.
+int loadPane(const QString& bundle, const std::function<int(PreferencePane&)>& use)
 {
-    const QString bundle = BundleLocator::bundlePath();
     if (bundle.isEmpty()) {
         return fail(u"the settings pane is not installed"_s);
     }
@@ -88,26 +95,40 @@ int loadAndShowPane(const CommandLine::Options& options, SingleInstance& instanc
         return fail(u"the settings pane cannot be loaded: %1"_s.arg(loader.errorString()));
     }
     pane->setBundlePath(bundle);
-    if (!options.screenshotFolder.isEmpty()) {
-        pane->setPictured();
-    }
-    const int result = showPane(*pane, options, instance);
+    const int result = use(*pane);
     loader.unload();
     return result;
 }
 
-/// What needs no display, and what has to be done before the toolkit looks for one. Answers whether there is a session
-/// bus that answers.
-bool prepare(int& argc, char** argv)
+/// Formatted text is read by parts of the toolkit that want one of its applications, though nothing is shown.
+int carryOut(const DocumentTask& task, int& argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    return loadPane(BundleLocator::originalPath(), [&task](PreferencePane& pane) { return pane.carryOut(task); });
+}
+
+/// What needs no display, and what has to be done before the toolkit looks for one.
+struct Preparation
+{
+    std::optional<DocumentTask> task = {};
+    /// Whether there is a session bus that answers.
+    bool hasBus = false;
+};
+
+Preparation prepare(int& argc, char** argv)
 {
     const QCoreApplication console(argc, argv);
     CommandLine::answerQuestions(console);
+    if (auto task = CommandLine::task()) {
+        return {.task = std::move(task)};
+    }
     const SessionBus::State bus = SessionBus::state();
     if (bus == SessionBus::State::Hung) {
         qWarning("the session bus does not answer: going on without it");
         SessionBus::hideFromToolkit();
     }
-    return bus == SessionBus::State::Answering;
+    return {.hasBus = bus == SessionBus::State::Answering};
 }
 
 } // namespace
@@ -121,7 +142,10 @@ int main(int argc, char** argv)
     // The toolkit takes it out of the environment.
     const QString activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
 
-    const bool hasBus = prepare(argc, argv);
+    const Preparation preparation = prepare(argc, argv);
+    if (preparation.task) {
+        return carryOut(*preparation.task, argc, argv);
+    }
     const std::unique_ptr<QApplication> application = Toolkit::start(argc, argv);
     QGuiApplication::setWindowIcon(QIcon::fromTheme(u"com.blipsy.Settings"_s));
 
@@ -132,7 +156,7 @@ int main(int argc, char** argv)
     }
 
     const CommandLine::Options options = CommandLine::parse(*application);
-    SingleInstance instance(hasBus);
+    SingleInstance instance(preparation.hasBus);
     // Pictures can be taken beside a running pane: nothing is changed on the way.
     if (options.screenshotFolder.isEmpty() && !instance.claim()) {
         const std::optional<QString> problem = instance.handOver({options.document, options.tab, activationToken});
@@ -144,5 +168,6 @@ int main(int argc, char** argv)
             return fail(u"another one runs in this session: %1"_s.arg(*problem));
         }
     }
-    return loadAndShowPane(options, instance);
+    return loadPane(BundleLocator::bundlePath(),
+        [&options, &instance](PreferencePane& pane) { return showPane(pane, options, instance); });
 }

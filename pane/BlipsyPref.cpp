@@ -4,6 +4,7 @@
 #include "Interface.h"
 
 #include <core/BYGlobals.h>
+#include <documents/DocumentTasks.h>
 #include <phrases/RecentDocuments.h>
 #include <platform/controls/AssistiveClicks.h>
 #include <platform/desktop/Bundle.h>
@@ -83,4 +84,20 @@ QStringList BlipsyPref::tabNames() const
 bool BlipsyPref::selectTab(const QString& name)
 {
     return m_interface && m_interface->selectTab(name);
+}
+
+int BlipsyPref::carryOut(const DocumentTask& task)
+{
+    const bool asJson = task.form == DocumentTask::Form::Json;
+    switch (task.kind) {
+    case DocumentTask::Kind::Check:
+        return DocumentTasks::check(task.source, asJson);
+    case DocumentTask::Kind::Import:
+        return DocumentTasks::import(task.source, task.destination, asJson);
+    case DocumentTask::Kind::Export:
+        break;
+    }
+    const bool asText = task.form == DocumentTask::Form::Text;
+    const auto other = asText ? PhraseExport::Form::Text : PhraseExport::Form::Csv;
+    return DocumentTasks::exportPhrases(task.source, task.destination, asJson ? PhraseExport::Form::Json : other);
 }

@@ -15,7 +15,7 @@ class BlipsyPref final : public QObject, public PreferencePane
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(BlipsyPref)
-    Q_PLUGIN_METADATA(IID "com.blipsy.PreferencePane/1.0")
+    Q_PLUGIN_METADATA(IID "com.blipsy.PreferencePane/1.1")
     Q_INTERFACES(PreferencePane)
 
 public:
@@ -29,6 +29,7 @@ public:
     void willUnselect() override;
     QStringList tabNames() const override;
     bool selectTab(const QString& name) override;
+    int carryOut(const DocumentTask& task) override;
 
 private:
     void endWhenAsked();

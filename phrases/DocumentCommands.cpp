@@ -8,6 +8,7 @@
 #include <core/DocumentBackups.h>
 #include <core/SharedNames.h>
 #include <documents/FormattedText.h>
+#include <documents/NewDocument.h>
 #include <platform/classic/FileTypes.h>
 #include <platform/desktop/Bundle.h>
 #include <platform/desktop/Text.h>
@@ -45,7 +46,6 @@ constexpr int itemRole = Qt::UserRole;
 /// The user is asked once a conversion has taken this long.
 constexpr int progressDelayMilliseconds = 500;
 constexpr qsizetype itemsPerProgressStep = 64;
-constexpr qint64 maximumSourceSize = 1 << 30;
 
 /// The path at which a document is to be written; nothing when the user cancels.
 std::optional<QString> chooseNewPath(
@@ -60,21 +60,9 @@ std::optional<QString> chooseNewPath(
     return panel.filename() + documentSuffix;
 }
 
-/// What is about to be replaced is kept. False, after a log line, when there is something and it cannot be.
-bool keepReplaced(const QString& path)
-{
-    const Result<QString> kept =
-        QFileInfo::exists(path) ? DocumentBackups::keep(path, SoundsDocument::maximumSize) : QString();
-    if (!kept) {
-        qCWarning(log).noquote() << u"no backup of %1: %2"_s.arg(path, kept.error());
-    }
-    return bool(kept);
-}
-
 void writeNewDocument(const PropertyList::DictionaryPointer& document, const QString& path)
 {
-    keepReplaced(path);
-    if (const auto written = AtomicFile::write(path, PropertyList::write(document)); !written) {
+    if (const auto written = NewDocument::write(document, path); !written) {
         qCWarning(log).noquote() << written.error();
     }
 }
@@ -241,7 +229,7 @@ void DocumentCommands::goBackTo(const QString& backup)
     QFile source(backup);
     if (!source.open(QIODevice::ReadOnly)) {
         qCWarning(log).noquote() << u"cannot read %1: %2"_s.arg(backup, source.errorString());
-    } else if (keepReplaced(*path)) {
+    } else if (NewDocument::keepReplaced(*path)) {
         if (const auto copied = AtomicFile::copy(source, *path); !copied) {
             qCWarning(log).noquote() << copied.error();
         }
@@ -290,7 +278,7 @@ void DocumentCommands::import(const QString& path, Importers::Source source)
 
 Conversion DocumentCommands::convertShowingProgress(const QString& path, Importers::Source source) const
 {
-    const auto root = PropertyList::readFile(path, maximumSourceSize);
+    const auto root = PropertyList::readFile(path, Importers::maximumSourceSize);
     if (!root) {
         reportImportProblem(path, root.error());
         return {.outcome = Conversion::Outcome::NoList};

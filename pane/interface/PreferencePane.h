@@ -7,6 +7,32 @@
 
 class QWidget;
 
+/// What is to be done with a sounds document without showing the pane.
+struct DocumentTask
+{
+    enum class Kind {
+        /// Tell what in the document is unknown, missing or cannot be played.
+        Check,
+        /// Write the phrases to the destination, or to the standard output stream where that is empty.
+        Export,
+        /// Convert the file of another tool into a document at the destination.
+        Import,
+    };
+
+    enum class Form {
+        /// CSV for an export, lines for people for the others.
+        Usual,
+        Text,
+        Json,
+    };
+
+    Kind kind = Kind::Check;
+    /// Absolute paths.
+    QString source;
+    QString destination;
+    Form form = Form::Usual;
+};
+
 /// What a host program asks of a settings pane. The host loads the pane's module, casts its instance to this
 /// interface and needs nothing else of it. All calls are made on the main thread.
 class PreferencePane
@@ -42,6 +68,11 @@ public:
     virtual QStringList tabNames() const = 0;
     /// Shows a tab. False when there is none of that name.
     virtual bool selectTab(const QString& name) = 0;
+
+    /// Carries a task out instead of showing anything, and answers the program's exit status: 0 when it is done, 1 when
+    /// it cannot be, 2 when a check has found something. Results go to the standard output stream, and the reason of a
+    /// failure to the standard error stream.
+    virtual int carryOut(const DocumentTask& task) = 0;
 };
 
-Q_DECLARE_INTERFACE(PreferencePane, "com.blipsy.PreferencePane/1.0")
+Q_DECLARE_INTERFACE(PreferencePane, "com.blipsy.PreferencePane/1.1")
