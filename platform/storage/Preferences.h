@@ -11,10 +11,10 @@
 ///
 /// A write takes the domain's lock, reads the file again, merges what this process has set, and replaces the file
 /// atomically. A read parses the file only when it has changed since the last read (one `stat` otherwise). A file that
-/// cannot be read or parsed reads as empty and is never overwritten; one log line per state of the file names it and
-/// the reason. Values that could not be stored are kept, are seen by this process, and are written by the next
-/// synchronize() that can; where another process held the lock for too long that happens by itself soon after. What a
-/// killed process leaves half-written in the folder is removed, and its lock is free at once.
+/// cannot be read or parsed changes nothing of what was read before, and is never overwritten; one log line per state
+/// of the file names it and the reason. Values that could not be stored are kept, are seen by this process, and are
+/// written by the next synchronize() that can; where another process held the lock for too long that happens by itself
+/// soon after. What a killed process leaves half-written in the folder is removed, and its lock is free at once.
 namespace Preferences {
 
 /// Sets @p key in @p domain for the current user (a null value removes it). Kept in memory until synchronize();

@@ -107,9 +107,9 @@ void PreferencesDomain::refresh()
 
 void PreferencesDomain::readFile()
 {
-    m_stored = PropertyList::Dictionary::create();
     m_isBroken = false;
     if (!m_stamp) {
+        m_stored = PropertyList::Dictionary::create();
         return;
     }
     const Result<PropertyList::DictionaryPointer> root = PropertyList::readFile(m_path, maximumSize);

@@ -27,7 +27,8 @@ public:
     PropertyList::Value value(const QString& key) const;
     /// A null @p value removes the key.
     void setValue(const QString& key, const PropertyList::Value& value);
-    /// Reads the file again where it has changed.
+    /// Reads the file again where it has changed. One that cannot be read, of which one log line tells, changes nothing
+    /// of what was read before.
     void refresh();
     /// Stores what was set. False when it could not be stored; then it is kept.
     bool store();

@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(Preferences::copyValue(u"List"_s, domain).array()->size(), 1);
     }
 
-    void brokenFileReadsAsEmptyAndStays_data()
+    void brokenFileChangesNothingAndStays_data()
     {
         const DataTable<QByteArray> row("bytes");
         row("empty", {});
@@ -89,13 +89,14 @@ private Q_SLOTS:
         row("no dictionary", PropertyList::write(PropertyList::Array::create()));
     }
 
-    void brokenFileReadsAsEmptyAndStays()
+    void brokenFileChangesNothingAndStays()
     {
         QFETCH(const QByteArray, bytes);
+        QVERIFY(!Preferences::copyValue(u"Before"_s, domain).isNull());
         replaceFile(bytes);
         const QRegularExpression line(u"^cannot read settings .*com\\.example\\.shared\\.plist: .+"_s);
         QTest::ignoreMessage(QtWarningMsg, line);
-        QVERIFY(Preferences::copyValue(u"Before"_s, domain).isNull());
+        QCOMPARE(Preferences::copyValue(u"Before"_s, domain).string(), u"there");
         Preferences::setValue(u"Waiting"_s, 1, domain);
         QVERIFY(!Preferences::synchronize(domain));
         QCOMPARE(stored(), bytes);
