@@ -67,7 +67,7 @@ public:
     void abandon();
 
 private:
-    /// Whether it was played to its end; why not is logged.
+    /// Whether it was played to its end; why not is in the log.
     bool play();
     bool judge(const Result<SoundPlayback::End>& end) const;
     void report(bool playedToTheEnd);

@@ -27,7 +27,7 @@ Result<SoundPlayback::End> SoundPlayback::run(SoundSource& source)
     if (m_stopped) {
         return End::Stopped;
     }
-    return Failure{m_error};
+    return m_error.isEmpty() ? Result(End::Unheard) : Failure{m_error};
 }
 
 void SoundPlayback::stop()
@@ -42,7 +42,7 @@ std::unique_ptr<SoundStream> SoundPlayback::openStream(Lock& lock, const SoundFo
     pa_context* context = m_server.waitForContext(lock, SoundServer::patience);
     if (context == nullptr) {
         m_server.disconnect();
-        fail(u"no sound server (%1)"_s.arg(m_server.lastError()));
+        m_server.reportAbsence();
         return {};
     }
     if (m_stopped) {

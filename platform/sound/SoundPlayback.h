@@ -25,7 +25,12 @@ class SoundPlayback final
     Q_DISABLE_COPY_MOVE(SoundPlayback)
 
 public:
-    enum class End { PlayedToTheEnd, Stopped };
+    enum class End {
+        PlayedToTheEnd,
+        Stopped,
+        /// There is no server, of which the log has been told (see SoundServer::reportAbsence).
+        Unheard,
+    };
 
     /// @p gain is what the samples are multiplied by, 0 to 1.
     explicit SoundPlayback(float gain = 1)
@@ -35,9 +40,9 @@ public:
 
     ~SoundPlayback() = default;
 
-    /// Plays @p source and returns when its last sample has been heard, when stop() is called, or, with the reason,
-    /// when it cannot go on: the server fails or keeps silent for SoundServer::patience, or the output takes nothing
-    /// more. For one thread, once.
+    /// Plays @p source and returns when its last sample has been heard, when stop() is called, when there is no server,
+    /// or, with the reason, when it cannot go on: the server fails or keeps silent for SoundServer::patience, or the
+    /// output takes nothing more. For one thread, once.
     Result<End> run(SoundSource& source);
     /// Ends run() from another thread, or before it has begun; returns at once. Without the server's lock held.
     void stop();
@@ -60,6 +65,6 @@ private:
     /// Samples after the gain.
     std::vector<float> m_attenuated;
     bool m_stopped = false;
-    /// Why run() fails.
+    /// Why run() fails; empty while there is no server.
     QString m_error;
 };

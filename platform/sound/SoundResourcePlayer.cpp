@@ -33,5 +33,5 @@ bool SoundResourcePlayer::playSynchronously(QByteArrayView bytes)
     }
     SoundPlayback playback;
     const Result<SoundPlayback::End> end = playback.run(**source);
-    return end || logFailure(end.error());
+    return end ? *end != SoundPlayback::End::Unheard : logFailure(end.error());
 }

@@ -133,6 +133,13 @@ QString SoundServer::lastError() const
     return m_ready ? errorText(m_context) : m_connectionError;
 }
 
+void SoundServer::reportAbsence()
+{
+    if (!std::exchange(m_isAbsenceReported, true)) {
+        qCWarning(log).noquote() << u"no sound is heard: no sound server (%1)"_s.arg(m_connectionError);
+    }
+}
+
 void SoundServer::whenConnected(std::function<void(pa_context*)> handler)
 {
     if (m_ready) {
@@ -160,6 +167,7 @@ void SoundServer::contextIsReady()
 {
     m_ready = true;
     m_connectionError.clear();
+    m_isAbsenceReported = false;
     if (m_return) {
         m_return->end();
     }

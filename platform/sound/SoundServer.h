@@ -56,6 +56,8 @@ public:
     pa_context* waitForContext(Lock& lock, std::chrono::milliseconds timeout);
     /// Why the last call of the library failed, or why there is no connection.
     QString lastError() const;
+    /// Tells in the log that nothing is heard for want of a server: once, until there has been a connection.
+    void reportAbsence();
 
     /// Calls @p handler, on the library's thread, whenever a connection has been made.
     void whenConnected(std::function<void(pa_context*)> handler);
@@ -86,6 +88,7 @@ private:
     /// Null until the connection is to stay.
     std::unique_ptr<ServerReturn> m_return;
     QString m_connectionError;
+    bool m_isAbsenceReported = false;
     std::vector<std::function<void(pa_context*)>> m_connectedHandlers;
     std::vector<std::function<void()>> m_lostHandlers;
     std::condition_variable_any m_changed;
