@@ -46,7 +46,7 @@ DocumentFile::~DocumentFile()
     finish();
 }
 
-void DocumentFile::beginReading(const QString& path)
+void DocumentFile::setVersion(const QString& path, const std::optional<FileStamp>& stamp)
 {
     finish();
     m_pieces.clear();
@@ -54,8 +54,7 @@ void DocumentFile::beginReading(const QString& path)
     if (path != m_safe.path) {
         AtomicFile::removeLeftovers(path);
     }
-    // A change from here on is noticed: it makes another stamp than this one.
-    m_safe = {.path = path, .stamp = FileStamp::of(path)};
+    m_safe = {.path = path, .stamp = stamp};
 }
 
 bool DocumentFile::isUpToDate(const QString& path) const

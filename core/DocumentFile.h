@@ -34,9 +34,9 @@ public:
     DocumentFile();
     ~DocumentFile() override;
 
-    /// Finishes, and notes that the file at @p path is going to be read: its version is in memory from now on. Bytes
-    /// that were kept of another root are forgotten.
-    void beginReading(const QString& path);
+    /// Finishes, and notes that the version of the file at @p path that has @p stamp (nothing for no file) is in memory
+    /// from now on. Bytes that were kept of another root are forgotten.
+    void setVersion(const QString& path, const std::optional<FileStamp>& stamp);
     /// Whether the file at @p path is the version that was read, or last written. False where there is none.
     bool isUpToDate(const QString& path) const;
 

@@ -33,7 +33,37 @@ ArrayPointer dictionariesOf(const ArrayPointer& list)
     return PropertyList::Array::create(std::move(entries));
 }
 
+void sortPhrases(const ArrayPointer& phrases, int order)
+{
+    if (!phrases) {
+        return;
+    }
+    switch (order) {
+    case 0:
+        PhraseOrder::sort(*phrases, PhraseKey::phrase, PhraseOrder::Comparison::CaseInsensitiveText);
+        break;
+    case 1:
+        PhraseOrder::sort(*phrases, PhraseKey::soundFilepath, PhraseOrder::Comparison::CaseInsensitiveText);
+        break;
+    case 2:
+        PhraseOrder::sort(*phrases, PhraseKey::sortOrder, PhraseOrder::Comparison::Natural);
+        break;
+    default:
+        break;
+    }
+}
+
 } // namespace
+
+SoundsDocument::Contents SoundsDocument::read(const QString& path, int order)
+{
+    Contents contents{.path = path, .stamp = FileStamp::of(path), .order = order};
+    contents.root = readRoot(path);
+    if (contents.root) {
+        sortPhrases(phrasesOf(*contents.root), order);
+    }
+    return contents;
+}
 
 Result<DictionaryPointer> SoundsDocument::readRoot(const QString& path)
 {
@@ -63,7 +93,7 @@ void SoundsDocument::setPath(const QString& path)
 void SoundsDocument::readAhead(const QString& path)
 {
     try {
-        m_ahead = {path, FileStamp::of(path), std::async(std::launch::async, &SoundsDocument::readRoot, path)};
+        m_ahead = std::async(std::launch::async, &SoundsDocument::read, path, Settings::sortPref.value());
     } catch (const std::system_error&) {
         // Without a thread to be had, load() reads.
     }
@@ -72,12 +102,12 @@ void SoundsDocument::readAhead(const QString& path)
 void SoundsDocument::load()
 {
     if (!isAsLoaded()) {
-        if (!m_path.isEmpty()) {
-            read();
+        m_file.finish();
+        if (m_path.isEmpty()) {
+            sort();
+        } else {
+            take(contentsOfFile());
         }
-        sort();
-        m_loadedOrder = Settings::sortPref.value();
-        m_loadedRevision = m_phrases ? m_phrases->revision() : 0;
     }
     m_filteredEvents = dictionariesOf(m_events);
 }
@@ -96,26 +126,33 @@ bool SoundsDocument::isAsLoaded() const
            });
 }
 
-/// The root of the file that is there now.
-Result<DictionaryPointer> SoundsDocument::takeReadAhead()
+/// Of the file that is there now.
+SoundsDocument::Contents SoundsDocument::contentsOfFile()
 {
-    ReadAhead ahead = std::exchange(m_ahead, {});
-    const bool isThisFile = ahead.root.valid() && ahead.path == m_path && ahead.stamp == FileStamp::of(m_path);
-    return isThisFile ? ahead.root.get() : readRoot(m_path);
+    const int order = Settings::sortPref.value();
+    if (m_ahead.valid()) {
+        Contents ahead = m_ahead.get();
+        if (ahead.path == m_path && ahead.order == order && ahead.stamp == FileStamp::of(m_path)) {
+            return ahead;
+        }
+    }
+    return read(m_path, order);
 }
 
-void SoundsDocument::read()
+void SoundsDocument::take(const Contents& contents)
 {
-    m_file.beginReading(m_path);
-    const Result<DictionaryPointer> root = takeReadAhead();
-    reportReading(root.error());
-    m_root = root ? *root : DictionaryPointer();
+    m_file.setVersion(contents.path, contents.stamp);
+    reportReading(contents.root.error());
+    m_root = contents.root ? *contents.root : DictionaryPointer();
     m_phrases = {};
     m_events = {};
     if (m_root) {
         m_phrases = phrasesOf(m_root);
         m_events = m_root->value(DocumentKey::sounds).array();
     }
+    m_filteredEvents = dictionariesOf(m_events);
+    m_loadedOrder = contents.order;
+    m_loadedRevision = m_phrases ? m_phrases->revision() : 0;
 }
 
 /// A file that stays broken is loaded more than once, but told once.
@@ -130,22 +167,7 @@ void SoundsDocument::reportReading(const QString& problem)
 
 void SoundsDocument::sort()
 {
-    if (!m_phrases) {
-        return;
-    }
-    switch (Settings::sortPref.value()) {
-    case 0:
-        PhraseOrder::sort(*m_phrases, PhraseKey::phrase, PhraseOrder::Comparison::CaseInsensitiveText);
-        break;
-    case 1:
-        PhraseOrder::sort(*m_phrases, PhraseKey::soundFilepath, PhraseOrder::Comparison::CaseInsensitiveText);
-        break;
-    case 2:
-        PhraseOrder::sort(*m_phrases, PhraseKey::sortOrder, PhraseOrder::Comparison::Natural);
-        break;
-    default:
-        break;
-    }
+    sortPhrases(m_phrases, Settings::sortPref.value());
 }
 
 bool SoundsDocument::save()

@@ -21,6 +21,20 @@ public:
     /// In bytes: eight times the largest document that is of any use.
     static constexpr qint64 maximumSize = 1 << 28;
 
+    /// What a file held when it was read. Until it is taken nobody else has its containers, whichever thread reads.
+    struct Contents
+    {
+        QString path;
+        /// From before it was read, so that a later change is noticed; nothing for no file.
+        std::optional<FileStamp> stamp;
+        /// The value of "SortPref" by which the phrases are in order.
+        int order = 0;
+        /// Or why it cannot be read.
+        Result<PropertyList::DictionaryPointer> root = Failure{};
+    };
+
+    /// Reads the document at @p path and sorts its phrases as "SortPref" says by @p order. May be called on any thread.
+    static Contents read(const QString& path, int order);
     /// The root of the document at @p path, or why it cannot be read. May be called on any thread.
     static Result<PropertyList::DictionaryPointer> readRoot(const QString& path);
     /// The phrases of a document; null where it has none.
@@ -35,8 +49,8 @@ public:
     /// another path is saved first.
     void setPath(const QString& path);
 
-    /// Begins to read the document at @p path on a thread of its own; load() takes what it gave unless the file, or the
-    /// path, is another one by then. For the start, when there is much else to do.
+    /// Begins to read the document at @p path on a thread of its own; load() takes what it gave unless the file, the
+    /// path or the order is another one by then. For the start, when there is much else to do.
     void readAhead(const QString& path);
 
     /// Loads the document at path() and sorts it, after what is to be saved has been saved. A file that cannot be read,
@@ -46,6 +60,10 @@ public:
     /// A file that has not changed since it was read is not read again while the document in memory is still what was
     /// read: when the window opens, several of its parts load the document.
     void load();
+
+    /// Has @p contents as the document from now on, as load() would; they have been read at path(). Takes no time, but
+    /// for what is to be saved before.
+    void take(const Contents& contents);
 
     /// Sorts the phrases in place, and stably, by the setting "SortPref".
     void sort();
@@ -86,16 +104,8 @@ public:
     const PropertyList::ArrayPointer& filteredEvents() const { return m_filteredEvents; }
 
 private:
-    struct ReadAhead
-    {
-        QString path;
-        std::optional<FileStamp> stamp;
-        std::future<Result<PropertyList::DictionaryPointer>> root;
-    };
-
     bool isAsLoaded() const;
-    void read();
-    Result<PropertyList::DictionaryPointer> takeReadAhead();
+    Contents contentsOfFile();
     void reportReading(const QString& problem);
 
     DocumentFile m_file;
@@ -108,5 +118,5 @@ private:
     /// The order in which the phrases were loaded, and the array's revision then.
     int m_loadedOrder = 0;
     quint32 m_loadedRevision = 0;
-    ReadAhead m_ahead;
+    std::future<Contents> m_ahead;
 };

@@ -22,8 +22,8 @@ Helper::~Helper() = default;
 
 void Helper::connectContract()
 {
+    connect(&m_contract, &HelperContract::changed, this, &Helper::readSettings);
     connect(&m_contract, &HelperContract::changed, &m_document, &HelperDocument::reload);
-    connect(&m_contract, &HelperContract::changed, &m_talk, &Talk::readSettings);
     connect(&m_contract, &HelperContract::typingHeld, &m_commands, &UserCommands::setHeldByPane);
     connect(&m_contract, &HelperContract::eventRequested, this, [this](int code) { m_sounds.playEvent(code); });
     connect(&m_contract, &HelperContract::suitcaseRequested, this,
@@ -32,35 +32,39 @@ void Helper::connectContract()
 
 void Helper::connectCommands()
 {
-    // A document that could not be read leaves the one before, but the settings have been read again.
-    connect(&m_contract, &HelperContract::changed, this, &Helper::tellPhrases);
-    connect(&m_commands, &UserCommands::phraseAdded, this, [this] {
-        m_document.reload();
-        tellPhrases();
-    });
+    connect(&m_commands, &UserCommands::phraseAdded, &m_document, &HelperDocument::reload);
     connect(&m_commands, &UserCommands::phraseChosen, this, &Helper::playPhrase);
     connect(&m_commands, &UserCommands::paused, &m_talk, &Talk::setPaused);
     connect(&m_commands, &UserCommands::paused, this, [this](bool isPaused) { m_sounds.setPaused(isPaused); });
     connect(&m_commands, &UserCommands::quitRequested, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
+void Helper::connectDocument()
+{
+    connect(&m_document, &HelperDocument::reloaded, this, [this] {
+        m_typing->setPhrases(m_document.index());
+        m_commands.showPhrases(m_document.listing());
+    });
+    // An event of the very start has a sound only with the document.
+    connect(&m_document, &HelperDocument::settled, this, &Helper::watchDesktop, Qt::SingleShotConnection);
+    connect(&m_document, &HelperDocument::settled, &m_contract, &HelperContract::concludeChange);
+}
+
 void Helper::begin()
 {
     HelperSounds::prepare();
-    m_document.reload();
     m_commands.begin();
-    m_talk.readSettings();
     watchTyping();
-    tellPhrases();
-    watchDesktop();
+    connectDocument();
+    readSettings();
+    m_document.reload();
 }
 
-void Helper::tellPhrases()
+void Helper::readSettings()
 {
-    m_commands.refresh(m_document.phrases());
-    if (m_typing) {
-        m_typing->reload(m_document.phrases());
-    }
+    m_commands.readSettings();
+    m_talk.readSettings();
+    m_typing->readSettings();
 }
 
 void Helper::watchTyping()
@@ -85,12 +89,11 @@ void Helper::watchTyping()
         [this](const CompletedPhrase& phrase) { playPhrase(phrase.entry); });
     connect(m_typing.get(), &TypedPhrases::completed, m_insertion.get(), &TextInsertion::replace);
     tellLimits(obstacle);
-    if (!m_input) {
-        return;
+    if (m_input) {
+        connect(&m_sessionFront, &SessionFront::changed, m_input.get(), &InputWatcher::setInFront);
+        connect(m_input.get(), &InputWatcher::ended, this, [this] { tellLimits(InputWatcher::Obstacle::NoDisplay); });
+        m_sessionFront.follow();
     }
-    connect(&m_sessionFront, &SessionFront::changed, m_input.get(), &InputWatcher::setInFront);
-    m_sessionFront.follow();
-    connect(m_input.get(), &InputWatcher::ended, this, [this] { tellLimits(InputWatcher::Obstacle::NoDisplay); });
 }
 
 /// Before anything looks for phrases in what is typed: see TextInsertion::Session.

@@ -32,13 +32,14 @@ public:
     explicit Helper(HelperContract& contract);
     ~Helper() override;
 
-    /// Reads settings and document, and listens from then on.
+    /// Reads settings and document, and listens: to the desktop once the document is there.
     void begin();
 
 private:
     void connectContract();
     void connectCommands();
-    void tellPhrases();
+    void connectDocument();
+    void readSettings();
     void watchTyping();
     void insertTexts();
     void tellLimits(InputWatcher::Obstacle obstacle);

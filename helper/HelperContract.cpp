@@ -77,9 +77,15 @@ void HelperContract::take(const DistributedNotification& notification)
 
 void HelperContract::takeChange()
 {
+    m_isChanging = true;
     Q_EMIT changed();
-    if (const std::optional<int> code = std::exchange(m_eventAfterChange, std::nullopt)) {
-        Q_EMIT eventRequested(*code);
+}
+
+void HelperContract::concludeChange()
+{
+    m_isChanging = false;
+    if (m_eventAfterChange && !m_burst.isActive()) {
+        Q_EMIT eventRequested(*std::exchange(m_eventAfterChange, std::nullopt));
     }
 }
 
@@ -90,7 +96,7 @@ void HelperContract::takeEvent(const DistributedNotification& notification)
     if (!isNumber) {
         return;
     }
-    if (m_burst.isActive()) {
+    if (m_burst.isActive() || m_isChanging) {
         m_eventAfterChange = code;
     } else {
         Q_EMIT eventRequested(code);

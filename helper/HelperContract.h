@@ -26,6 +26,9 @@ public:
     /// Registers the service; begun() follows, or refused() where another helper runs or there is no session bus.
     void begin();
 
+    /// What begun() or changed() has asked for is done.
+    void concludeChange();
+
     /// Tells the pane that nothing that is typed can be seen.
     static void tellTypingIsUnseen();
 
@@ -34,7 +37,7 @@ Q_SIGNALS:
     void refused();
     /// The session bus is gone, and with it the session, or all that ties the helper to it.
     void lost();
-    /// Settings and document have changed; once for a burst.
+    /// Settings and document have changed; once for a burst. concludeChange() is to follow.
     void changed();
     /// Phrases that are typed are to set nothing off, or to do so again: the pane edits one, and has ended or died.
     void typingHeld(bool isHeld);
@@ -51,6 +54,8 @@ private:
     void releaseTyping();
 
     QTimer m_burst;
+    /// From begun() and changed() to concludeChange().
+    bool m_isChanging = true;
     /// An event that is to be played at the volume that the change under way brings.
     std::optional<int> m_eventAfterChange;
     /// Follows the program that has typing held; null while it is not held.

@@ -61,23 +61,16 @@ void HelperMenu::addCommands()
     m_menu.addAction(Text::tr("Quit Blipsy"), this, &HelperMenu::quitRequested);
 }
 
-void HelperMenu::refresh(const PropertyList::ArrayPointer& phrases)
+void HelperMenu::showPhrases(const std::shared_ptr<const PhraseListing>& listing)
 {
-    m_phrases = phrases;
+    m_listing = listing;
     fillPhrases();
 }
 
 void HelperMenu::fillPhrases()
 {
     // Without an icon nobody sees them.
-    const int show = Settings::menuPref.value();
-    if (!m_icon || show < int(PhraseMenu::Show::Sounds) || show > int(PhraseMenu::Show::PhrasesAndSounds)) {
-        m_phraseMenu->clear();
-    } else {
-        const bool isBySound = show == int(PhraseMenu::Show::Sounds);
-        const bool isSorted = Settings::sortPref.value() == (isBySound ? 1 : 0);
-        m_phraseMenu->fill(m_phrases, {PhraseMenu::Show(show), isSorted, m_drawn});
-    }
+    m_phraseMenu->fill(m_icon ? m_listing : nullptr, m_drawn);
     m_lastSeparator->setVisible(!m_phraseMenu->isEmpty());
 }
 

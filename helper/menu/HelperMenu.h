@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class PhraseListing;
 class PhraseMenu;
 class TrayIcon;
 
@@ -34,8 +35,8 @@ public:
     /// Shows the icon as soon as there is a place for it, unless the settings say that there is none.
     void show();
 
-    /// The settings have changed, or the document, whose phrases are @p phrases now (may be null).
-    void refresh(const PropertyList::ArrayPointer& phrases);
+    /// Shows @p listing from now on; null shows no phrases.
+    void showPhrases(const std::shared_ptr<const PhraseListing>& listing);
 
     /// Says so in the menu and by the icon; writes "ArrowPref".
     void setPaused(bool paused);
@@ -66,7 +67,7 @@ private:
     QAction* m_lastSeparator = nullptr;
     QMap<Notice, QAction*> m_notices;
     PhraseMenu* m_phraseMenu = nullptr;
-    PropertyList::ArrayPointer m_phrases;
+    std::shared_ptr<const PhraseListing> m_listing;
     MenuTitle::Drawn m_drawn = MenuTitle::Drawn::ByToolkit;
     bool m_isPaused = false;
     /// Goes first: it shows the menu.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "PhraseMenu.h"
 
-#include <core/Phrase.h>
-
 #include <QMenu>
 
 #include <utility>
@@ -13,12 +11,6 @@ namespace {
 
 /// Of the two ends of a range in a submenu's title, in characters.
 constexpr qsizetype endLength = 16;
-
-QString soundName(const Phrase& phrase)
-{
-    const QString path = phrase.soundFilepath();
-    return path.sliced(path.lastIndexOf(u'/') + 1);
-}
 
 } // namespace
 
@@ -31,21 +23,14 @@ PhraseMenu::PhraseMenu(QMenu* menu, QAction* end)
 
 PhraseMenu::~PhraseMenu() = default;
 
-void PhraseMenu::fill(const PropertyList::ArrayPointer& phrases, Manner manner)
+void PhraseMenu::fill(const std::shared_ptr<const PhraseListing>& listing, MenuTitle::Drawn drawn)
 {
     clear();
-    if (!phrases) {
-        return;
+    m_listing = listing;
+    m_drawn = drawn;
+    if (m_listing) {
+        m_items = addItems(m_menu, m_end, {0, qsizetype(m_listing->entries().size())}, m_listing->initials());
     }
-    m_manner = manner;
-    m_entries.reserve(size_t(phrases->size()));
-    for (const PropertyList::Value& value : std::as_const(*phrases)) {
-        const Phrase phrase = value.dictionary();
-        if (phrase && (manner.show != Show::Sounds || !phrase.soundFilepath().isEmpty())) {
-            m_entries.push_back(phrase.dictionary());
-        }
-    }
-    m_items = addItems(m_menu, m_end, {0, qsizetype(m_entries.size())}, manner.isSorted);
 }
 
 void PhraseMenu::clear()
@@ -59,24 +44,13 @@ void PhraseMenu::clear()
             item->deleteLater();
         }
     }
-    m_entries.clear();
+    m_listing = nullptr;
     ++m_generation;
 }
 
-QString PhraseMenu::beginningAt(qsizetype place) const
-{
-    const Phrase phrase = m_entries[size_t(place)];
-    return m_manner.show == Show::Sounds ? soundName(phrase) : phrase.phrase();
-}
-
-QString PhraseMenu::titleAt(qsizetype place) const
-{
-    const Phrase phrase = m_entries[size_t(place)];
-    const bool hasBoth = m_manner.show == Show::PhrasesAndSounds && !phrase.soundFilepath().isEmpty();
-    return hasBoth ? phrase.phrase() + u" – "_s + soundName(phrase) : beginningAt(place);
-}
-
-std::vector<QAction*> PhraseMenu::addItems(QMenu* menu, QAction* before, Range range, bool mayGoByInitial)
+/// By these initials where there are any.
+std::vector<QAction*> PhraseMenu::addItems(
+    QMenu* menu, QAction* before, Range range, const std::vector<Range>& initials)
 {
     std::vector<QAction*> items;
     if (range.count <= PhraseGroups::mostItems) {
@@ -85,15 +59,13 @@ std::vector<QAction*> PhraseMenu::addItems(QMenu* menu, QAction* before, Range r
         }
         return items;
     }
-    const auto beginning = [this](qsizetype place) { return beginningAt(place); };
-    const std::vector<Range> initials =
-        mayGoByInitial ? PhraseGroups::byInitial(range, beginning) : decltype(initials)();
     for (const Range part : initials) {
-        items.push_back(addSubmenu(menu, before, PhraseGroups::initialOf(beginning(part.first)), part));
+        const QString initial = PhraseGroups::initialOf(m_listing->beginningAt(part.first));
+        items.push_back(addSubmenu(menu, before, initial, part));
     }
-    for (const Range part : initials.empty() ? PhraseGroups::evenly(range) : decltype(initials)()) {
-        const QString first = MenuTitle::shortened(beginning(part.first), endLength);
-        const QString last = MenuTitle::shortened(beginning(part.first + part.count - 1), endLength);
+    for (const Range part : initials.empty() ? PhraseGroups::evenly(range) : std::vector<Range>()) {
+        const QString first = MenuTitle::shortened(m_listing->beginningAt(part.first), endLength);
+        const QString last = MenuTitle::shortened(m_listing->beginningAt(part.first + part.count - 1), endLength);
         items.push_back(addSubmenu(menu, before, first + u" … "_s + last, part));
     }
     return items;
@@ -101,19 +73,20 @@ std::vector<QAction*> PhraseMenu::addItems(QMenu* menu, QAction* before, Range r
 
 QAction* PhraseMenu::addItem(QMenu* menu, QAction* before, qsizetype place)
 {
-    auto* const item = new QAction(MenuTitle::plain(titleAt(place), m_manner.drawn), menu);
+    auto* const item = new QAction(MenuTitle::plain(m_listing->titleAt(place), m_drawn), menu);
     // The list may be another one by the time that this is heard.
-    connect(item, &QAction::triggered, this, [this, entry = m_entries[size_t(place)]] { Q_EMIT chosen(entry); });
+    connect(
+        item, &QAction::triggered, this, [this, entry = m_listing->entries()[size_t(place)]] { Q_EMIT chosen(entry); });
     menu->insertAction(before, item);
     return item;
 }
 
 QAction* PhraseMenu::addSubmenu(QMenu* menu, QAction* before, const QString& title, Range range)
 {
-    auto* const submenu = new QMenu(MenuTitle::plain(title, m_manner.drawn), menu);
+    auto* const submenu = new QMenu(MenuTitle::plain(title, m_drawn), menu);
     connect(submenu, &QMenu::aboutToShow, this, [this, submenu, range, generation = m_generation] {
         if (submenu->isEmpty() && generation == m_generation) {
-            addItems(submenu, nullptr, range, false);
+            addItems(submenu, nullptr, range);
         }
     });
     return menu->insertMenu(before, submenu);

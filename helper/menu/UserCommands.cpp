@@ -32,12 +32,6 @@ void UserCommands::begin()
     m_hotKeys.readSettings();
 }
 
-void UserCommands::refresh(const PropertyList::ArrayPointer& phrases)
-{
-    m_menu.refresh(phrases);
-    m_hotKeys.readSettings();
-}
-
 void UserCommands::tellLimits(const SessionLimits& limits)
 {
     const SessionLimits::Explanation typing = limits.ofTyping();

@@ -27,8 +27,11 @@ public:
     /// Shows the icon, and reserves the hot keys.
     void begin();
 
-    /// The settings have changed, or the document, whose phrases are @p phrases now (may be null).
-    void refresh(const PropertyList::ArrayPointer& phrases);
+    /// The settings have changed.
+    void readSettings() { m_hotKeys.readSettings(); }
+
+    /// The menu shows @p listing from now on; null shows no phrases.
+    void showPhrases(const std::shared_ptr<const PhraseListing>& listing) { m_menu.showPhrases(listing); }
 
     /// The pane has the user type into it, where hot keys are typed, too; or no longer.
     void setHeldByPane(bool isHeld) { m_hotKeys.setHeld(isHeld); }

@@ -26,8 +26,8 @@ public:
     /// After a pause of this length nothing typed before counts.
     static constexpr std::chrono::seconds longestPause{30};
 
-    /// The phrases of the document that counts from now on; null for none. Forgets if they are
-    /// others than before.
+    /// The phrases of the document that counts from now on; null for none. What has been typed counts for them, too:
+    /// a document may be read again in the middle of a phrase.
     void setPhrases(std::shared_ptr<const PhraseIndex> phrases);
 
     const std::shared_ptr<const PhraseIndex>& phrases() const { return m_phrases; }

@@ -46,12 +46,17 @@ TypedPhrases::TypedPhrases(InputWatcher* input, const WindowWatcher* windows, st
 
 TypedPhrases::~TypedPhrases() = default;
 
-void TypedPhrases::reload(const PropertyList::ArrayPointer& phrases)
+void TypedPhrases::readSettings()
 {
     m_matcher.setTriggers(TriggerCharacters::chosen(), Settings::noTriggers.value());
-    m_phrases = std::make_shared<const PhraseIndex>(phrases);
     m_documentOf = documentsOfApplications();
     m_documents.keepOnly(m_documentOf.values());
+    choosePhrases();
+}
+
+void TypedPhrases::setPhrases(const PhraseDocuments::Index& phrases)
+{
+    m_phrases = phrases;
     choosePhrases();
 }
 

@@ -31,16 +31,18 @@ class TypedPhrases final : public QObject
 
 public:
     /// Listens to @p input and, for the frontmost application, to @p windows; null where there is none of them. They
-    /// may be destroyed before this object. Knows nothing before the first reload(). After @p longestPause what has
-    /// been typed is overwritten.
+    /// may be destroyed before this object. Knows nothing before readSettings() and setPhrases(). After @p longestPause
+    /// what has been typed is overwritten.
     TypedPhrases(InputWatcher* input, const WindowWatcher* windows,
         std::chrono::milliseconds longestPause = PhraseMatcher::longestPause);
     ~TypedPhrases() override;
 
-    /// Takes the settings and the documents of applications as they are now, and @p phrases (null for none) as those of
-    /// the document at the path of SoundsDocument::shared(). They are indexed here and now (100,000 in some 50 ms); the
-    /// documents of applications are read on another thread, when they are needed.
-    void reload(const PropertyList::ArrayPointer& phrases);
+    /// Takes the settings as they are now. The documents of applications are read on another thread, when they are
+    /// needed.
+    void readSettings();
+
+    /// Takes @p phrases (null for none) as those of the document at the path of SoundsDocument::shared().
+    void setPhrases(const PhraseDocuments::Index& phrases);
 
     /// The phrases that count in the frontmost application; null where none does.
     PropertyList::ArrayPointer phrases() const;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -28,9 +29,13 @@ TypingBuffer::~TypingBuffer()
 
 void TypingBuffer::setCapacity(qsizetype capacity)
 {
+    std::vector<QChar> units(static_cast<size_t>(capacity));
+    const QStringView kept = text().last(std::min(m_size, capacity));
+    const qsizetype size = kept.size();
+    std::ranges::copy(kept, units.begin());
     clear();
-    m_units.resize(size_t(capacity));
-    m_units.shrink_to_fit();
+    m_units = std::move(units);
+    m_size = size;
 }
 
 void TypingBuffer::append(QStringView text)

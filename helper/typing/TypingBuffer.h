@@ -15,7 +15,7 @@ public:
     ~TypingBuffer();
     Q_DISABLE_COPY_MOVE(TypingBuffer)
 
-    /// Empties it, too.
+    /// Keeps as much of the end as it can.
     void setCapacity(qsizetype capacity);
 
     void append(QStringView text);

@@ -140,7 +140,8 @@ int main(int argc, char** argv)
     TypedPhrases phrasesTyped(&input, nullptr);
     qsizetype found = 0;
     QObject::connect(&phrasesTyped, &TypedPhrases::completed, &input, [&found] { ++found; });
-    phrasesTyped.reload(list);
+    phrasesTyped.readSettings();
+    phrasesTyped.setPhrases(std::make_shared<const PhraseIndex>(list));
     // The first key after a pause starts a timer.
     Q_EMIT input.keyPressed(keys.front());
     TypingBuffer typed(index.longest());

@@ -196,7 +196,8 @@ private:
     void setText(const QString& text)
     {
         m_phrases = Array::create({Dictionary::create({{PhraseKey::phrase, u"brb"_s}, {PhraseKey::plainText, text}})});
-        m_typing->reload(m_phrases);
+        m_typing->readSettings();
+        m_typing->setPhrases(std::make_shared<const PhraseIndex>(m_phrases));
     }
 
     QString m_class;

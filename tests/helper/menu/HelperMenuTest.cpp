@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/Settings.h>
 #include <helper/menu/HelperMenu.h>
+#include <helper/menu/PhraseListing.h>
 #include <platform/desktop/Bundle.h>
 
 #include <QApplication>
@@ -138,7 +139,7 @@ private Q_SLOTS:
         HelperMenu menu;
         QCOMPARE(Settings::arrowPref.value(), u"▾"_s);
         menu.show();
-        menu.refresh(phrases);
+        menu.showPhrases(std::make_shared<const PhraseListing>(phrases, Settings::menuPref.value(), 0));
         menu.setNotice(HelperMenu::Notice::HotKeys, u"keys"_s, u"why keys"_s);
         menu.setNotice(HelperMenu::Notice::Typing, u"typing"_s, u"why typing"_s);
 

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 using PropertyList::Array;
 using PropertyList::ArrayPointer;
 using PropertyList::Dictionary;
-using Show = PhraseMenu::Show;
+using Drawn = MenuTitle::Drawn;
 
 namespace {
 
@@ -32,6 +32,12 @@ QStringList numbered(int count, const QString& letters = u"abc"_s)
         phrases.append(letters[i * letters.size() / count] + QString::number(i).rightJustified(6, u'0'));
     }
     return phrases;
+}
+
+/// Listed with phrases as titles.
+std::shared_ptr<const PhraseListing> listingOf(const ArrayPointer& list, bool isSorted = true)
+{
+    return std::make_shared<const PhraseListing>(list, int(PhraseListing::Show::Phrases), isSorted ? 0 : 2);
 }
 
 QStringList titles(const QMenu& menu)
@@ -74,14 +80,14 @@ private Q_SLOTS:
 
     void titlesShowWhatTheSettingSays_data()
     {
-        const DataTable<int, MenuTitle::Drawn, QString, QString, QString> row(
-            "show", "drawn", "phrase", "sound", "title");
-        const auto toolkit = MenuTitle::Drawn::ByToolkit;
-        const auto desktop = MenuTitle::Drawn::ByDesktop;
+        const DataTable<int, Drawn, QString, QString, QString> row("show", "drawn", "phrase", "sound", "title");
+        const auto toolkit = Drawn::ByToolkit;
+        const auto desktop = Drawn::ByDesktop;
         row("sounds", 1, toolkit, u"brb"_s, u"/s/Pop.aif"_s, u"Pop.aif"_s);
         row("sounds, none", 1, toolkit, u"brb"_s, u""_s, {});
         row("phrases", 2, toolkit, u"brb"_s, u"/s/Pop.aif"_s, u"brb"_s);
         row("both", 3, toolkit, u"brb"_s, u"/s/Pop.aif"_s, u"brb – Pop.aif"_s);
+        row("neither", 0, toolkit, u"brb"_s, u"/s/Pop.aif"_s, {});
         row("both, no sound", 3, toolkit, u"brb"_s, u""_s, u"brb"_s);
         row("marks", 2, toolkit, u"a_b&c&d"_s, u""_s, u"a_b&&c&&d"_s);
         row("marks of the desktop", 2, desktop, u"a_b&c&d"_s, u""_s, u"a__b&&c&d"_s);
@@ -91,8 +97,8 @@ private Q_SLOTS:
 
     void titlesShowWhatTheSettingSays()
     {
-        const auto [show, drawn, phrase, sound, title] = currentRow<int, MenuTitle::Drawn, QString, QString, QString>();
-        m_phrases->fill(listOf({phrase}, sound), {Show(show), true, drawn});
+        const auto [show, drawn, phrase, sound, title] = currentRow<int, Drawn, QString, QString, QString>();
+        m_phrases->fill(std::make_shared<const PhraseListing>(listOf({phrase}, sound), show, 0), drawn);
         QCOMPARE(titles(m_menu), title.isNull() ? QStringList{u""_s} : QStringList({title, u""_s}));
     }
 
@@ -111,7 +117,7 @@ private Q_SLOTS:
     void longListsAreDivided()
     {
         const auto [phrases, isSorted] = currentRow<QStringList, bool>();
-        m_phrases->fill(listOf(phrases), {Show::Phrases, isSorted});
+        m_phrases->fill(listingOf(listOf(phrases), isSorted), Drawn::ByToolkit);
         QStringList found = titles(m_menu);
         QVERIFY(found.takeLast().isEmpty());
         QTEST(found, "titles");
@@ -121,7 +127,7 @@ private Q_SLOTS:
     void hundredThousandAreOpenedLazily()
     {
         const QStringList phrases = numbered(100'000, u"abcdefghijklmnopqrstuvwxyz"_s);
-        m_phrases->fill(listOf(phrases), {Show::Phrases, true});
+        m_phrases->fill(listingOf(listOf(phrases)), Drawn::ByToolkit);
         constexpr qsizetype few = 200;
         QVERIFY(m_menu.findChildren<QAction*>().size() < few);
         QCOMPARE(opened(m_menu), phrases);
@@ -130,11 +136,11 @@ private Q_SLOTS:
     void choiceOutlivesTheList()
     {
         const ArrayPointer list = listOf(numbered(60));
-        m_phrases->fill(list, {Show::Phrases, true});
+        m_phrases->fill(listingOf(list), Drawn::ByToolkit);
         QMenu* const submenu = m_menu.actions().at(0)->menu();
         Q_EMIT submenu->aboutToShow();
         const QSignalSpy chosen(m_phrases, &PhraseMenu::chosen);
-        m_phrases->fill(listOf({u"other"_s}), {Show::Phrases, true});
+        m_phrases->fill(listingOf(listOf({u"other"_s})), Drawn::ByToolkit);
         submenu->actions().at(3)->trigger();
         QCOMPARE(chosen.size(), 1);
         QVERIFY(chosen.at(0).at(0).value<PropertyList::DictionaryPointer>() == list->at(3).dictionary());

@@ -24,7 +24,7 @@ const QString application = u"/usr/share/applications/editor.desktop"_s;
 class FakeInput final : public InputWatcher
 {
 public:
-    void forget() override { ++timesForgotten; }
+    void forget() override {}
 
     void type(const QString& text)
     {
@@ -35,8 +35,6 @@ public:
             Q_EMIT keyPressed(press);
         }
     }
-
-    int timesForgotten = 0;
 };
 
 void writeDocument(const QString& path, const QString& phrase)
@@ -67,7 +65,8 @@ private Q_SLOTS:
         connect(m_phrases.get(), &TypedPhrases::completed, this, [this](const CompletedPhrase& phrase) {
             m_heard << phrase.entry->value(PhraseKey::phrase).string() + phrase.trigger;
         });
-        m_phrases->reload(SoundsDocument::shared().phrases());
+        m_phrases->setPhrases(std::make_shared<const PhraseIndex>(SoundsDocument::shared().phrases()));
+        m_phrases->readSettings();
         m_heard.clear();
     }
 
@@ -78,13 +77,21 @@ private Q_SLOTS:
         CharacterBitmap triggers;
         triggers.add(u".");
         Settings::triggersSet.store(triggers.bytes());
-        m_phrases->reload(SoundsDocument::shared().phrases());
+        m_phrases->readSettings();
         m_input.type(u"brb brb."_s);
         QCOMPARE(m_heard.takeLast(), u"brb."_s);
         Settings::noTriggers.store(true);
-        m_phrases->reload(SoundsDocument::shared().phrases());
+        m_phrases->readSettings();
         m_input.type(u"brb"_s);
         QCOMPARE(m_heard.takeLast(), u"brb"_s);
+    }
+
+    void phraseIsHeardAcrossAReading()
+    {
+        m_input.type(u"a br"_s);
+        m_phrases->setPhrases(std::make_shared<const PhraseIndex>(SoundsDocument::shared().phrases()));
+        m_input.type(u"b "_s);
+        QCOMPARE(m_heard, QStringList{u"brb "_s});
     }
 
     void nothingIsHeardAcrossAnInterruption_data()
@@ -121,7 +128,7 @@ private Q_SLOTS:
         const QString path = QDir::tempPath() + u"/own.blipsy"_s;
         writeDocument(path, u"own"_s);
         Settings::file4App.store(Dictionary::create({{application, path}}));
-        m_phrases->reload(SoundsDocument::shared().phrases());
+        m_phrases->readSettings();
         const auto typed = [this] {
             m_heard.clear();
             m_input.type(u"brb own new "_s);
@@ -147,7 +154,7 @@ private Q_SLOTS:
     void applicationMayHaveNone()
     {
         Settings::appsFiles.store(QStringList{application});
-        m_phrases->reload(SoundsDocument::shared().phrases());
+        m_phrases->readSettings();
         Q_EMIT m_windows->activated(SessionWindow{.applicationPath = application});
         m_input.type(u"brb "_s);
         QCOMPARE(m_heard, QStringList());

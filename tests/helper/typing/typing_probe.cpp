@@ -22,7 +22,8 @@ int main(int argc, char* argv[])
         std::fflush(stdout);
     };
     QObject::connect(&phrases, &TypedPhrases::completed, &application, [say] { say("heard"); });
-    phrases.reload(SoundsDocument::shared().phrases());
+    phrases.readSettings();
+    phrases.setPhrases(std::make_shared<const PhraseIndex>(SoundsDocument::shared().phrases()));
     say("ready");
     return QCoreApplication::exec();
 }
