@@ -83,6 +83,8 @@ void Helper::watchTyping()
     connect(&m_passwordFocus, &PasswordFocus::changed, m_typing.get(),
         [this](bool isSecret) { m_typing->hold(TypedPhrases::Holder::SecretField, isSecret); });
     m_passwordFocus.follow();
+    connect(&m_sessionFront, &SessionFront::locked, m_typing.get(),
+        [this](bool isLocked) { m_typing->hold(TypedPhrases::Holder::Locker, isLocked); });
     // The clock of the pause after which it forgets stands still while the machine sleeps.
     LoginSession::followSleep(m_typing.get(), [this](bool) { m_typing->forgetAll(); });
     connect(m_typing.get(), &TypedPhrases::completed, this,

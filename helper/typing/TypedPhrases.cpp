@@ -68,7 +68,7 @@ PropertyList::ArrayPointer TypedPhrases::phrases() const
 void TypedPhrases::hold(Holder holder, bool isHeld)
 {
     m_holders.set(size_t(holder), isHeld);
-    forget();
+    forgetAll();
 }
 
 void TypedPhrases::takeKey(const KeyPress& press)

@@ -48,10 +48,10 @@ public:
     PropertyList::ArrayPointer phrases() const;
 
     /// Who can want nothing to be heard: the pane while it edits a phrase, the user who pauses the helper, a dialog of
-    /// the helper itself, a field that shows nobody what is typed into it.
-    enum class Holder { Pane, User, Dialog, SecretField };
+    /// the helper itself, a field that shows nobody what is typed into it, what has locked the session.
+    enum class Holder { Pane, User, Dialog, SecretField, Locker };
 
-    /// Hears nothing as long as somebody holds it.
+    /// Hears nothing as long as somebody holds it; forgets all at the beginning and at the end.
     void hold(Holder holder, bool isHeld);
 
     /// Overwrites what has been typed, also where it was read.
@@ -80,5 +80,5 @@ private:
     QTimer m_pause;
     QDeadlineTimer m_pauseEnd;
     /// A bit for each holder.
-    std::bitset<4> m_holders;
+    std::bitset<5> m_holders;
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <helper/SessionFront.h>
 #include <helper/events/ClockSource.h>
 #include <helper/events/EventSources.h>
 #include <platform/input/InputWatcher.h>
@@ -183,6 +184,27 @@ private Q_SLOTS:
             static_cast<void>(QTest::qWaitFor([this, awaited = code] { return m_heard.contains(awaited); }, 1000));
         }
         QVERIFY2(m_heard.contains(code), qPrintable(QDebug::toString(m_heard)));
+    }
+
+    void lockedSessionIsTold_data()
+    {
+        const DataTable<QString, QString> row("lock", "unlock");
+        const QString hint = u"session.UpdateProperties(LOGIN + '.Session', {'LockedHint': %1})"_s;
+        row("login manager", hint.arg(u"True"_s), hint.arg(u"False"_s));
+        row("screen saver that ends", u"saver.EmitSignal('org.gnome.ScreenSaver', 'ActiveChanged', 'b', [True])"_s,
+            u"servers[4].kill()"_s);
+    }
+
+    void lockedSessionIsTold()
+    {
+        const auto [lock, unlock] = currentRow<QString, QString>();
+        SessionFront front;
+        bool isLocked = false;
+        connect(&front, &SessionFront::locked, this, [&isLocked](bool now) { isLocked = now; });
+        front.follow();
+        QTRY_VERIFY_WITH_TIMEOUT(isLocked || (fire(lock) && isLocked), 20'000);
+        QVERIFY(fire(unlock));
+        QTRY_VERIFY_WITH_TIMEOUT(!isLocked, 20'000);
     }
 
     void eachPressIsOneEvent()

@@ -98,7 +98,7 @@ private Q_SLOTS:
     {
         const DataTable<int> row("interruption");
         int number = 0;
-        for (const char* const name : {"held", "secret", "click", "missed keys", "other window"}) {
+        for (const char* const name : {"held", "locked", "click", "missed keys", "other window"}) {
             row(name, number++);
         }
     }
@@ -108,7 +108,7 @@ private Q_SLOTS:
         const auto [interruption] = currentRow<int>();
         const std::vector<std::function<void(bool)>> interruptions{
             [this](bool isOn) { m_phrases->hold(TypedPhrases::Holder::Pane, isOn); },
-            [this](bool isOn) { m_phrases->hold(TypedPhrases::Holder::SecretField, isOn); },
+            [this](bool isOn) { m_phrases->hold(TypedPhrases::Holder::Locker, isOn); },
             [this](bool) { Q_EMIT m_input.buttonPressed({}); },
             [this](bool) { Q_EMIT m_input.interrupted(); },
             [this](bool) { Q_EMIT m_windows->activated({}); },
