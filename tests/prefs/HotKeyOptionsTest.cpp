@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "OptionsFixture.h"
 
-#include <core/Settings.h>
 #include <core/SharedNames.h>
 
 #include <QAccessible>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QTest>
 
@@ -53,17 +51,6 @@ private Q_SLOTS:
         QCOMPARE(accessible->text(QAccessible::Name), u"Hot key of Pause/Resume: \u2318\u2325P"_s);
         // The tests' session has no server that grants hot keys.
         QVERIFY(form().pauseHotKeyButton->toolTip().contains(u"does nothing in this session"_s));
-    }
-
-    void refusedHotKeyIsToldByTheToolTip()
-    {
-        Settings::refusedHotKeys.store(QStringList{u"Pause/Resume"_s});
-        for (QPushButton* const button : {form().addHotKeyButton, form().pauseHotKeyButton}) {
-            QHelpEvent help(QEvent::ToolTip, {}, {});
-            QApplication::sendEvent(button, &help);
-            QCOMPARE(button->toolTip().startsWith(u"Another program holds"_s), button == form().pauseHotKeyButton);
-        }
-        Settings::refusedHotKeys.store(std::nullopt);
     }
 
     void panelThatIsUpStaysWithItsHotKey()

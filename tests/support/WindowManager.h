@@ -7,10 +7,15 @@
 class WindowManager final
 {
 public:
+    /// Returns when it serves: a window that is mapped while it begins may get lost.
     WindowManager()
     {
         m_process.setStandardErrorFile(QProcess::nullDevice());
         m_process.start(QStringLiteral("openbox"), QStringList());
+        const QString serves = QStringLiteral("until xdotool set_num_desktops 3 && [ $(xdotool get_num_desktops) = 3 ];"
+                                              "do :; done 2>/dev/null");
+        QProcess::execute(
+            QStringLiteral("timeout"), {QStringLiteral("20"), QStringLiteral("sh"), QStringLiteral("-c"), serves});
     }
 
     Q_DISABLE_COPY_MOVE(WindowManager)
