@@ -7,7 +7,9 @@
 
 #include <array>
 #include <cstddef>
+#include <future>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 /// Looks at what the entries of a long list hold under one key.
@@ -31,42 +33,65 @@ public:
     template <typename Predicate>
     static int firstRow(const PropertyList::Array& list, QStringView key, Predicate&& matches)
     {
-        constexpr qsizetype ahead = 8;
-        const qsizetype count = list.size();
-        std::array<Row, ahead> rows;
-        EntryScan scan(key);
-        for (qsizetype next = 0; next < count + ahead; ++next) {
-            Row& row = rows[size_t(next % ahead)];
-            if (next >= ahead && matches(std::as_const(row))) {
-                return int(next - ahead);
-            }
-            if (next < count) {
-                row = scan.rowOf(list.at(next));
-            }
-            if (next + ahead < count) {
-                prefetchEntries(list.at(next + ahead));
-            }
-            if (next + 2 * ahead < count) {
-                prefetch(list.at(next + 2 * ahead).dictionaryInPlace());
-            }
-        }
-        return -1;
+        return EntryScan(key).firstRow(list, 0, list.size(), matches);
     }
 
-    /// Calls @p visit (const Row&) for every row.
+    /// Calls @p visit (qsizetype, const Row&) with the index of every row and what is in it: at one time on this thread
+    /// for the first half of a long list, and on another for the second, each in order. Returns when both are done.
     template <typename Visitor>
-    static void forEachRow(const PropertyList::Array& list, QStringView key, Visitor&& visit)
+    static void forEachRow(const PropertyList::Array& list, QStringView key, const Visitor& visit)
     {
-        firstRow(list, key, [&visit](const Row& row) {
-            visit(row);
-            return false;
-        });
+        // Below this, starting a thread costs more than it saves.
+        constexpr qsizetype shortest = 10'000;
+        const auto scan = [&list, key, &visit](qsizetype begin, qsizetype end) {
+            EntryScan(key).firstRow(list, begin, end, [&visit, row = begin](const Row& entry) mutable {
+                visit(row++, entry);
+                return false;
+            });
+        };
+        qsizetype middle = list.size();
+        std::future<void> secondHalf;
+        if (middle >= shortest) {
+            try {
+                secondHalf = std::async(std::launch::async, scan, middle / 2, middle);
+                middle /= 2;
+            } catch (const std::system_error&) {
+                // Without a thread to be had, this one does everything.
+            }
+        }
+        scan(0, middle);
+        if (secondHalf.valid()) {
+            secondHalf.get();
+        }
     }
 
 private:
     explicit EntryScan(QStringView key)
         : m_key(key)
     {
+    }
+
+    template <typename Predicate>
+    int firstRow(const PropertyList::Array& list, qsizetype begin, qsizetype end, Predicate&& matches)
+    {
+        constexpr qsizetype ahead = 8;
+        std::array<Row, ahead> rows;
+        for (qsizetype next = begin; next < end + ahead; ++next) {
+            Row& row = rows[size_t(next % ahead)];
+            if (next >= begin + ahead && matches(std::as_const(row))) {
+                return int(next - ahead);
+            }
+            if (next < end) {
+                row = rowOf(list.at(next));
+            }
+            if (next + ahead < end) {
+                prefetchEntries(list.at(next + ahead));
+            }
+            if (next + 2 * ahead < end) {
+                prefetch(list.at(next + 2 * ahead).dictionaryInPlace());
+            }
+        }
+        return -1;
     }
 
     /// Documents are read with one text for all equal keys, so that its address mostly tells the key without a

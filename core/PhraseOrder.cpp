@@ -107,10 +107,10 @@ SortKey sortKey(const Value* value, PhraseOrder::Comparison comparison)
 
 std::vector<SortKey> sortKeys(const PropertyList::Array& entries, QStringView key, PhraseOrder::Comparison comparison)
 {
-    std::vector<SortKey> keys;
-    keys.reserve(size_t(entries.size()));
-    EntryScan::forEachRow(entries, key,
-        [&keys, comparison](const EntryScan::Row& row) { keys.push_back(sortKey(row.value, comparison)); });
+    std::vector<SortKey> keys(size_t(entries.size()));
+    EntryScan::forEachRow(entries, key, [&keys, comparison](qsizetype row, const EntryScan::Row& entry) {
+        keys[size_t(row)] = sortKey(entry.value, comparison);
+    });
     return keys;
 }
 

@@ -8,6 +8,7 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <atomic>
 #include <iterator>
 #include <system_error>
 #include <utility>
@@ -119,11 +120,15 @@ bool SoundsDocument::isAsLoaded() const
         m_loadedOrder != Settings::sortPref.value() || !m_file.isUpToDate(m_path)) {
         return false;
     }
-    const auto isChanged = [](const EntryScan::Row& row) { return !PropertyList::isUnchanged(*row.entry); };
-    return EntryScan::firstRow(*m_phrases, PhraseKey::phrase, isChanged) < 0 &&
-           std::ranges::all_of(*m_root, [this](const PropertyList::Dictionary::Entry& entry) {
-               return entry.value.arrayInPlace() == m_phrases.data() || PropertyList::isUnchanged(entry.value);
-           });
+    std::atomic<bool> isChanged = false;
+    EntryScan::forEachRow(*m_phrases, PhraseKey::phrase, [&isChanged](qsizetype, const EntryScan::Row& row) {
+        if (!PropertyList::isUnchanged(*row.entry)) {
+            isChanged = true;
+        }
+    });
+    return !isChanged && std::ranges::all_of(*m_root, [this](const PropertyList::Dictionary::Entry& entry) {
+        return entry.value.arrayInPlace() == m_phrases.data() || PropertyList::isUnchanged(entry.value);
+    });
 }
 
 /// Of the file that is there now.

@@ -7,6 +7,8 @@
 #include <core/SharedNames.h>
 #include <core/parseNSStringStamp4strftime.h>
 
+using namespace Qt::StringLiterals;
+
 PhraseReferences::PhraseReferences(const PropertyList::ArrayPointer& phrases, const QDateTime& moment, QObject* parent)
     : QAbstractListModel(parent)
     , m_moment(moment)
@@ -14,13 +16,16 @@ PhraseReferences::PhraseReferences(const PropertyList::ArrayPointer& phrases, co
     if (!phrases) {
         return;
     }
-    m_references.reserve(size_t(phrases->size()));
-    EntryScan::forEachRow(*phrases, PhraseKey::phrase, [this](const EntryScan::Row& row) {
+    m_references.resize(size_t(phrases->size()));
+    EntryScan::forEachRow(*phrases, PhraseKey::phrase, [this](qsizetype index, const EntryScan::Row& row) {
         if (row.value != nullptr) {
+            const QString phrase = row.value->textValue();
             const PropertyList::Value* text = row.entry->dictionaryInPlace()->find(PhraseKey::plainText);
-            m_references.push_back({row.value->textValue(), text != nullptr ? text->string() : QString()});
+            m_references[size_t(index)] = {
+                phrase.isNull() ? u""_s : phrase, text != nullptr ? text->string() : QString()};
         }
     });
+    std::erase_if(m_references, [](const Reference& reference) { return reference.phrase.isNull(); });
 }
 
 int PhraseReferences::rowCount(const QModelIndex& parent) const

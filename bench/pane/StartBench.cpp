@@ -14,6 +14,10 @@
 #include <Bench.h>
 #include <SyntheticDocument.h>
 
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -22,7 +26,7 @@ constexpr int rounds = 9;
 constexpr int tabSwitches = 9;
 constexpr int phraseCount = 100'000;
 
-/// Ends the program when the window has been painted for the first time, and nothing else: the end is not measured.
+/// Tells when the window has been painted for the first time, and ends the program.
 class FirstPaint final : public QObject
 {
 public:
@@ -30,7 +34,13 @@ public:
     {
         if (event->type() == QEvent::Paint) {
             QMetaObject::invokeMethod(
-                qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
+                qApp,
+                [] {
+                    std::puts("painted");
+                    std::fflush(stdout);
+                    std::_Exit(0);
+                },
+                Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
     }
@@ -74,10 +84,32 @@ int runAs(const QString& role, const QString& document)
     return show(&table);
 }
 
+/// From the start of a program to its first paint, in ms. Its end, when a large document is given back, is left out.
+double startMilliseconds(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    const double elapsed = Bench::milliseconds(1, [&] {
+        process.start(program, arguments);
+        process.waitForReadyRead(-1);
+    });
+    process.waitForFinished(-1);
+    return elapsed;
+}
+
+/// The best of several starts in turn: {ours, peer}.
+std::pair<double, double> startsInTurn(const QString& program, const QStringList& ours, const QStringList& peer)
+{
+    std::pair best(startMilliseconds(program, ours), startMilliseconds(program, peer));
+    for (int round = 1; round < rounds; ++round) {
+        best.first = std::min(best.first, startMilliseconds(program, ours));
+        best.second = std::min(best.second, startMilliseconds(program, peer));
+    }
+    return best;
+}
+
 void benchStart(const QString& program)
 {
-    const auto [ours, peer] = Bench::millisecondsInTurn(
-        rounds, [&] { QProcess::execute(program, {u"pane"_s}); }, [&] { QProcess::execute(program, {u"bare"_s}); });
+    const auto [ours, peer] = startsInTurn(program, {u"pane"_s}, {u"bare"_s});
     Bench::report("pane/start-to-first-paint-ms", ours, peer, 2.5);
 }
 
@@ -88,12 +120,7 @@ void benchLargeStart(const QString& program, const QString& document)
         std::fprintf(stderr, "%s\n", qPrintable(written.error()));
         return;
     }
-    const auto [large, usual] = Bench::millisecondsInTurn(
-        rounds,
-        [&] {
-            QProcess::execute(program, {u"pane"_s, document});
-        },
-        [&] { QProcess::execute(program, {u"pane"_s}); });
+    const auto [large, usual] = startsInTurn(program, {u"pane"_s, document}, {u"pane"_s});
     Bench::report("pane/start-with-100000-phrases-ms", large, usual, 3);
 }
 
