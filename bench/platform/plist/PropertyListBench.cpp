@@ -5,8 +5,11 @@
 #include <SyntheticDocument.h>
 #include <malloc.h>
 #include <plist/plist.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <memory>
 #include <numeric>
@@ -14,6 +17,7 @@
 #include <pugixml.hpp>
 #include <random>
 #include <tuple>
+#include <type_traits>
 
 using namespace Qt::StringLiterals;
 
@@ -56,20 +60,43 @@ double megabytesOf(Make&& make)
     return usedMegabytes() - before;
 }
 
-/// From bytes to model, beside a tree of the same bytes. What was read is freed outside the clock.
+/// What one call of @p make takes in a process of its own, in ms: a document is read when a program starts, in memory
+/// that it has to get first. What was made is not freed. Infinite where there is no process to be had.
+template <typename Make>
+double firstMilliseconds(Make&& make)
+{
+    std::array<int, 2> ends{};
+    double elapsed = std::numeric_limits<double>::infinity();
+    const bool hasPipe = pipe(ends.data()) == 0;
+    const pid_t child = hasPipe ? fork() : -1;
+    if (child == 0) {
+        std::optional<std::invoke_result_t<Make>> made;
+        elapsed = Bench::milliseconds(1, [&] { made.emplace(make()); });
+        _exit(write(ends[1], &elapsed, sizeof(elapsed)) == sizeof(elapsed) ? 0 : 1);
+    }
+    if (child > 0) {
+        std::ignore = read(ends[0], &elapsed, sizeof(elapsed));
+        waitpid(child, nullptr, 0);
+    }
+    if (hasPipe) {
+        close(ends[0]);
+        close(ends[1]);
+    }
+    return elapsed;
+}
+
+/// From bytes to model, beside a tree of the same bytes.
 void benchReading(const QByteArray& xml)
 {
-    std::optional<Result<PropertyList::Value>> model;
-    PugiTree tree;
-    double ours = std::numeric_limits<double>::max();
+    // What has been freed until here would be memory at hand.
+    malloc_trim(0);
+    double ours = std::numeric_limits<double>::infinity();
     double peer = ours;
     for (int round = 0; round < rounds; ++round) {
-        model.reset();
-        ours = std::min(ours, Bench::milliseconds(1, [&] { model = PropertyList::read(xml); }));
-        tree.reset();
-        peer = std::min(peer, Bench::milliseconds(1, [&] { tree = parsedByPugi(xml); }));
+        ours = std::min(ours, firstMilliseconds([&xml] { return PropertyList::read(xml); }));
+        peer = std::min(peer, firstMilliseconds([&xml] { return parsedByPugi(xml); }));
     }
-    Bench::report("property-list-read-ms", ours, peer, 1.0);
+    Bench::report("property-list-first-read-ms", ours, peer, 1.0);
 }
 
 /// One entry of a shuffled list changed, and the whole form ready to be written: in pieces, and at once.
@@ -102,10 +129,10 @@ int main()
     const QByteArray xml = PropertyList::write(SyntheticDocument::root(phraseCount));
     std::printf("document: %.1f MB of XML, %d phrases\n", double(xml.size()) / 1e6, phraseCount);
 
+    benchReading(xml);
     const auto [loadOurs, loadPeer] = Bench::millisecondsInTurn(
         rounds, [&xml] { std::ignore = PropertyList::read(xml); }, [&xml] { parsedByPeer(xml); });
     Bench::report("property-list-load", loadOurs, loadPeer, 1.0);
-    benchReading(xml);
 
     const double memoryOurs = megabytesOf([&xml] { return PropertyList::read(xml); });
     const double memoryPeer = megabytesOf([&xml] { return parsedByPeer(xml); });
