@@ -11,7 +11,7 @@
 
 /// Tells when a field that hides what is typed has the keyboard, where the accessibility bus runs and is switched on
 /// (public source: AT-SPI 2, and org.a11y.Status). It switches nothing on: programs ask at their start whether it is,
-/// and it is the user's to decide.
+/// and it is the user's to decide (docs/decisions/password-field.md).
 class PasswordFocus final : public QObject
 {
     Q_OBJECT

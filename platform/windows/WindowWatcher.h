@@ -21,7 +21,8 @@ struct xcb_get_property_reply_t;
 /// Manager Hints): which there are, their states and desktops, and which one is active. On a connection of its own,
 /// driven by events; nothing is waited for but the first answers.
 ///
-/// Without a window manager of that kind it is silent until one comes. What that one finds is no news.
+/// Without a window manager of that kind it is silent until one comes. What that one finds is no news. Why so:
+/// docs/decisions/watched-windows.md.
 class WindowWatcher final : public QObject
 {
     Q_OBJECT
