@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <platform/printing/PrintServerMessage.h>
 
-#include <QtLogging>
+#include <QtGlobal>
 
 #include <cstddef>
 #include <cstdint>
