@@ -20,8 +20,8 @@ int firstRowOfPhrase(const ArrayPointer& phrases, Predicate&& matches)
     if (!phrases) {
         return -1;
     }
-    return EntryScan::firstRow(*phrases, PhraseKey::phrase,
-        [&matches](const EntryScan::Row& row) { return matches(row.value ? row.value->stringView() : QStringView()); });
+    return EntryScan::firstRow(
+        *phrases, PhraseKey::phrase, [&matches](const EntryScan::Row& row) { return matches(row.text); });
 }
 
 } // namespace
