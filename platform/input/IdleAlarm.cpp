@@ -3,29 +3,23 @@
 
 #include <QByteArrayView>
 #include <QLoggingCategory>
-#include <QSocketNotifier>
 
 #include <xcb/sync.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 namespace {
 
 Q_LOGGING_CATEGORY(log, "blipsy.input")
 
-template <typename Type>
-using Reply = std::unique_ptr<Type, decltype(&std::free)>;
-
 /// The server's counter of the milliseconds since the last input; 0 where it has none.
 quint32 idleCounter(xcb_connection_t* connection)
 {
-    const Reply<xcb_sync_initialize_reply_t> version(
-        xcb_sync_initialize_reply(connection, xcb_sync_initialize(connection, 3, 1), nullptr), &std::free);
-    const Reply<xcb_sync_list_system_counters_reply_t> counters(
-        xcb_sync_list_system_counters_reply(connection, xcb_sync_list_system_counters(connection), nullptr),
-        &std::free);
+    const Xcb::Reply<xcb_sync_initialize_reply_t> version(
+        xcb_sync_initialize_reply(connection, xcb_sync_initialize(connection, 3, 1), nullptr));
+    const Xcb::Reply<xcb_sync_list_system_counters_reply_t> counters(
+        xcb_sync_list_system_counters_reply(connection, xcb_sync_list_system_counters(connection), nullptr));
     if (!version || !counters) {
         return 0;
     }
@@ -43,16 +37,10 @@ quint32 idleCounter(xcb_connection_t* connection)
 
 } // namespace
 
-void IdleAlarm::Disconnect::operator()(xcb_connection_t* connection) const
-{
-    xcb_disconnect(connection);
-}
-
 std::unique_ptr<IdleAlarm> IdleAlarm::ofServer()
 {
-    // A connection that fails is an object all the same, and must be closed like any other.
-    Connection connection(qEnvironmentVariableIsSet("DISPLAY") ? xcb_connect(nullptr, nullptr) : nullptr);
-    if (!connection || xcb_connection_has_error(connection.get()) != 0) {
+    Xcb::Connection connection = Xcb::connectToServer();
+    if (!connection) {
         return nullptr;
     }
     const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(connection.get(), &xcb_sync_id);
@@ -64,17 +52,12 @@ std::unique_ptr<IdleAlarm> IdleAlarm::ofServer()
     return std::unique_ptr<IdleAlarm>(new IdleAlarm(std::move(connection), counter, extension->first_event));
 }
 
-IdleAlarm::IdleAlarm(Connection connection, quint32 counter, quint8 firstEvent)
+IdleAlarm::IdleAlarm(Xcb::Connection connection, quint32 counter, quint8 firstEvent)
     : m_connection(std::move(connection))
     , m_counter(counter)
     , m_firstEvent(firstEvent)
 {
-    auto* const notifier =
-        new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
-        readEvents();
-        notifier->setEnabled(xcb_connection_has_error(m_connection.get()) == 0);
-    });
+    Xcb::whenReadable(m_connection, this, [this] { readEvents(); });
 }
 
 IdleAlarm::~IdleAlarm() = default;
@@ -103,7 +86,7 @@ void IdleAlarm::set(std::chrono::milliseconds time)
 
 void IdleAlarm::readEvents()
 {
-    while (const auto event = Reply<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()), &std::free)) {
+    while (const auto event = Xcb::Reply<xcb_generic_event_t>(xcb_poll_for_event(m_connection.get()))) {
         const auto& notification = reinterpret_cast<const xcb_sync_alarm_notify_event_t&>(*event);
         if ((event->response_type & 0x7F) == m_firstEvent + XCB_SYNC_ALARM_NOTIFY && notification.alarm == m_alarm &&
             notification.state != XCB_SYNC_ALARMSTATE_DESTROYED) {

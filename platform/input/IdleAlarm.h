@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <platform/keyboard/XcbHandles.h>
+
 #include <QObject>
 
 #include <chrono>
 #include <memory>
-
-struct xcb_connection_t;
 
 /// Tells when the user has neither typed nor moved the pointer for some time: an alarm of the X server (X
 /// Synchronization Extension, counter IDLETIME), so that nothing here wakes up before. Main thread only.
@@ -29,17 +29,10 @@ Q_SIGNALS:
     void rang();
 
 private:
-    struct Disconnect
-    {
-        void operator()(xcb_connection_t* connection) const;
-    };
-
-    using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
-
-    IdleAlarm(Connection connection, quint32 counter, quint8 firstEvent);
+    IdleAlarm(Xcb::Connection connection, quint32 counter, quint8 firstEvent);
     void readEvents();
 
-    Connection m_connection;
+    Xcb::Connection m_connection;
     quint32 m_counter;
     quint8 m_firstEvent;
     /// 0 while none is set.
