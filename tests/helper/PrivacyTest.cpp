@@ -30,8 +30,7 @@ private Q_SLOTS:
         const auto root = Dictionary::create({{DocumentKey::clippings, Array::create({entry})}});
         Files::write(folder.filePath(u"test.blipsy"_s), PropertyList::write(root));
         Settings::defaultFilePath.store(folder.filePath(u"test.blipsy"_s));
-        // What is freed is not kept for the sanitizers to look at.
-        HelperProgram helper({{u"ASAN_OPTIONS"_s, qEnvironmentVariable("ASAN_OPTIONS") + u":quarantine_size_mb=1"_s}});
+        HelperProgram helper;
         const qint64 process = helper.process.processId();
 
         const auto isRemembered = [&] {
